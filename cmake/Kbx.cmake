@@ -1,0 +1,56 @@
+# What every target of the project shares: warnings, Qt strictness, sanitizers, and one call per test.
+
+add_library(kbx_options INTERFACE)
+target_include_directories(kbx_options INTERFACE ${CMAKE_SOURCE_DIR})
+target_compile_definitions(kbx_options INTERFACE
+    QT_NO_CAST_FROM_ASCII
+    QT_NO_CAST_TO_ASCII
+    QT_NO_URL_CAST_FROM_STRING
+    QT_NO_FOREACH
+    QT_DEPRECATED_WARNINGS)
+target_compile_options(kbx_options INTERFACE
+    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+if(KBX_WERROR)
+    target_compile_options(kbx_options INTERFACE -Werror)
+endif()
+if(KBX_SANITIZE)
+    target_compile_options(kbx_options INTERFACE
+        -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+    target_link_options(kbx_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# kbx_library(name SOURCES files... LINK libraries...): one room's static library.
+function(kbx_library name)
+    cmake_parse_arguments(ARG "" "" "SOURCES;LINK" ${ARGN})
+    add_library(${name} STATIC ${ARG_SOURCES})
+    target_link_libraries(${name} PUBLIC kbx_options ${ARG_LINK})
+endfunction()
+
+# kbx_test(name SOURCES files... LINK libraries... [NETWORK] [TIMEOUT seconds] [ARGS arguments...]):
+# one Qt Test program. It runs on the offscreen platform; NETWORK gives it a private network namespace
+# in which every port is free and 127.0.0.2 is a second local address.
+function(kbx_test name)
+    cmake_parse_arguments(ARG "NETWORK;DISPLAY" "TIMEOUT" "SOURCES;LINK;ARGS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE kbx_options kbx_test_support ${ARG_LINK} Qt5::Test)
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    set(wrapper)
+    if(ARG_DISPLAY)
+        list(APPEND wrapper ${CMAKE_SOURCE_DIR}/scripts/in-display)
+    endif()
+    if(ARG_NETWORK)
+        list(APPEND wrapper ${CMAKE_SOURCE_DIR}/scripts/in-network)
+    endif()
+    if(NOT ARG_TIMEOUT)
+        set(ARG_TIMEOUT 120)
+    endif()
+    add_test(NAME ${name} COMMAND ${wrapper} $<TARGET_FILE:${name}> ${ARG_ARGS})
+    set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+    if(NOT ARG_DISPLAY)
+        set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
+    endif()
+    set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
+        QT_QUICK_BACKEND=software
+        LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp
+        UBSAN_OPTIONS=print_stacktrace=1)
+endfunction()
