@@ -17,7 +17,10 @@ pxDevice::pxDevice(QObject *parent)
 
 QString pxDevice::versionToText(uint version)
 {
-    return QStringLiteral("v%1.%2.%3").arg(version / MajorUnit).arg(version / MinorUnit % 1000).arg(version % MinorUnit);
+    return QStringLiteral("v%1.%2.%3")
+        .arg(version / MajorUnit)
+        .arg(version / MinorUnit % 1000)
+        .arg(version % MinorUnit);
 }
 
 uint pxDevice::versionFromText(const QString &text)
@@ -26,12 +29,12 @@ uint pxDevice::versionFromText(const QString &text)
     const QRegularExpressionMatch match = pattern.match(text);
     if (!match.hasMatch())
         return 0;
-    const qulonglong version = match.captured(1).toULongLong() * MajorUnit + match.captured(2).toUInt() * MinorUnit
-        + match.captured(3).toUInt();
+    const qulonglong version = match.captured(1).toULongLong() * MajorUnit
+        + match.captured(2).toUInt() * MinorUnit + match.captured(3).toUInt();
     return version > std::numeric_limits<uint>::max() ? 0 : uint(version);
 }
 
-template<typename T>
+template <typename T>
 void pxDevice::store(T &field, const T &value)
 {
     if (field == value)

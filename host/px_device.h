@@ -15,10 +15,7 @@ class PLEXO_HOST_EXPORT pxDevice : public QObject
 
 public:
     /// How the device is reached; the host routes a message by name and type.
-    enum e_dev_type {
-        DEV_TYPE_UNKNOWN,
-        DEV_TYPE_NETWORK
-    };
+    enum e_dev_type { DEV_TYPE_UNKNOWN, DEV_TYPE_NETWORK };
     Q_ENUM(e_dev_type)
 
     explicit pxDevice(QObject *parent = nullptr);
@@ -56,7 +53,7 @@ signals:
     void isAlive(QString name);
 
 private:
-    template<typename T>
+    template <typename T>
     void store(T &field, const T &value);
 
     QString m_name;

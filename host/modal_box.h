@@ -1,0 +1,23 @@
+#pragma once
+
+#include "host/plexo_host_export.h"
+
+#include <QMessageBox>
+
+/// Contents of a message box. Buttons keep Qt's texts; an empty text is not shown.
+struct BoxText
+{
+    QMessageBox::Icon icon = QMessageBox::Warning;
+    QString title;
+    QString text;
+    QString informativeText;
+    QString detailedText;
+    QMessageBox::StandardButtons buttons = QMessageBox::Ok;
+    QMessageBox::StandardButton defaultButton = QMessageBox::Ok;
+};
+
+/// Shows a message box without parent and waits for its answer. The box goes away unanswered, with
+/// QMessageBox::NoButton, when @p owner is destroyed meanwhile: callers must then touch nothing of the
+/// owner's. With @p centreOver the box is shown centred over that widget's top-level window.
+PLEXO_HOST_EXPORT QMessageBox::StandardButton runModalBox(const BoxText &text, const QObject *owner,
+                                                          const QWidget *centreOver = nullptr);
