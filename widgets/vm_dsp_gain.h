@@ -1,0 +1,57 @@
+#pragma once
+
+#include "widgets/level_control.h"
+
+#include <QColor>
+
+class QDoubleSpinBox;
+class QLabel;
+class QPushButton;
+class VMMeter;
+
+/// A gain fader from -100 dB up to its highest gain, with a level meter on the same scale beside it and a
+/// numeric entry below. Readable from 57 x 150 pixels on.
+///
+/// The dynamic property "maxgain" is the upper end of the range in dB; 20 until it is set to a number
+/// above -100.
+class VmDspGain : public LevelControl
+{
+    Q_OBJECT
+    /// dB, -100 to the highest gain.
+    Q_PROPERTY(double gain READ Gain WRITE setGain)
+
+public:
+    explicit VmDspGain(QWidget *parent = nullptr);
+
+    /// Shows a gain in dB, clamped to the range, without emitting anything. Not a number is ignored.
+    void setGain(double dB);
+    /// dB. Exactly what was set until the hand changes it to a whole decibel.
+    double Gain() const { return level(); }
+
+    /// The meter beside the fader; owned by the fader.
+    VMMeter *getMeter() const { return m_meter; }
+    /// The entry below the fader; owned by the fader. Whole decibels in steps of 1 dB.
+    QDoubleSpinBox *numericEntry() const { return m_entry; }
+    /// The built-in buttons, checkable and hidden until shown; owned by the fader.
+    QPushButton *button1() const { return m_button1; }
+    QPushButton *button2() const { return m_button2; }
+
+    /// Text above the fader, "Gain" until set; hidden until setShowLabel(true).
+    void setLabel(const QString &text);
+    void setLabelColor(const QColor &color);
+    void setShowLabel(bool shown);
+    void setShowButton1(bool shown);
+    void setShowButton2(bool shown);
+    void setButton1_text(const QString &text);
+    void setButton2_text(const QString &text);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+private:
+    QLabel *m_label;
+    VMMeter *m_meter;
+    QDoubleSpinBox *m_entry;
+    QPushButton *m_button1;
+    QPushButton *m_button2;
+};
