@@ -1,9 +1,18 @@
 #include "widgets/vm_dial.h"
 
+#include "widgets/dial_face.h"
+#include "widgets/level_entry.h"
+
+#include <QPainter>
+#include <QSignalBlocker>
+
 VmDial::VmDial(QWidget *parent)
     : LevelControl(parent)
 {
-    showLevel(-100.0);
+    setAccessibleName(tr("Level"));
+    setToolTip(tr("Drag, scroll or type a level in dB.\nCtrl drags finely, a double-click switches between "
+                  "-100 and 0 dB."));
+    showLevel(vm::lowestLevel);
 }
 
 void VmDial::setTextColor(const QColor &color)
@@ -24,12 +33,81 @@ void VmDial::setGaugeSize(int pixels)
     update();
 }
 
-void VmDial::setVal(double dB)
+double VmDial::doubleClickLevel() const
 {
-    showLevel(dB);
+    return level() > vm::lowestLevel ? vm::lowestLevel : 0.0;
 }
 
-QSize VmDial::sizeHint() const
+double VmDial::shareOf(double dB) const
 {
-    return {58, 58};
+    return (dB - vm::lowestLevel) / (highest() - vm::lowestLevel);
+}
+
+double VmDial::levelAt(double share) const
+{
+    return vm::lowestLevel + share * (highest() - vm::lowestLevel);
+}
+
+LevelEntry *VmDial::openEntry()
+{
+    if (!m_entry)
+        makeEntry();
+    const QSignalBlocker silent(m_entry);
+    m_entry->setValue(vm::wholeLevel(level()));
+    placeEntry();
+    m_entry->show();
+    return m_entry;
+}
+
+void VmDial::makeEntry()
+{
+    m_entry = new LevelEntry(this);
+    m_entry->setObjectName(QStringLiteral("numericEntry"));
+    m_entry->setAccessibleName(tr("Level in dB"));
+    m_entry->setRange(vm::lowestLevel, highest());
+    const auto take = [this] { pickLevel(m_entry->value()); };
+    connect(m_entry, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, take);
+    connect(m_entry, &LevelEntry::typed, this, take);
+    connect(m_entry, &LevelEntry::editingFinished, this, &VmDial::closeEntry);
+    connect(m_entry, &LevelEntry::left, this, &VmDial::closeEntry);
+}
+
+void VmDial::placeEntry()
+{
+    QRect box(0, 0, width() - 2, m_entry->sizeHint().height());
+    box.moveCenter(rect().center());
+    m_entry->setGeometry(box);
+}
+
+void VmDial::closeEntry()
+{
+    if (m_entry->hasFocus())
+        setFocus(Qt::OtherFocusReason);
+    m_entry->hide();
+}
+
+void VmDial::resizeEvent(QResizeEvent *)
+{
+    if (m_entry)
+        placeEntry();
+}
+
+void VmDial::paintEvent(QPaintEvent *)
+{
+    const QColor paletteText = palette().color(QPalette::Active, QPalette::WindowText);
+    vm::DialLook look;
+    look.share = shareOf(level());
+    look.tick = shareOf(0.0);
+    look.number = QString::number(vm::wholeLevel(level()));
+    look.font = font();
+    look.text = m_textColor.isValid() ? m_textColor : paletteText;
+    look.base = m_baseColor.isValid() ? m_baseColor : paletteText;
+    look.accent = accentColor();
+    look.gauge = m_gaugeSize;
+    look.hovered = underMouse() && isEnabled();
+    look.focused = hasFocus();
+    if (!isEnabled())
+        look.text.setAlphaF(0.45);
+    QPainter painter(this);
+    vm::paintDial(painter, rect(), look);
 }

@@ -5,7 +5,8 @@
 #include <QColor>
 
 /// A rotary dial for one level from -100 to +20 dB, with the number drawn inside its gauge. At -100 dB the
-/// gauge is empty, so that the levels in use stand out in a matrix of dials.
+/// gauge is empty, so that the levels in use stand out in a matrix of dials. The full range is a drag of two
+/// dial heights; a double-click goes to 0 dB from -100 dB, and to -100 dB from any other level.
 class VmDial : public LevelControl
 {
     Q_OBJECT
@@ -15,7 +16,8 @@ class VmDial : public LevelControl
 public:
     explicit VmDial(QWidget *parent = nullptr);
 
-    /// Colour of the number.
+    /// Colour of the number; the palette's text colour until set. The dial's face is dark behind a light
+    /// number and light behind a dark one.
     void setTextColor(const QColor &color);
     /// Colour of the empty part of the gauge.
     void setBaseColor(const QColor &color);
@@ -23,14 +25,30 @@ public:
     void setGaugeSize(int pixels);
 
     /// Shows a level in dB, clamped to the range, without emitting anything. Not a number is ignored.
-    void setVal(double dB);
-    /// dB. Exactly what was set until the hand changes it to a whole decibel.
+    void setVal(double dB) { showLevel(dB); }
+    /// dB. Exactly what was set until the hand changes it to a whole decibel; -100 at first.
     double Val() const { return level(); }
 
-    QSize sizeHint() const override;
+    QSize sizeHint() const override { return {58, 58}; }
+    QSize minimumSizeHint() const override { return {40, 40}; }
+
+protected:
+    double doubleClickLevel() const override;
+    double dragLength() const override { return 2.0 * height(); }
+    double shareOf(double dB) const override;
+    double levelAt(double share) const override;
+    LevelEntry *openEntry() override;
+
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
 
 private:
+    void makeEntry();
+    void placeEntry();
+    void closeEntry();
+
     QColor m_textColor;
     QColor m_baseColor;
     int m_gaugeSize = 6;
+    LevelEntry *m_entry = nullptr; // made when a number is first typed; owned by the dial
 };

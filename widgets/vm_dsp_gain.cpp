@@ -1,30 +1,87 @@
 #include "widgets/vm_dsp_gain.h"
 
+#include "widgets/level_entry.h"
 #include "widgets/vm_meter.h"
 
-#include <QDoubleSpinBox>
+#include <QDynamicPropertyChangeEvent>
 #include <QLabel>
+#include <QPainter>
 #include <QPushButton>
+#include <QSignalBlocker>
+#include <QVBoxLayout>
+
+namespace {
+
+constexpr char highestGainProperty[] = "maxgain";
+constexpr QSize smallest{57, 150};
+
+} // namespace
 
 VmDspGain::VmDspGain(QWidget *parent)
     : LevelControl(parent)
     , m_label(new QLabel(tr("Gain"), this))
     , m_meter(new VMMeter(this))
-    , m_entry(new QDoubleSpinBox(this))
-    , m_button1(new QPushButton(this))
-    , m_button2(new QPushButton(this))
+    , m_entry(new LevelEntry(this))
+    , m_button1(addButton("button1"))
+    , m_button2(addButton("button2"))
 {
+    setAccessibleName(tr("Gain"));
+    setToolTip(tr("Drag, scroll or type a gain in dB.\nCtrl drags finely, a double-click goes to 0 dB."));
+    m_label->setAlignment(Qt::AlignCenter);
+    m_label->hide();
+    m_meter->setObjectName(QStringLiteral("meter"));
+    m_meter->setToolTip(tr("Level in dB. Click to clear the clip mark."));
     m_entry->setObjectName(QStringLiteral("numericEntry"));
+    m_entry->setAccessibleName(tr("Gain in dB"));
+    m_entry->setRange(vm::lowestLevel, highest());
+    connectEntry();
+    arrange();
 }
 
-void VmDspGain::setGain(double dB)
+QPushButton *VmDspGain::addButton(const char *name)
 {
-    showLevel(dB);
+    auto *button = new QPushButton(this);
+    button->setObjectName(QLatin1String(name));
+    button->setCheckable(true);
+    button->setAutoDefault(false);
+    button->hide();
+    return button;
+}
+
+void VmDspGain::arrange()
+{
+    m_entry->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    m_room = new QSpacerItem(0, 0, QSizePolicy::Ignored, QSizePolicy::Expanding);
+    auto *rows = new QVBoxLayout(this);
+    rows->setContentsMargins(0, 0, 0, 0);
+    rows->setSpacing(2);
+    rows->addWidget(m_label);
+    rows->addSpacerItem(m_room);
+    for (QWidget *row : {static_cast<QWidget *>(m_entry), static_cast<QWidget *>(m_button1),
+                         static_cast<QWidget *>(m_button2)})
+        rows->addWidget(row);
+}
+
+void VmDspGain::connectEntry()
+{
+    const auto take = [this] { pickLevel(m_entry->value()); };
+    connect(m_entry, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, take);
+    connect(m_entry, &LevelEntry::typed, this, take);
+    connect(m_entry, &LevelEntry::left, this, [this] {
+        levelShown();
+        setFocus(Qt::OtherFocusReason);
+    });
+}
+
+QDoubleSpinBox *VmDspGain::numericEntry() const
+{
+    return m_entry;
 }
 
 void VmDspGain::setLabel(const QString &text)
 {
     m_label->setText(text);
+    setAccessibleName(text);
 }
 
 void VmDspGain::setLabelColor(const QColor &color)
@@ -59,10 +116,83 @@ void VmDspGain::setButton2_text(const QString &text)
 
 QSize VmDspGain::sizeHint() const
 {
-    return {57, 240};
+    return smallest.expandedTo({0, 240});
 }
 
 QSize VmDspGain::minimumSizeHint() const
 {
-    return {57, 150};
+    return smallest;
+}
+
+double VmDspGain::shareOf(double dB) const
+{
+    return vm::travelShare(dB, highest());
+}
+
+double VmDspGain::levelAt(double share) const
+{
+    return vm::levelAtShare(share, highest());
+}
+
+/// A number that is being typed stays: the hand goes before a level that arrives meanwhile.
+void VmDspGain::levelShown()
+{
+    if (m_entry->isBeingTyped())
+        return;
+    const QSignalBlocker silent(m_entry);
+    m_entry->setValue(m_entry->decimals() == 0 ? vm::wholeLevel(level()) : level());
+}
+
+bool VmDspGain::event(QEvent *event)
+{
+    if (event->type() == QEvent::DynamicPropertyChange
+        && static_cast<QDynamicPropertyChangeEvent *>(event)->propertyName() == highestGainProperty)
+        readHighestGain();
+    const bool handled = LevelControl::event(event);
+    if (event->type() == QEvent::LayoutRequest)
+        placeParts();
+    return handled;
+}
+
+void VmDspGain::readHighestGain()
+{
+    bool isNumber = false;
+    const double wanted = property(highestGainProperty).toDouble(&isNumber);
+    const double highestGain = isNumber && wanted > vm::lowestLevel ? wanted : vm::highestLevel;
+    {
+        const QSignalBlocker silent(m_entry);
+        m_entry->setMaximum(highestGain);
+    }
+    m_meter->setHighest(highestGain);
+    setHighest(highestGain);
+}
+
+void VmDspGain::resizeEvent(QResizeEvent *)
+{
+    placeParts();
+}
+
+void VmDspGain::placeParts()
+{
+    layout()->activate();
+    m_geometry = vm::FaderGeometry(m_room->geometry());
+    m_meter->setGeometry(m_geometry.meter());
+    update();
+}
+
+void VmDspGain::paintEvent(QPaintEvent *)
+{
+    vm::FaderLook look;
+    look.share = shareOf(level());
+    look.highest = highest();
+    look.accent = accentColor();
+    look.window = palette().color(QPalette::Active, QPalette::Window);
+    look.text = palette().color(QPalette::Active, QPalette::WindowText);
+    look.font = font();
+    look.pixelRatio = devicePixelRatioF();
+    look.enabled = isEnabled();
+    look.hovered = underMouse() && isEnabled();
+    look.focused = hasFocus();
+    QPainter painter(this);
+    vm::paintFader(painter, m_geometry, look);
 }

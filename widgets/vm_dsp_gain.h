@@ -1,5 +1,6 @@
 #pragma once
 
+#include "widgets/fader_face.h"
 #include "widgets/level_control.h"
 
 #include <QColor>
@@ -7,13 +8,14 @@
 class QDoubleSpinBox;
 class QLabel;
 class QPushButton;
+class QSpacerItem;
 class VMMeter;
 
 /// A gain fader from -100 dB up to its highest gain, with a level meter on the same scale beside it and a
-/// numeric entry below. Readable from 57 x 150 pixels on.
+/// numeric entry below. Readable from 57 x 150 pixels on. A double-click goes to 0 dB.
 ///
 /// The dynamic property "maxgain" is the upper end of the range in dB; 20 until it is set to a number
-/// above -100.
+/// above -100. A gain above a lowered end is lowered with it, silently.
 class VmDspGain : public LevelControl
 {
     Q_OBJECT
@@ -24,14 +26,15 @@ public:
     explicit VmDspGain(QWidget *parent = nullptr);
 
     /// Shows a gain in dB, clamped to the range, without emitting anything. Not a number is ignored.
-    void setGain(double dB);
-    /// dB. Exactly what was set until the hand changes it to a whole decibel.
+    void setGain(double dB) { showLevel(dB); }
+    /// dB. Exactly what was set until the hand changes it to a whole decibel; 0 at first.
     double Gain() const { return level(); }
 
     /// The meter beside the fader; owned by the fader.
     VMMeter *getMeter() const { return m_meter; }
-    /// The entry below the fader; owned by the fader. Whole decibels in steps of 1 dB.
-    QDoubleSpinBox *numericEntry() const { return m_entry; }
+    /// The entry below the fader, "numericEntry"; owned by the fader. Whole decibels in steps of 1 dB.
+    /// Whatever changes its value from outside counts as a change by hand.
+    QDoubleSpinBox *numericEntry() const;
     /// The built-in buttons, checkable and hidden until shown; owned by the fader.
     QPushButton *button1() const { return m_button1; }
     QPushButton *button2() const { return m_button2; }
@@ -45,13 +48,36 @@ public:
     void setButton1_text(const QString &text);
     void setButton2_text(const QString &text);
 
+    /// The rows between the lowest (bottom) and highest (top) gain, for an owner that draws a scale beside.
+    QRect travelRect() const { return m_geometry.travel(); }
+
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 
+protected:
+    double doubleClickLevel() const override { return 0.0; }
+    double dragLength() const override { return travelRect().height(); }
+    double shareOf(double dB) const override;
+    double levelAt(double share) const override;
+    LevelEntry *openEntry() override { return m_entry; }
+    void levelShown() override;
+
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+    void resizeEvent(QResizeEvent *event) override;
+
 private:
+    QPushButton *addButton(const char *name);
+    void arrange();
+    void placeParts();
+    void connectEntry();
+    void readHighestGain();
+
     QLabel *m_label;
     VMMeter *m_meter;
-    QDoubleSpinBox *m_entry;
+    LevelEntry *m_entry;
     QPushButton *m_button1;
     QPushButton *m_button2;
+    QSpacerItem *m_room = nullptr; // for groove, scale and meter; owned by the layout
+    vm::FaderGeometry m_geometry;
 };

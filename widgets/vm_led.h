@@ -29,7 +29,14 @@ public:
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override { return sizeHint(); }
 
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
 private:
+    int pixels() const;
+    void paintLit(QPainter &painter, const QRectF &light, const QColor &color) const;
+    void paintDark(QPainter &painter, const QRectF &light, const QColor &color) const;
+
     bool m_on = false;
     QColor m_color{226, 48, 40};
     double m_diameter = 3.0;

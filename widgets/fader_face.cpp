@@ -1,0 +1,162 @@
+#include "widgets/fader_face.h"
+
+#include "widgets/level_taper.h"
+#include "widgets/meter_face.h"
+#include "widgets/paint_tools.h"
+
+#include <QPainter>
+
+#include <array>
+
+namespace vm {
+
+namespace {
+
+constexpr int handleWidth = 22;
+constexpr int handleHeight = 16;
+constexpr int numbersWidth = 19;
+constexpr int meterWidth = 12;
+constexpr int gap = 1;
+constexpr int grooveWidth = 4;
+constexpr int numberPixels = 9; // font size
+constexpr double disabledContrast = 0.45;
+
+/// In the order in which they get a number when there is no room for all.
+constexpr std::array<double, 9> marks{0.0, 20.0, -20.0, -40.0, 10.0, -10.0, -30.0, -100.0, -60.0};
+
+int contentWidth()
+{
+    return handleWidth + gap + numbersWidth + gap + meterWidth;
+}
+
+/// Between the window's colour (0) and its text's (1): light parts on a dark window and the reverse.
+QColor shade(const FaderLook &look, double share)
+{
+    return mixed(look.window, look.text, look.enabled ? share : share * disabledContrast);
+}
+
+qreal rowOf(const QRect &travel, double share)
+{
+    return travel.y() + travel.height() * (1.0 - share);
+}
+
+void paintMarks(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look)
+{
+    const QRect groove = geometry.groove();
+    const int wings = (handleWidth - grooveWidth) / 2;
+    for (const double dB : marks) {
+        if (dB > look.highest)
+            continue;
+        const bool isZero = dB == 0.0;
+        const int length = isZero ? wings - 1 : wings - 5;
+        const qreal row = rowOf(geometry.travel(), travelShare(dB, look.highest));
+        const QColor color = shade(look, isZero ? 0.85 : 0.45);
+        const qreal height = isZero ? 2.0 : 1.0;
+        painter.fillRect(sharpLine(groove.left() - 1 - length, row, length, height, look.pixelRatio), color);
+        painter.fillRect(sharpLine(groove.right() + 2, row, length, height, look.pixelRatio), color);
+    }
+}
+
+void paintNumbers(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look)
+{
+    QFont font = look.font;
+    font.setPixelSize(numberPixels);
+    QRegion taken;
+    for (const double dB : marks) {
+        if (dB > look.highest)
+            continue;
+        const qreal row = rowOf(geometry.travel(), travelShare(dB, look.highest));
+        const QRect column = geometry.numbers();
+        const QRect box(column.x(), qRound(row) - numberPixels / 2 - 1, column.width(), numberPixels + 2);
+        if (taken.intersects(box))
+            continue;
+        taken |= box;
+        font.setBold(dB == 0.0);
+        font.setStretch(dB <= -100.0 ? QFont::SemiCondensed : QFont::Unstretched);
+        painter.setFont(font);
+        painter.setPen(shade(look, dB == 0.0 ? 1.0 : 0.75));
+        painter.drawText(box.adjusted(-3, -2, 3, 2), Qt::AlignCenter, QString::number(dB));
+    }
+}
+
+void paintGroove(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look)
+{
+    const QRectF groove = geometry.groove();
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(shade(look, 0.28));
+    painter.drawRoundedRect(groove, 2.0, 2.0);
+    QRectF below = groove;
+    below.setTop(rowOf(geometry.travel(), look.share));
+    painter.setBrush(look.accent);
+    painter.drawRoundedRect(below, 2.0, 2.0);
+}
+
+void paintHandle(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look)
+{
+    QRectF handle = geometry.handle(look.share);
+    handle.moveTop(snapped(handle.top(), look.pixelRatio));
+    const double light = look.hovered ? 0.90 : 0.78;
+    QLinearGradient body(handle.topLeft(), handle.bottomLeft());
+    body.setColorAt(0.0, shade(look, light));
+    body.setColorAt(0.5, shade(look, light - 0.18));
+    body.setColorAt(1.0, shade(look, light - 0.06));
+    painter.setPen(QPen(shade(look, 0.10), 1.0));
+    painter.setBrush(body);
+    painter.drawRoundedRect(handle.adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
+    painter.setRenderHint(QPainter::Antialiasing, false);
+    painter.fillRect(
+        sharpLine(handle.x() + 2.0, handle.center().y(), handle.width() - 4.0, 2.0, look.pixelRatio),
+        look.accent);
+}
+
+} // namespace
+
+FaderGeometry::FaderGeometry(const QRect &area)
+    : m_area(area.x() + (area.width() - contentWidth()) / 2, area.y(), contentWidth(), area.height())
+{
+}
+
+QRect FaderGeometry::travel() const
+{
+    return m_area.adjusted(0, handleHeight / 2 + 1, 0, -handleHeight / 2 - 1);
+}
+
+QRect FaderGeometry::groove() const
+{
+    return {m_area.x() + (handleWidth - grooveWidth) / 2, travel().y(), grooveWidth, travel().height()};
+}
+
+QRect FaderGeometry::numbers() const
+{
+    return {m_area.x() + handleWidth + gap, m_area.y(), numbersWidth, m_area.height()};
+}
+
+QRect FaderGeometry::meter() const
+{
+    const int above = MeterFace::lampHeight + MeterFace::lampGap;
+    return {m_area.right() + 1 - meterWidth, travel().y() - above, meterWidth, travel().height() + above};
+}
+
+QRectF FaderGeometry::handle(double share) const
+{
+    return {qreal(m_area.x()), rowOf(travel(), share) - handleHeight / 2.0, qreal(handleWidth),
+            qreal(handleHeight)};
+}
+
+QRect FaderGeometry::focusFrame() const
+{
+    return m_area.adjusted(-1, 0, 1, 0);
+}
+
+void paintFader(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look)
+{
+    paintMarks(painter, geometry, look);
+    paintNumbers(painter, geometry, look);
+    paintGroove(painter, geometry, look);
+    if (look.focused)
+        paintFocusFrame(painter, geometry.focusFrame(), look.accent);
+    paintHandle(painter, geometry, look);
+}
+
+} // namespace vm

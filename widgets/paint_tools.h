@@ -1,0 +1,24 @@
+#pragma once
+
+#include <QColor>
+#include <QRectF>
+#include <QtGlobal>
+
+class QPainter;
+class QWidget;
+
+namespace vm {
+
+/// `share` (0 to 1) of the second colour mixed into the first; the first one's opacity stays.
+QColor mixed(const QColor &first, const QColor &second, double share);
+
+/// A logical coordinate moved to the nearest edge of a device pixel, so that lines stay sharp at any scale.
+qreal snapped(qreal coordinate, qreal pixelRatio);
+
+/// A line in device pixels: `pixels` logical pixels high (at least one device pixel), its upper edge snapped.
+QRectF sharpLine(qreal x, qreal y, qreal width, qreal pixels, qreal pixelRatio);
+
+/// A thin frame of the colour just inside the rectangle, for the keyboard focus.
+void paintFocusFrame(QPainter &painter, const QRectF &rect, const QColor &color);
+
+} // namespace vm
