@@ -1,0 +1,63 @@
+#pragma once
+
+#include "simulator/faults.h"
+
+#include <QHostAddress>
+#include <QTimer>
+#include <QUdpSocket>
+
+#include <functional>
+#include <optional>
+
+namespace sim {
+
+/// Takes control requests from a UDP port and sends each reply to whoever asked, by way of the faults that
+/// the link is to have.
+class ControlService : public QObject
+{
+    Q_OBJECT
+
+public:
+    using Answer = std::function<QByteArray(const QByteArray &request)>;
+
+    /// `holdMs` limits how long a reordered reply waits for another one to overtake it.
+    ControlService(const FaultSettings &faults, quint32 seed, int holdMs, const Answer &answer,
+                   QObject *parent = nullptr);
+
+    /// Port 0 takes any free one. False when the address or port cannot be had; errorText() says why.
+    bool listen(const QHostAddress &address, quint16 port);
+    quint16 port() const { return m_socket.localPort(); }
+    QString errorText() const { return m_socket.errorString(); }
+
+    /// A silent service swallows requests unanswered.
+    void setSilent(bool silent) { m_silent = silent; }
+
+signals:
+    /// A request was carried out; `total` counts them from the start.
+    void answered(int total);
+
+private:
+    struct Reply
+    {
+        QByteArray bytes;
+        QHostAddress address;
+        quint16 port = 0;
+        Fate fate;
+    };
+
+    void readRequests();
+    void serve(const QByteArray &request, const QHostAddress &address, quint16 port);
+    void dispatch(const Reply &reply);
+    void transmit(const Reply &reply);
+    void releaseHeld();
+
+    QUdpSocket m_socket;
+    FaultDealer m_faults;
+    Answer m_answer;
+    QTimer m_holdTimer;
+    std::optional<Reply> m_held;
+    int m_answered = 0;
+    bool m_silent = false;
+};
+
+} // namespace sim

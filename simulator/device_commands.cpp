@@ -1,0 +1,150 @@
+// The commands of the device: "/control/..." and the plain texts.
+
+#include "simulator/device_model.h"
+#include "simulator/factory_state.h"
+#include "simulator/log.h"
+
+namespace sim {
+
+namespace {
+
+QString done()
+{
+    return {};
+}
+
+} // namespace
+
+void DeviceModel::addDeviceCommands()
+{
+    m_commands.add(QStringLiteral("/control/identify"), node::boolean(), [](const QJsonValue &on) {
+        qCInfo(simulatorLog) << "identify" << (on.toBool() ? "on" : "off");
+        return done();
+    });
+    m_commands.add(QStringLiteral("/control/defaults"), node::integer(1, 1), [this](const QJsonValue &) {
+        restoreDefaults();
+        return done();
+    });
+    m_commands.add(QStringLiteral("/control/reboot"), node::trueOnly(), [this](const QJsonValue &) {
+        emit rebootRequested();
+        return done();
+    });
+    m_commands.add(QStringLiteral("/control/req_metering"), node::integer(0, 1000),
+                   [this](const QJsonValue &on) {
+                       emit meteringRequested(on.toInt() > 0);
+                       return done();
+                   });
+    const Node slot = node::number(0, presetSlotCount - 1);
+    m_commands.add(QStringLiteral("/control/save_preset"), slot, [this](const QJsonValue &n) {
+        savePreset(n.toInt());
+        return done();
+    });
+    m_commands.add(QStringLiteral("/control/load_preset"), slot,
+                   [this](const QJsonValue &n) { return loadPreset(n.toInt()); });
+}
+
+void DeviceModel::addBluetoothCommands()
+{
+    const auto add = [this](const char *name, const std::function<QString()> &action) {
+        m_commands.add(QStringLiteral("/control/bluetooth/") + QLatin1String(name), node::trueOnly(),
+                       [action](const QJsonValue &) { return action(); });
+    };
+    add("pair", [this] { return m_phone.pair(); });
+    add("disconnect", [this] { return m_phone.disconnectPhone(); });
+    add("clear_list", [this] {
+        m_phone.clearList();
+        emit settingsChanged();
+        return done();
+    });
+    const std::pair<const char *, void (Player::*)()> keys[]
+        = {{"play", &Player::play}, {"pause", &Player::pause},   {"prev", &Player::previous},
+           {"next", &Player::next}, {"vol_up", &Player::louder}, {"vol_down", &Player::softer}};
+    for (const auto &key : keys)
+        add(key.first, [this, press = key.second] { return m_phone.control(press); });
+}
+
+void DeviceModel::addVoiceCueCommands()
+{
+    for (int cue = 0; cue < voiceCueCount; ++cue)
+        m_commands.add(QStringLiteral("/control/voice_cue/%1/play").arg(cue), node::trueOnly(),
+                       [this, cue](const QJsonValue &) { return m_cues.play(cue); });
+    const Node order = node::object({{QStringLiteral("target"), node::word(voiceCueIds())},
+                                     {QStringLiteral("uri"), node::text(1, 8192)}});
+    m_commands.add(QStringLiteral("/control/fwdl"), order,
+                   [this](const QJsonValue &value) { return beginFetch(value.toObject()); });
+}
+
+QString DeviceModel::beginFetch(const QJsonObject &order)
+{
+    const int cue = voiceCueIds().indexOf(order.value(QStringLiteral("target")).toString());
+    const std::optional<TftpUri> source = parseTftpUri(order.value(QStringLiteral("uri")).toString());
+    if (cue < 0)
+        return QStringLiteral("no target");
+    if (!source)
+        return QStringLiteral("the uri is not of the form tftp://ADDRESS:PORT/FILE");
+    if (m_loading)
+        return QStringLiteral("another file is being fetched");
+    m_loading = true;
+    m_cues.beginLoad(cue);
+    emit fetchRequested(*source);
+    return {};
+}
+
+void DeviceModel::finishLoad(int ms)
+{
+    m_loading = false;
+    m_cues.finishLoad(ms);
+    publishStatus();
+    emit settingsChanged();
+}
+
+void DeviceModel::abandonLoad()
+{
+    m_loading = false;
+    m_cues.abandonLoad();
+    publishStatus();
+}
+
+void DeviceModel::savePreset(int slot)
+{
+    m_presets.save(slot, m_tree);
+    emit settingsChanged();
+}
+
+QString DeviceModel::loadPreset(int slot)
+{
+    const QString obstacle = m_presets.load(slot, &m_tree);
+    if (obstacle.isEmpty())
+        settingsApplied();
+    return obstacle;
+}
+
+void DeviceModel::restoreDefaults()
+{
+    qCInfo(simulatorLog) << "factory defaults";
+    m_tree = ParameterTree(deviceSchema(), factoryState(m_identity));
+    m_presets.clear();
+    m_cues.restoreFactory();
+    m_phone.restoreFactoryList();
+    settingsApplied();
+}
+
+QString DeviceModel::textAnswer(const QString &command)
+{
+    const QStringList words = command.split(QLatin1Char(' '));
+    const QString verb = words.first();
+    if (command == QLatin1String("QUERY"))
+        return QStringLiteral("ACK QUERY %1 %2\r").arg(m_identity.name(), m_identity.version());
+    if (words.size() != 2 || (verb != QLatin1String("SAVE") && verb != QLatin1String("LOAD")))
+        return QStringLiteral("NACK\r");
+    const Outcome slot = check(node::number(0, presetSlotCount - 1), verb, {}, words.last());
+    bool carriedOut = slot.accepted();
+    if (carriedOut && verb == QLatin1String("SAVE"))
+        savePreset(slot.value.toInt());
+    else if (carriedOut)
+        carriedOut = loadPreset(slot.value.toInt()).isEmpty();
+    return QStringLiteral("%1 %2 %3\r")
+        .arg(carriedOut ? QStringLiteral("ACK") : QStringLiteral("NACK"), verb, words.last());
+}
+
+} // namespace sim

@@ -1,0 +1,135 @@
+#include "simulator/device_model.h"
+
+#include "simulator/desk.h"
+#include "simulator/factory_state.h"
+#include "simulator/faults.h"
+#include "simulator/log.h"
+
+namespace sim {
+
+namespace {
+
+BluetoothSettings bluetoothSettings(const QJsonObject &section)
+{
+    using Reconnect = BluetoothSettings::Reconnect;
+    const QString mode = section.value(QStringLiteral("connection_mode")).toString();
+    BluetoothSettings settings;
+    settings.enabled = section.value(QStringLiteral("enable")).toBool();
+    settings.media = section.value(QStringLiteral("profile")).toString() != QLatin1String("hfp");
+    if (mode == QLatin1String("basic"))
+        settings.reconnect = Reconnect::Never;
+    else
+        settings.reconnect = mode == QLatin1String("reconnect") ? Reconnect::Any : Reconnect::Protected;
+    return settings;
+}
+
+} // namespace
+
+DeviceModel::DeviceModel(const Identity &identity, quint32 seed, QObject *parent)
+    : QObject(parent)
+    , m_identity(identity)
+    , m_tree(deviceSchema(), factoryState(identity))
+    , m_phone(seed)
+    , m_programme(seed)
+{
+    addDeviceCommands();
+    addBluetoothCommands();
+    addVoiceCueCommands();
+    connect(&m_phone, &Phone::cueDue, this, &DeviceModel::playEventCue);
+    settingsApplied();
+}
+
+QByteArray DeviceModel::answer(const QByteArray &bytes)
+{
+    const Request request = parseRequest(bytes);
+    const QByteArray reply = request.kind == Request::Kind::Text ? textAnswer(request.text).toLatin1()
+                                                                 : replyBytes(request, jsonAnswer(request));
+    publishStatus();
+    return reply;
+}
+
+Outcome DeviceModel::jsonAnswer(const Request &request)
+{
+    const QString &path = request.path;
+    if (request.kind == Request::Kind::Bad)
+        return {{}, request.text};
+    if (!m_refuse.isEmpty() && matchesPattern(m_refuse, path))
+        return Outcome::refuse(path, QStringLiteral("refused on request (%1)").arg(m_refuse));
+    const bool command = path.startsWith(QLatin1String("/control/"));
+    if (request.kind == Request::Kind::Set)
+        return command ? m_commands.run(path, request.value) : set(path, request.value);
+    if (command && m_commands.contains(path))
+        return Outcome::refuse(path, QStringLiteral("a command, it can only be set"));
+    return m_tree.get(path);
+}
+
+Outcome DeviceModel::set(const QString &path, const QJsonValue &value)
+{
+    const Outcome outcome = m_tree.set(path, value);
+    if (!outcome.accepted())
+        return outcome;
+    if (path.startsWith(QLatin1String("/status/bluetooth/list")))
+        m_phone.setPairedList(m_tree.value(QStringLiteral("/status/bluetooth/list")).toArray());
+    settingsApplied();
+    return outcome;
+}
+
+/// Brings everything that follows from the tree's settings in line with them.
+void DeviceModel::settingsApplied()
+{
+    m_phone.applySettings(bluetoothSettings(m_tree.value(QStringLiteral("/system/bluetooth")).toObject()));
+    publishStatus();
+    emit settingsChanged();
+}
+
+void DeviceModel::publishStatus()
+{
+    m_tree.put(QStringLiteral("/status/bluetooth"), m_phone.status());
+    m_tree.put(QStringLiteral("/status/usb"), m_usbHost.status());
+    m_tree.put(QStringLiteral("/status/voice_cue"), m_cues.status());
+}
+
+void DeviceModel::advance(int ms, double pace)
+{
+    const int lived = qRound(ms * pace);
+    m_phone.advance(lived);
+    m_usbHost.advance(lived);
+    m_cues.advance(ms);
+    m_programme.advance(ms);
+    publishStatus();
+}
+
+void DeviceModel::powerUp()
+{
+    m_phone.powerUp();
+    m_usbHost.powerUp();
+    publishStatus();
+}
+
+void DeviceModel::playEventCue(int cue)
+{
+    const QJsonArray cues = m_tree.value(QStringLiteral("/system/voice_cue")).toArray();
+    if (cues.at(cue).toObject().value(QStringLiteral("enable")).toBool())
+        m_cues.play(cue);
+}
+
+Levels DeviceModel::levels() const
+{
+    const QJsonObject generator = m_tree.value(QStringLiteral("/system/function_gen")).toObject();
+    const bool stereo = m_tree.value(QStringLiteral("/system/usb/mode")).toString() == QLatin1String("2x2");
+    SourceLevels sources;
+    sources.fill(silenceDb);
+    for (int source = 0; source < 4; ++source)
+        sources[size_t(source)] = m_programme.level(source);
+    for (int source = 4; source < (stereo ? 6 : 5) && m_usbHost.isActive(); ++source)
+        sources[size_t(source)] = m_programme.level(source);
+    for (int source = 6; source < 8 && m_phone.isSounding(); ++source)
+        sources[size_t(source)] = m_programme.level(source) + m_phone.volumeDb();
+    if (m_cues.isPlaying())
+        sources[8] = m_programme.level(8);
+    if (generator.value(QStringLiteral("enable")).toBool())
+        sources[9] = generator.value(QStringLiteral("amplitude")).toDouble();
+    return computeLevels(deskOf(m_tree), sources);
+}
+
+} // namespace sim

@@ -1,0 +1,63 @@
+#include "simulator/exit_signals.h"
+
+#include <csignal>
+#include <sys/socket.h>
+#include <unistd.h>
+
+#ifdef Q_OS_LINUX
+#include <sys/prctl.h>
+#endif
+
+namespace sim {
+
+namespace {
+
+// A signal handler may do little more than write to a descriptor; the event loop reads at the other end.
+int handlerEnd = -1;
+int loopEnd = -1;
+
+void passOn(int)
+{
+    const char byte = 1;
+    if (write(handlerEnd, &byte, sizeof byte) < 0)
+        _exit(1);
+}
+
+} // namespace
+
+ExitSignals::ExitSignals(QObject *parent)
+    : QObject(parent)
+{
+    int ends[2];
+    if (socketpair(AF_UNIX, SOCK_STREAM, 0, ends) != 0)
+        qFatal("no socket pair for the exit signals");
+    handlerEnd = ends[0];
+    loopEnd = ends[1];
+    m_notifier.reset(new QSocketNotifier(loopEnd, QSocketNotifier::Read));
+    connect(m_notifier.data(), &QSocketNotifier::activated, this, [this] {
+        m_notifier->setEnabled(false);
+        emit exitRequested();
+    });
+    std::signal(SIGTERM, passOn);
+    std::signal(SIGINT, passOn);
+}
+
+ExitSignals::~ExitSignals()
+{
+    std::signal(SIGTERM, SIG_DFL);
+    std::signal(SIGINT, SIG_DFL);
+    close(handlerEnd);
+    close(loopEnd);
+}
+
+void exitWithParent()
+{
+#ifdef Q_OS_LINUX
+    const pid_t parent = getppid();
+    prctl(PR_SET_PDEATHSIG, SIGTERM);
+    if (getppid() != parent) // it ended before the request
+        raise(SIGTERM);
+#endif
+}
+
+} // namespace sim

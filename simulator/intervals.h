@@ -1,0 +1,23 @@
+#pragma once
+
+namespace sim {
+
+/// The device's own times, all in ms. Tests shorten them.
+struct Intervals
+{
+    int announce = 1000;
+    int life = 50; ///< step in which the phone, the USB host and the programme move on
+    int meter = 50; ///< from one level datagram to the next
+    int meterFor = 12000; ///< how long one metering request keeps the levels coming
+    int reboot = 2000; ///< silence while the device restarts
+    int save = 500; ///< from a change of settings until the state file is written
+    int hold = 250; ///< longest wait of a reordered reply for another one to overtake it
+    int tftpRequest = 1000; ///< wait for the first block before the read request is repeated
+    int tftpAck = 50; ///< wait for the next block; doubles with each repeat
+    int tftpAckMost = 2000; ///< but not beyond this
+    int tftpRepeats = 12; ///< repeats without an answer until a transfer is given up (a count, no time)
+    int tftpLinger = 6000; ///< how long a repeated last block is still acknowledged
+    double pace = 1.0; ///< how much faster than the clock the phone and the USB host live (a factor)
+};
+
+} // namespace sim

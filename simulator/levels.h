@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QByteArray>
+
+#include <array>
+
+namespace sim {
+
+constexpr int sourceCount = 10; ///< network 0-3, USB 4-5, Bluetooth 6-7, voice cue 8, tone generator 9
+constexpr int sinkCount = 7; ///< network 0-3, USB 4-5, Bluetooth 6
+
+constexpr double silenceDb = -100.0; ///< the lowest level; a crosspoint at it is off
+constexpr double fullDb = 20.0; ///< the highest level that is reported
+
+/// Levels before the input strips, in dB.
+using SourceLevels = std::array<double, sourceCount>;
+
+/// Gain in dB; a limited strip passes nothing louder than its threshold.
+struct Strip
+{
+    double gain = 0;
+    bool mute = false;
+    bool limited = false;
+    double threshold = 0;
+};
+
+/// The audio settings of the device that its levels follow from.
+struct Desk
+{
+    std::array<Strip, sourceCount> inputs;
+    std::array<Strip, sinkCount> outputs;
+    std::array<std::array<double, sourceCount>, sinkCount> mixer; ///< dB, [sink][source]
+};
+
+/// Levels behind the input and the output strips, in dB, silenceDb to fullDb.
+struct Levels
+{
+    std::array<double, sourceCount> inputs;
+    std::array<double, sinkCount> outputs;
+};
+
+/// Each input passes its strip; each sink adds up the powers that its open crosspoints let through (the
+/// sources are independent of each other) and passes its own strip.
+Levels computeLevels(const Desk &desk, const SourceLevels &sources);
+
+/// The 19 bytes of a level datagram: 0x81, two bytes for later use, then signed dB of network receive 1-4,
+/// USB playback 1-2, Bluetooth in 1-2, voice cue, network transmit 1-4, USB record 1-2, Bluetooth out.
+QByteArray levelDatagram(const Levels &levels);
+
+} // namespace sim

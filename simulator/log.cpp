@@ -1,0 +1,3 @@
+#include "simulator/log.h"
+
+Q_LOGGING_CATEGORY(simulatorLog, "simulator")

@@ -1,0 +1,176 @@
+#include "simulator/options.h"
+
+#include "simulator/ipv4_text.h"
+
+#include <QCommandLineParser>
+
+#include <optional>
+
+namespace sim {
+
+namespace {
+
+/// Reads the values of the options one after the other and keeps the first error.
+class ValueReader
+{
+public:
+    ValueReader(const QCommandLineParser &parser, QString *error)
+        : m_parser(parser)
+        , m_error(error)
+    {
+    }
+
+    QString text(const char *option) const { return m_parser.value(QLatin1String(option)); }
+
+    double number(const char *option, double least, double most)
+    {
+        bool valid = false;
+        const double value = text(option).toDouble(&valid);
+        if (valid && value >= least && value <= most)
+            return value;
+        fail(option, QStringLiteral("a number from %1 to %2").arg(least).arg(most));
+        return least;
+    }
+
+    double probability(const char *option) { return number(option, 0, 1); }
+
+    uint whole(const char *option, uint most)
+    {
+        bool valid = false;
+        const uint value = text(option).toUInt(&valid);
+        if (valid && value <= most)
+            return value;
+        fail(option, QStringLiteral("a whole number from 0 to %1").arg(most));
+        return 0;
+    }
+
+    void fail(const char *option, const QString &expected)
+    {
+        if (m_error->isEmpty())
+            *m_error = QStringLiteral("--%1 takes %2, not \"%3\".")
+                           .arg(QLatin1String(option), expected, text(option));
+    }
+
+private:
+    const QCommandLineParser &m_parser;
+    QString *m_error;
+};
+
+struct OptionText
+{
+    const char *name;
+    const char *valueName;
+    const char *standard;
+    const char *description;
+};
+
+constexpr OptionText optionTexts[] = {
+    {"name", "NAME", "KBX-0001", "Device name; the MAC address follows from it."},
+    {"address", "ADDRESS", "127.0.0.1", "IPv4 address of the device, one of this machine's."},
+    {"interface", "IF", "lo", "Network interface for announcements and levels."},
+    {"port", "PORT", "47800", "UDP port of the control service, 0 for any free one."},
+    {"state", "FILE", "", "Keep settings, presets and pairings in FILE."},
+    {"seed", "N", "1", "Seed of everything that looks like chance."},
+    {"keep-upload", "FILE", "", "Write each fetched voice cue to FILE as it came."},
+    {"pace", "FACTOR", "1", "How much faster than the clock the phone and the USB host live."},
+    {"latency", "MS", "0", "Every reply is this late."},
+    {"jitter", "MS", "0", "Up to this much is added to the latency."},
+    {"drop", "P", "0", "Probability that a request or its reply is lost."},
+    {"duplicate", "P", "0", "Probability that a reply is sent twice."},
+    {"reorder", "P", "0", "Probability that a reply is overtaken by the next one."},
+    {"garbage", "P", "0", "Probability that random bytes replace a reply."},
+    {"refuse", "PATTERN", "", "Refuse paths that fit PATTERN (* any characters, ? one)."},
+    {"vanish-after", "N", "0", "Go silent after N requests; 0 never."},
+    {"return-after", "MS", "0", "Come back that long after vanishing; 0 never."},
+    {"tftp-fault", "KIND", "none",
+     "File transfer fault: none, lost-ack, duplicate-ack, wrong-block, nack or silence."},
+    {"tftp-drop", "P", "0", "Probability that a packet of a file transfer is lost."},
+    {"tftp-duplicate", "P", "0", "Probability that a packet of a file transfer is doubled."},
+};
+
+void describe(QCommandLineParser *parser)
+{
+    parser->setApplicationDescription(QStringLiteral("A simulated TarnKBX on the network."));
+    parser->addHelpOption();
+    for (const OptionText &text : optionTexts)
+        parser->addOption({QString::fromLatin1(text.name), QString::fromLatin1(text.description),
+                           QString::fromLatin1(text.valueName), QString::fromLatin1(text.standard)});
+    parser->addOption(
+        {QStringLiteral("exit-with-parent"), QStringLiteral("End when the parent process ends.")});
+}
+
+FaultSettings readFaults(ValueReader *reader)
+{
+    constexpr uint longest = 3600000;
+    FaultSettings faults;
+    faults.latencyMs = int(reader->whole("latency", longest));
+    faults.jitterMs = int(reader->whole("jitter", longest));
+    faults.drop = reader->probability("drop");
+    faults.duplicate = reader->probability("duplicate");
+    faults.reorder = reader->probability("reorder");
+    faults.garbage = reader->probability("garbage");
+    faults.refuse = reader->text("refuse");
+    faults.vanishAfter = int(reader->whole("vanish-after", longest));
+    faults.returnAfterMs = int(reader->whole("return-after", longest));
+    return faults;
+}
+
+TftpFaultSettings readTftpFaults(ValueReader *reader)
+{
+    TftpFaultSettings faults;
+    const auto kind = TftpFaultSettings::kindNamed(reader->text("tftp-fault"));
+    if (!kind)
+        reader->fail("tftp-fault",
+                     QStringLiteral("one of ") + TftpFaultSettings::kindNames().join(QStringLiteral(", ")));
+    faults.kind = kind.value_or(TftpFaultSettings::Kind::None);
+    faults.drop = reader->probability("tftp-drop");
+    faults.duplicate = reader->probability("tftp-duplicate");
+    return faults;
+}
+
+Options readOptions(const QCommandLineParser &parser, ValueReader *reader)
+{
+    Options options;
+    options.name = reader->text("name");
+    if (options.name.isEmpty())
+        reader->fail("name", QStringLiteral("a text"));
+    if (!ipv4FromText(reader->text("address")))
+        reader->fail("address", QStringLiteral("a dotted IPv4 address"));
+    options.address = QHostAddress(reader->text("address"));
+    options.interface = reader->text("interface");
+    options.port = quint16(reader->whole("port", 65535));
+    options.stateFile = reader->text("state");
+    options.keepUpload = reader->text("keep-upload");
+    options.seed = reader->whole("seed", 0xffffffffU);
+    options.pace = reader->number("pace", 0.01, 1000);
+    options.exitWithParent = parser.isSet(QStringLiteral("exit-with-parent"));
+    options.faults = readFaults(reader);
+    options.tftpFaults = readTftpFaults(reader);
+    return options;
+}
+
+} // namespace
+
+ParsedOptions parseOptions(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describe(&parser);
+    ParsedOptions parsed;
+    if (!parser.parse(arguments)) {
+        parsed.error = parser.errorText() + QLatin1Char('.');
+        return parsed;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        parsed.help = parser.helpText();
+        return parsed;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        parsed.error = QStringLiteral("\"%1\" is no option.").arg(parser.positionalArguments().first());
+        return parsed;
+    }
+    ValueReader reader(parser, &parsed.error);
+    parsed.options = readOptions(parser, &reader);
+    return parsed;
+}
+
+} // namespace sim

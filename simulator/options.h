@@ -1,0 +1,37 @@
+#pragma once
+
+#include "simulator/faults.h"
+#include "simulator/tftp_faults.h"
+
+#include <QHostAddress>
+#include <QStringList>
+
+namespace sim {
+
+/// What the command line asks for.
+struct Options
+{
+    QString name = QStringLiteral("KBX-0001");
+    QHostAddress address{QHostAddress::LocalHost};
+    QString interface = QStringLiteral("lo");
+    quint16 port = 47800; ///< 0: any free one
+    QString stateFile; ///< none when empty
+    QString keepUpload; ///< file that receives each fetched file as it came; none when empty
+    quint32 seed = 1;
+    double pace = 1.0;
+    bool exitWithParent = false;
+    FaultSettings faults;
+    TftpFaultSettings tftpFaults;
+};
+
+struct ParsedOptions
+{
+    Options options;
+    QString error; ///< a sentence for the user; empty when all is well
+    QString help; ///< the help text, when it was asked for
+};
+
+/// `arguments` begins with the program's name.
+ParsedOptions parseOptions(const QStringList &arguments);
+
+} // namespace sim

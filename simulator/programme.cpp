@@ -1,0 +1,69 @@
+#include "simulator/programme.h"
+
+namespace sim {
+
+namespace {
+
+constexpr double roomDb = -72.0; // what a microphone hears in a pause
+
+constexpr ProgrammeStyle presenter{-12, 210, 9, 8, 14, 0.2};
+constexpr ProgrammeStyle guest{-16, 240, 10, 9, 9, 0.55};
+constexpr ProgrammeStyle concert{-10, 520, 14, 7, 64, 0.05};
+constexpr ProgrammeStyle desktop{-9, 430, 8, 4, 48, 0.1};
+constexpr ProgrammeStyle song{-8, 480, 7, 3, 128, 0.0};
+constexpr ProgrammeStyle prompt{-6, 190, 8, 5, 128, 0.0};
+
+} // namespace
+
+ProgrammeSource::ProgrammeSource(const ProgrammeStyle &style, quint32 seed)
+    : m_style(style)
+    , m_random(seed)
+{
+    beginBeat();
+}
+
+void ProgrammeSource::advance(int ms)
+{
+    m_inBeat += ms;
+    while (m_inBeat >= m_style.beatMs) {
+        m_inBeat -= m_style.beatMs;
+        ++m_beat;
+        beginBeat();
+    }
+}
+
+double ProgrammeSource::level() const
+{
+    if (m_pause)
+        return roomDb;
+    return m_style.peakDb - m_accent - m_style.fallDb * m_inBeat / m_style.beatMs;
+}
+
+void ProgrammeSource::beginBeat()
+{
+    if (m_beat % m_style.phraseBeats == 0)
+        m_pause = m_random.generateDouble() < m_style.pauseShare;
+    m_accent = m_random.bounded(m_style.accentDb);
+}
+
+Programme::Programme(quint32 seed)
+{
+    const ProgrammeStyle styles[]
+        = {presenter, guest, concert, concert, desktop, desktop, song, song, prompt};
+    quint32 offset = 0;
+    for (const ProgrammeStyle &style : styles)
+        m_sources.emplace_back(style, seed * 16 + offset++);
+}
+
+void Programme::advance(int ms)
+{
+    for (ProgrammeSource &source : m_sources)
+        source.advance(ms);
+}
+
+double Programme::level(int source) const
+{
+    return m_sources.at(size_t(source)).level();
+}
+
+} // namespace sim

@@ -1,0 +1,55 @@
+#pragma once
+
+#include <QRandomGenerator>
+
+#include <vector>
+
+namespace sim {
+
+/// How the level of one kind of programme moves.
+struct ProgrammeStyle
+{
+    double peakDb; ///< level of the loudest beats
+    int beatMs; ///< time from one beat or syllable to the next
+    double fallDb; ///< how far the level falls until the next beat
+    double accentDb; ///< how much softer than the loudest a beat can be
+    int phraseBeats; ///< beats until there may be a pause
+    double pauseShare; ///< share of phrases that are pauses, 0 to 1
+};
+
+/// The level of one audio source over time: beats that decay, softer and louder ones, pauses between
+/// phrases. Repeatable by its seed.
+class ProgrammeSource
+{
+public:
+    ProgrammeSource(const ProgrammeStyle &style, quint32 seed);
+
+    void advance(int ms);
+    double level() const; ///< dB
+
+private:
+    void beginBeat();
+
+    ProgrammeStyle m_style;
+    QRandomGenerator m_random;
+    int m_inBeat = 0; // ms
+    int m_beat = 0;
+    double m_accent = 0;
+    bool m_pause = false;
+};
+
+/// What comes in at the device's inputs: two speakers and a stereo programme from the network, stereo from
+/// the computer and from the phone, and the voice of the cues. Indices are those of the mixer's sources, 0-8.
+class Programme
+{
+public:
+    explicit Programme(quint32 seed);
+
+    void advance(int ms);
+    double level(int source) const; ///< dB
+
+private:
+    std::vector<ProgrammeSource> m_sources;
+};
+
+} // namespace sim

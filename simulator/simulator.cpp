@@ -1,0 +1,141 @@
+#include "simulator/simulator.h"
+
+#include "simulator/log.h"
+#include "simulator/state_file.h"
+
+namespace sim {
+
+Simulator::Simulator(const Options &options, const Intervals &intervals, QObject *parent)
+    : QObject(parent)
+    , m_options(options)
+    , m_intervals(intervals)
+    , m_model(Identity(options.name), options.seed)
+    , m_control(options.faults, options.seed, intervals.hold,
+                [this](const QByteArray &request) { return m_model.answer(request); })
+    , m_announcer(intervals.announce)
+    , m_meters(intervals, [this] { return levelPacket(); })
+{
+    m_model.setRefusePattern(options.faults.refuse);
+    m_lifeTimer.setInterval(intervals.life);
+    m_saveTimer.setInterval(intervals.save);
+    m_saveTimer.setSingleShot(true);
+    m_returnTimer.setSingleShot(true);
+    connectModel();
+}
+
+Simulator::~Simulator()
+{
+    save();
+}
+
+void Simulator::connectModel()
+{
+    connect(&m_lifeTimer, &QTimer::timeout, this, &Simulator::live);
+    connect(&m_saveTimer, &QTimer::timeout, this, &Simulator::save);
+    connect(&m_returnTimer, &QTimer::timeout, this, &Simulator::appear);
+    connect(&m_control, &ControlService::answered, this, &Simulator::vanishWhenDue);
+    connect(&m_model, &DeviceModel::rebootRequested, this, &Simulator::reboot);
+    connect(&m_model, &DeviceModel::meteringRequested, this,
+            [this](bool on) { on ? m_meters.request() : m_meters.stop(); });
+    if (!m_options.stateFile.isEmpty())
+        connect(&m_model, &DeviceModel::settingsChanged, &m_saveTimer, qOverload<>(&QTimer::start));
+}
+
+QString Simulator::start()
+{
+    QString problem = restore();
+    if (problem.isEmpty())
+        problem = openSockets();
+    if (!problem.isEmpty()) {
+        m_options.stateFile.clear(); // what could not be read is not overwritten
+        return problem;
+    }
+    m_lived.start();
+    m_lifeTimer.start();
+    appear();
+    return {};
+}
+
+QString Simulator::restore()
+{
+    if (m_options.stateFile.isEmpty())
+        return {};
+    const StateRead read = readState(m_options.stateFile);
+    if (!read.error.isEmpty())
+        return QStringLiteral("%1: %2").arg(m_options.stateFile, read.error);
+    if (read.state.isEmpty())
+        return {};
+    const QString misfit = m_model.fromJson(read.state);
+    return misfit.isEmpty() ? QString() : QStringLiteral("%1: %2").arg(m_options.stateFile, misfit);
+}
+
+QString Simulator::openSockets()
+{
+    const Station station{m_options.address, QNetworkInterface::interfaceFromName(m_options.interface)};
+    if (!station.interface.isValid())
+        return QStringLiteral("there is no network interface \"%1\"").arg(m_options.interface);
+    if (!m_control.listen(station.address, m_options.port))
+        return QStringLiteral("cannot listen on %1:%2: %3")
+            .arg(station.address.toString())
+            .arg(m_options.port)
+            .arg(m_control.errorText());
+    if (!m_announcer.open(station) || !m_meters.open(station))
+        return QStringLiteral("cannot send from %1: %2")
+            .arg(station.address.toString(), m_announcer.errorText());
+    return {};
+}
+
+void Simulator::live()
+{
+    m_model.advance(int(m_lived.restart()), m_intervals.pace);
+}
+
+void Simulator::appear()
+{
+    m_control.setSilent(false);
+    m_announcer.start(m_model.identity().announcement(m_control.port()));
+}
+
+void Simulator::disappear()
+{
+    m_control.setSilent(true);
+    m_announcer.stop();
+    m_meters.stop();
+}
+
+void Simulator::reboot()
+{
+    qCInfo(simulatorLog) << "reboot";
+    disappear();
+    m_model.powerUp();
+    m_returnTimer.start(m_intervals.reboot);
+}
+
+void Simulator::vanishWhenDue(int answered)
+{
+    if (answered != m_options.faults.vanishAfter)
+        return;
+    qCInfo(simulatorLog) << "vanishing after" << answered << "requests";
+    disappear();
+    if (m_options.faults.returnAfterMs > 0)
+        m_returnTimer.start(m_options.faults.returnAfterMs);
+}
+
+LevelPacket Simulator::levelPacket() const
+{
+    const QJsonObject target = m_model.tree().value(QStringLiteral("/system/metering")).toObject();
+    return {levelDatagram(m_model.levels()), QHostAddress(target.value(QStringLiteral("ip")).toString()),
+            quint16(target.value(QStringLiteral("port")).toInt())};
+}
+
+void Simulator::save()
+{
+    m_saveTimer.stop();
+    if (m_options.stateFile.isEmpty())
+        return;
+    const QString problem = writeState(m_options.stateFile, m_model.toJson());
+    if (!problem.isEmpty())
+        qCWarning(simulatorLog).noquote() << m_options.stateFile + QStringLiteral(": ") + problem;
+}
+
+} // namespace sim

@@ -1,0 +1,73 @@
+#include "simulator/tftp_faults.h"
+
+#include "simulator/tftp_packet.h"
+
+#include <QStringList>
+
+namespace sim {
+
+namespace {
+
+using Kind = TftpFaultSettings::Kind;
+
+constexpr quint16 faultyBlock = 3;
+constexpr quint16 faultyEvery = 5;
+
+} // namespace
+
+QStringList TftpFaultSettings::kindNames()
+{
+    return {QStringLiteral("none"),        QStringLiteral("lost-ack"), QStringLiteral("duplicate-ack"),
+            QStringLiteral("wrong-block"), QStringLiteral("nack"),     QStringLiteral("silence")};
+}
+
+std::optional<Kind> TftpFaultSettings::kindNamed(const QString &word)
+{
+    const int index = kindNames().indexOf(word);
+    return index < 0 ? std::nullopt : std::optional<Kind>(Kind(index));
+}
+
+TftpFaults::TftpFaults(const TftpFaultSettings &settings, quint32 seed)
+    : m_settings(settings)
+    , m_random(seed)
+{
+}
+
+QVector<QByteArray> TftpFaults::acknowledge(quint16 block)
+{
+    const QByteArray packet = tftp::acknowledgementPacket(block);
+    const bool unlucky = block % faultyEvery == 0;
+    switch (m_settings.kind) {
+    case Kind::LostAck:
+        if (unlucky && m_lostBlock != block) {
+            m_lostBlock = block;
+            return {};
+        }
+        return {packet};
+    case Kind::DuplicateAck:
+        return {packet, packet};
+    case Kind::WrongBlock:
+        return unlucky ? QVector<QByteArray>{tftp::acknowledgementPacket(quint16(block + 7)), packet}
+                       : QVector<QByteArray>{packet};
+    case Kind::Silence:
+        return block < faultyBlock ? QVector<QByteArray>{packet} : QVector<QByteArray>{};
+    case Kind::None:
+    case Kind::Nack:
+        break;
+    }
+    return {packet};
+}
+
+int TftpFaults::copies()
+{
+    const bool lost = m_random.generateDouble() < m_settings.drop;
+    const bool doubled = m_random.generateDouble() < m_settings.duplicate;
+    return lost ? 0 : doubled ? 2 : 1;
+}
+
+bool TftpFaults::refuses(quint16 block) const
+{
+    return m_settings.kind == Kind::Nack && block == faultyBlock;
+}
+
+} // namespace sim
