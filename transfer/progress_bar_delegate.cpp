@@ -1,0 +1,39 @@
+#include "transfer/progress_bar_delegate.h"
+
+#include "transfer/dev_list.h"
+
+#include <QPainter>
+#include <QProgressBar>
+
+ProgressBarDelegate::ProgressBarDelegate(QObject *parent)
+    : QStyledItemDelegate(parent)
+    , m_parentWidget(qobject_cast<QWidget *>(parent))
+{
+}
+
+void ProgressBarDelegate::setList(DevList *list)
+{
+    m_list = list;
+}
+
+void ProgressBarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
+                                const QModelIndex &index) const
+{
+    const UpdateDev *device = m_list ? m_list->deviceAt(index.row()) : nullptr;
+    if (!device) {
+        QStyledItemDelegate::paint(painter, option, index);
+        return;
+    }
+    QProgressBar bar;
+    bar.setRange(0, 100);
+    bar.setValue(device->progress());
+    if (m_parentWidget) {
+        bar.setStyleSheet(m_parentWidget->styleSheet());
+        bar.setPalette(m_parentWidget->palette());
+    }
+    bar.resize(option.rect.size());
+    painter->save();
+    painter->translate(option.rect.topLeft());
+    bar.render(painter, QPoint(), QRegion(), QWidget::DrawWindowBackground | QWidget::DrawChildren);
+    painter->restore();
+}

@@ -1,0 +1,198 @@
+#include "transfer/update_dialog.h"
+
+#include "host/px_device.h"
+#include "transfer/dev_list.h"
+#include "transfer/progress_bar_delegate.h"
+#include "transfer/tftp_packet.h"
+#include "transfer/update_texts.h"
+#include "ui_update_dialog.h"
+
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QNetworkDatagram>
+
+namespace {
+
+constexpr quint16 RequestPort = 69;
+constexpr int IconColumnWidth = 25;
+constexpr int NameColumnWidth = 250;
+
+void discardPending(QUdpSocket &socket)
+{
+    while (socket.hasPendingDatagrams())
+        socket.readDatagram(nullptr, 0);
+}
+
+} // namespace
+
+UpdateDialog::UpdateDialog(QWidget *parent)
+    : QDialog(parent)
+    , m_ui(new Ui::UpdateDialog)
+    , m_devices(new DevList(this))
+{
+    m_ui->setupUi(this);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    setUpTable();
+    m_ui->close_pushButton->setEnabled(true);
+    showStatus(updatetexts::waiting());
+    m_startTimer.setTimerType(Qt::PreciseTimer);
+    connect(&m_startTimer, &QTimer::timeout, this, &UpdateDialog::handleStartTimeout);
+    listenForRequests();
+}
+
+UpdateDialog::~UpdateDialog()
+{
+    m_startTimer.stop();
+    delete m_transfer;
+    m_requests.disconnect(this);
+}
+
+void UpdateDialog::setUpTable()
+{
+    auto *delegate = new ProgressBarDelegate(this);
+    delegate->setList(m_devices);
+    m_ui->tableView->setModel(m_devices);
+    m_ui->tableView->setItemDelegateForColumn(DevList::ProgressColumn, delegate);
+    m_ui->tableView->setColumnWidth(DevList::IconColumn, IconColumnWidth);
+    m_ui->tableView->setColumnWidth(DevList::NameColumn, NameColumnWidth);
+}
+
+/// Sharing the port is asked for below so that it can be opened again at once after a transfer. On some
+/// systems that also lets two dialogs open it, of which only one hears the devices; an exclusive bind
+/// beforehand tells.
+void UpdateDialog::listenForRequests()
+{
+    connect(&m_requests, &QUdpSocket::readyRead, this, &UpdateDialog::handleTftpGet);
+    QUdpSocket probe;
+    if (!probe.bind(QHostAddress::AnyIPv4, RequestPort, QAbstractSocket::DontShareAddress)) {
+        showStatus(updatetexts::portClosed(probe.error(), probe.errorString()), QStyle::SP_MessageBoxWarning);
+        return;
+    }
+    probe.close();
+    if (!m_requests.bind(QHostAddress::AnyIPv4, RequestPort,
+                         QAbstractSocket::DontShareAddress | QAbstractSocket::ReuseAddressHint))
+        showStatus(updatetexts::portClosed(m_requests.error(), m_requests.errorString()),
+                   QStyle::SP_MessageBoxWarning);
+}
+
+void UpdateDialog::setDevice(pxDevice *device)
+{
+    if (!device)
+        return;
+    m_deviceName = device->name();
+    m_devices->addDevice(m_deviceName);
+}
+
+void UpdateDialog::setFile(const QString &file, const QByteArray &contents)
+{
+    m_file = file;
+    m_data = contents;
+    m_ui->img_filename_label->setText(QFileInfo(file).fileName());
+    m_ui->img_filename_label->setToolTip(file);
+    m_ui->close_pushButton->setEnabled(true);
+    m_startTimer.start(m_intervals.start);
+}
+
+void UpdateDialog::handleTftpGet()
+{
+    const QNetworkDatagram datagram = m_requests.receiveDatagram();
+    if (!m_transfer && tftp::opcode(datagram.data()) == tftp::ReadRequest) {
+        // The message runs an event loop of its own, in which this dialog may be destroyed; that must not
+        // happen under the socket's own signal.
+        if (m_data.isEmpty())
+            QMetaObject::invokeMethod(this, &UpdateDialog::handleTimeout, Qt::QueuedConnection);
+        else
+            serve(datagram.senderAddress(), quint16(datagram.senderPort()));
+    }
+    discardPending(m_requests);
+}
+
+void UpdateDialog::serve(const QHostAddress &peer, quint16 port)
+{
+    m_startTimer.stop();
+    m_peer = peer;
+    m_transfer = new VmTftp(tftp::DeviceBlockSize, m_file, m_data, peer, port, this);
+    m_transfer->setIntervals(m_intervals.transfer);
+    connect(m_transfer, &VmTftp::progress, this, &UpdateDialog::handleProgress, Qt::QueuedConnection);
+    connect(m_transfer, &VmTftp::finishedUpdates, this, &UpdateDialog::handleFinished, Qt::QueuedConnection);
+    connect(this, &UpdateDialog::signalTftpDone, m_transfer, &VmTftp::handleDone, Qt::QueuedConnection);
+    showStatus(updatetexts::sending(peer, m_data.size(), 0));
+    m_transfer->setUp();
+    m_transfer->startFirmwareUpdates();
+    m_ui->close_pushButton->setEnabled(false);
+}
+
+void UpdateDialog::handleProgress(int percent)
+{
+    UpdateDev *device = m_devices->device(m_deviceName);
+    if (m_ended || !device || device->progress() == percent)
+        return;
+    device->setProgress(percent);
+    showStatus(updatetexts::sending(m_peer, m_data.size(), percent));
+    on_update();
+}
+
+void UpdateDialog::handleFinished(bool error)
+{
+    if (!m_ended && error)
+        showStatus(updatetexts::failed(m_transfer ? m_transfer->failure() : VmTftp::Failure::NoAnswer),
+                   QStyle::SP_MessageBoxWarning);
+    else if (!m_ended)
+        showStatus(updatetexts::finished(m_data.size()), QStyle::SP_DialogApplyButton);
+    m_ended = true;
+    releaseTransfer();
+}
+
+void UpdateDialog::handleStartTimeout()
+{
+    m_startTimer.stop();
+    if (!m_transfer && m_requests.state() == QAbstractSocket::BoundState)
+        showStatus(updatetexts::notAskedYet());
+    releaseTransfer();
+}
+
+/// The user may leave: whoever listens is told that the dialog waits for nothing more.
+void UpdateDialog::releaseTransfer()
+{
+    m_ui->close_pushButton->setEnabled(true);
+    on_update();
+    if (m_transfer)
+        disconnect(this, &UpdateDialog::signalTftpDone, m_transfer, &VmTftp::handleDone);
+    emit signalTftpDone();
+}
+
+void UpdateDialog::handleTimeout()
+{
+    if (m_failureShown)
+        return;
+    m_failureShown = true;
+    QMessageBox box(QMessageBox::Warning, tr("Failed to update the image"),
+                    tr("There was a failure in updating the voice cue wav file."), QMessageBox::Ok);
+    box.setDefaultButton(QMessageBox::Ok);
+    box.setWindowModality(Qt::ApplicationModal);
+    connect(this, &QObject::destroyed, &box, &QDialog::reject);
+    const QPointer<UpdateDialog> guard(this);
+    box.show();
+    box.move(window()->frameGeometry().center() - box.rect().center());
+    box.exec();
+    if (guard && m_ui->close_pushButton->isEnabled())
+        done(QDialog::Rejected);
+}
+
+void UpdateDialog::on_update()
+{
+    m_ui->tableView->viewport()->update();
+}
+
+void UpdateDialog::on_close_pushButton_clicked()
+{
+    if (m_ui->close_pushButton->isEnabled())
+        done(QDialog::Rejected);
+}
+
+void UpdateDialog::showStatus(const QString &text, QStyle::StandardPixmap icon)
+{
+    constexpr int iconSize = 22;
+    m_ui->status_label->setText(text);
+    m_ui->status_icon->setPixmap(style()->standardIcon(icon).pixmap(iconSize));
+}

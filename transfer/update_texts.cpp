@@ -1,0 +1,95 @@
+#include "transfer/update_texts.h"
+
+#include "transfer/tftp_packet.h"
+
+#include <QCoreApplication>
+#include <QLocale>
+
+namespace updatetexts {
+
+namespace {
+
+QString tr(const char *text)
+{
+    return QCoreApplication::translate("UpdateDialog", text);
+}
+
+QString dataSize(int bytes)
+{
+    return QLocale().formattedDataSize(bytes);
+}
+
+QString permission()
+{
+#ifdef Q_OS_LINUX
+    return tr(
+        "Permit it with the command: sudo sysctl -w net.ipv4.ip_unprivileged_port_start=69 - then load the "
+        "voice cue again.");
+#else
+    return tr("Start the application with administrator rights, then load the voice cue again.");
+#endif
+}
+
+} // namespace
+
+QString waiting()
+{
+    return tr("Waiting for the device to ask for the file.");
+}
+
+QString notAskedYet()
+{
+    return tr(
+        "The device has not asked for the file yet. It is still offered; if nothing happens, close this "
+        "window, check the network connection and any firewall (UDP port 69), and load the voice cue again.");
+}
+
+QString sending(const QHostAddress &peer, int fileSize, int percent)
+{
+    return tr("Sending %1 to %2: %3 %").arg(dataSize(fileSize), peer.toString()).arg(percent);
+}
+
+QString finished(int fileSize)
+{
+    return tr("Finished: the device has taken all %1.").arg(dataSize(fileSize));
+}
+
+QString failed(VmTftp::Failure failure)
+{
+    switch (failure) {
+    case VmTftp::Failure::TooLong:
+        return tr("Failed: the file is too long for a transfer, which carries at most %1. Choose a shorter "
+                  "recording.")
+            .arg(dataSize(tftp::MaxBlocks * tftp::DeviceBlockSize - 1));
+    case VmTftp::Failure::NotSent:
+        return tr("Failed: the network did not take a packet for the device. Check the network connection, "
+                  "then load "
+                  "the voice cue again.");
+    case VmTftp::Failure::Refused:
+        return tr(
+            "Failed: the device refused the file. Check that it is a WAV recording of the kind the device "
+            "plays (mono, 16 kHz, 16 bit), then load it again.");
+    case VmTftp::Failure::NoAnswer:
+    case VmTftp::Failure::None:
+        break;
+    }
+    return tr(
+        "Failed: the device stopped answering. Check its network connection, then load the voice cue again.");
+}
+
+QString portClosed(QAbstractSocket::SocketError error, const QString &systemText)
+{
+    switch (error) {
+    case QAbstractSocket::AddressInUseError:
+        return tr(
+            "The device cannot fetch the file: UDP port 69 is in use by another voice cue update or another "
+            "TFTP server. End that one, then load the voice cue again.");
+    case QAbstractSocket::SocketAccessError:
+        return tr("The device cannot fetch the file: this user may not open UDP port 69.") + QLatin1Char(' ')
+            + permission();
+    default:
+        return tr("The device cannot fetch the file: UDP port 69 cannot be opened (%1).").arg(systemText);
+    }
+}
+
+} // namespace updatetexts
