@@ -1,0 +1,47 @@
+// What the live areas of the block diagram do: a click opens the block's editor. The editor window is
+// published to this scene as the context property tarnkbx_backend.
+import QtQuick 2.4
+import TarnKBXBackEnd 1.0
+
+DSPForm {
+    width: 800
+    height: 425
+    anchors.centerIn: parent
+
+    Behavior on btInGain.color {
+        ColorAnimation {
+        }
+    }
+    Behavior on netRxGain.color {
+        ColorAnimation {
+        }
+    }
+    Behavior on usbInGain.color {
+        ColorAnimation {
+        }
+    }
+    Behavior on matrixMixer.color {
+        ColorAnimation {
+        }
+    }
+    Behavior on btOutGain.color {
+        ColorAnimation {
+        }
+    }
+    Behavior on netTxGain.color {
+        ColorAnimation {
+        }
+    }
+    Behavior on usbOutGain.color {
+        ColorAnimation {
+        }
+    }
+
+    btInGainMouse.onClicked: tarnkbx_backend.onBtInGainClicked()
+    netRxGainMouse.onClicked: tarnkbx_backend.onNetRxGainClicked()
+    usbInGainMouse.onClicked: tarnkbx_backend.onUsbInGainClicked()
+    matrixMixerMouse.onClicked: tarnkbx_backend.onMatrixMixerClicked()
+    btOutGainMouse.onClicked: tarnkbx_backend.onBtOutGainClicked()
+    netTxGainMouse.onClicked: tarnkbx_backend.onNetTxGainClicked()
+    usbOutGainMouse.onClicked: tarnkbx_backend.onUsbOutGainClicked()
+}
