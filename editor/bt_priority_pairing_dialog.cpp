@@ -1,0 +1,61 @@
+#include "editor/bt_priority_pairing_dialog.h"
+
+#include "protocol/messages.h"
+#include "protocol/paths.h"
+
+#include "ui_bt_priority_pairing_dialog.h"
+
+#include <QCloseEvent>
+#include <QPointer>
+#include <QPushButton>
+
+BtPriorityPairingDialog::BtPriorityPairingDialog(const QString &deviceName, QWidget *parent)
+    : QDialog(parent)
+    , ui(new Ui::BtPriorityPairingDialog)
+    , m_deviceName(deviceName)
+{
+    ui->setupUi(this);
+    setWindowFlag(Qt::WindowContextHelpButtonHint, false);
+    ui->buttonBox->button(QDialogButtonBox::Ok)->setText(tr("Apply Changes"));
+    ui->buttonBox->button(QDialogButtonBox::Discard)->setText(tr("Discard Changes"));
+    hide();
+    ui->tableWidget->setDeviceName(deviceName);
+}
+
+BtPriorityPairingDialog::~BtPriorityPairingDialog() = default;
+
+void BtPriorityPairingDialog::setDeviceName(const QString &name)
+{
+    if (name == m_deviceName)
+        return;
+    m_deviceName = name;
+    ui->tableWidget->setDeviceName(name);
+}
+
+void BtPriorityPairingDialog::update(const QJsonObject &status)
+{
+    ui->tableWidget->showStatus(status);
+}
+
+void BtPriorityPairingDialog::on_buttonBox_accepted()
+{
+    const QPointer<BtPriorityPairingDialog> alive(this);
+    for (int row = 0; alive && row < ui->tableWidget->rowCount(); ++row) {
+        const QString path = path::indexed(path::BluetoothKeep, row);
+        emit sendVelmarAsciiSetRequest(m_deviceName, message::set(path, ui->tableWidget->isProtected(row)),
+                                       false);
+    }
+    if (alive)
+        hide();
+}
+
+void BtPriorityPairingDialog::on_buttonBox_rejected()
+{
+    hide();
+}
+
+void BtPriorityPairingDialog::closeEvent(QCloseEvent *event)
+{
+    hide();
+    event->ignore();
+}

@@ -1,0 +1,38 @@
+#include "editor/bt_priority_table_widget.h"
+
+#include <QJsonArray>
+
+namespace {
+
+// No device pairs with more phones; a size beyond it is a fault that must not freeze the editor.
+constexpr int MostRows = 256;
+
+} // namespace
+
+BtPriorityTableWidget::BtPriorityTableWidget(QWidget *parent)
+    : QTableWidget(parent)
+{
+}
+
+void BtPriorityTableWidget::showStatus(const QJsonObject &status)
+{
+    setRowCount(0);
+    setRowCount(qBound(0, status.value(QLatin1String("list_size")).toInt(), MostRows));
+    const QJsonArray phones = status.value(QLatin1String("list")).toArray();
+    for (int row = 0; row < rowCount(); ++row)
+        fillRow(row, phones.at(row).toObject());
+}
+
+void BtPriorityTableWidget::fillRow(int row, const QJsonObject &phone)
+{
+    auto *address = new QTableWidgetItem(phone.value(QLatin1String("mac")).toString());
+    address->setCheckState(phone.value(QLatin1String("keep")).toBool() ? Qt::Checked : Qt::Unchecked);
+    setItem(row, 0, address);
+    setItem(row, 1, new QTableWidgetItem(phone.value(QLatin1String("name")).toString()));
+}
+
+bool BtPriorityTableWidget::isProtected(int row) const
+{
+    const QTableWidgetItem *address = item(row, 0);
+    return address && address->checkState() == Qt::Checked;
+}

@@ -1,0 +1,226 @@
+// Network, notification and metering addresses.
+
+#include "editor/tarnkbx_main_window.h"
+
+#include "dsp/metering_socket.h"
+#include "editor/address_checks.h"
+#include "editor/guarded_signal_blocker.h"
+#include "host/modal_box.h"
+#include "host/plexo_plugin.h"
+#include "protocol/paths.h"
+#include "protocol/value_words.h"
+
+#include "ui_main_window.h"
+
+#include <QGuiApplication>
+#include <QNetworkDatagram>
+#include <QNetworkInterface>
+#include <QSignalBlocker>
+
+namespace {
+
+QString text(const QJsonObject &object, const char *member)
+{
+    return object.value(QLatin1String(member)).toString();
+}
+
+QString number(const QJsonObject &object, const char *member)
+{
+    return QString::number(object.value(QLatin1String(member)).toInt());
+}
+
+} // namespace
+
+bool TarnKBX_MainWindow::warnAbout(QLineEdit *field, const QString &problem)
+{
+    const QPointer<QLineEdit> alive(field);
+    // Neither the field nor what takes the focus from it may report the end of an edit once more.
+    const GuardedSignalBlocker quietField(field);
+    const GuardedSignalBlocker quietFocus(QGuiApplication::focusObject());
+    BoxText box;
+    box.title = QStringLiteral("Invalid entry");
+    box.text = problem;
+    runModalBox(box, this);
+    if (alive)
+        alive->setFocus();
+    return false;
+}
+
+bool TarnKBX_MainWindow::validateIpField(QLineEdit *field)
+{
+    return isAcceptableAddress(field->text()) || warnAbout(field, QStringLiteral("Invalid IP address"));
+}
+
+bool TarnKBX_MainWindow::validatePortField(QLineEdit *field)
+{
+    return isAcceptablePort(field->text()) || warnAbout(field, QStringLiteral("Invalid port number"));
+}
+
+/// Answers whether the editor still exists after the check; a failed check only warns.
+bool TarnKBX_MainWindow::checkAddress(QLineEdit *field)
+{
+    const QPointer<TarnKBX_MainWindow> alive(this);
+    validateIpField(field);
+    if (alive)
+        field->setEnabled(true);
+    return alive;
+}
+
+bool TarnKBX_MainWindow::checkPort(QLineEdit *field)
+{
+    const QPointer<TarnKBX_MainWindow> alive(this);
+    validatePortField(field);
+    if (alive)
+        field->setEnabled(true);
+    return alive;
+}
+
+void TarnKBX_MainWindow::showNetworkSettings()
+{
+    const QSignalBlocker quiet(ui->dev_static_ip_checkBox);
+    const QJsonObject network = m_caches.object(Section::Network);
+    ui->dev_ip_lineEdit->setText(text(network, "static_ip"));
+    ui->dev_netmask_lineEdit->setText(text(network, "static_netmask"));
+    ui->dev_gateway_lineEdit->setText(text(network, "static_gateway"));
+    const bool isStatic = text(network, "ip_mode") == words::StaticAddress;
+    ui->dev_static_ip_checkBox->setChecked(isStatic);
+    on_dev_static_ip_checkBox_clicked(isStatic);
+}
+
+void TarnKBX_MainWindow::showNotificationSettings()
+{
+    const QSignalBlocker quiet(ui->en_multicast_async_notify_checkBox);
+    const QJsonObject notifications = m_caches.object(Section::Notifications);
+    ui->en_multicast_async_notify_checkBox->setChecked(notifications.value(QLatin1String("enable")).toBool());
+    ui->multicast_async_notify_ip_lineEdit->setText(text(notifications, "ip"));
+    ui->multicast_async_notify_port_lineEdit->setText(number(notifications, "port"));
+}
+
+void TarnKBX_MainWindow::showMeteringSettings()
+{
+    const QJsonObject metering = m_caches.object(Section::Metering);
+    // The port is a number, which reads as an empty text: any port in the field counts as different.
+    if (text(metering, "ip") == ui->multicast_metering_ip_lineEdit->text()
+        && text(metering, "port") == ui->multicast_metering_port_lineEdit->text())
+        return;
+    ui->multicast_metering_ip_lineEdit->setText(text(metering, "ip"));
+    ui->multicast_metering_port_lineEdit->setText(number(metering, "port"));
+    moveMeteringSocket();
+}
+
+void TarnKBX_MainWindow::moveMeteringSocket()
+{
+    const QString group = ui->multicast_metering_ip_lineEdit->text();
+    const QString port = ui->multicast_metering_port_lineEdit->text();
+    if (m_meteringSocket && (m_meteringSocket->group() != group || m_meteringSocket->port() != port)) {
+        m_meteringSocket->leaveGroup();
+        m_meteringSocket->disconnect(this);
+        m_meteringSocket->close();
+        // A level of the old group may be on the stack right now.
+        m_meteringSocket->deleteLater();
+        m_meteringSocket = nullptr;
+    }
+    if (m_meteringSocket)
+        return;
+    const int index = m_plugin ? m_plugin->getNetInterfaceIndex() : 0;
+    m_meteringSocket = new MeteringSocket(group, port, QNetworkInterface::interfaceFromIndex(index), this);
+    connect(m_meteringSocket, &QUdpSocket::readyRead, this,
+            &TarnKBX_MainWindow::readPendingMulticastMetering);
+}
+
+void TarnKBX_MainWindow::readPendingMulticastMetering()
+{
+    if (!m_meteringSocket)
+        return;
+    const QNetworkDatagram datagram = m_meteringSocket->takeDatagram();
+    const pxDevice *device = m_plugin ? m_plugin->getDevice() : nullptr;
+    if (device && isLevelDatagram(datagram, device->ipAddress()))
+        emit meteringLevels(datagram.data());
+}
+
+void TarnKBX_MainWindow::on_dev_static_ip_checkBox_clicked(bool checked)
+{
+    QWidget *const controls[] = {ui->dev_ip_lineEdit, ui->dev_netmask_lineEdit, ui->dev_gateway_lineEdit,
+                                 ui->dev_network_apply_pushButton};
+    for (QWidget *control : controls)
+        control->setEnabled(checked);
+}
+
+void TarnKBX_MainWindow::on_dev_ip_lineEdit_editingFinished()
+{
+    checkAddress(ui->dev_ip_lineEdit);
+}
+
+void TarnKBX_MainWindow::on_dev_netmask_lineEdit_editingFinished()
+{
+    checkAddress(ui->dev_netmask_lineEdit);
+}
+
+void TarnKBX_MainWindow::on_dev_gateway_lineEdit_editingFinished()
+{
+    checkAddress(ui->dev_gateway_lineEdit);
+}
+
+void TarnKBX_MainWindow::on_dev_network_apply_pushButton_clicked()
+{
+    if (!checkAddress(ui->dev_ip_lineEdit) || !checkAddress(ui->dev_netmask_lineEdit)
+        || !checkAddress(ui->dev_gateway_lineEdit))
+        return;
+    sendSet(path::Network,
+            QJsonObject{
+                {QStringLiteral("ip_mode"),
+                 ui->dev_static_ip_checkBox->isChecked() ? words::StaticAddress : words::DynamicAddress},
+                {QStringLiteral("static_ip"), ui->dev_ip_lineEdit->text()},
+                {QStringLiteral("static_gateway"), ui->dev_gateway_lineEdit->text()},
+                {QStringLiteral("static_netmask"), ui->dev_netmask_lineEdit->text()},
+            });
+}
+
+void TarnKBX_MainWindow::on_en_multicast_async_notify_checkBox_clicked(bool checked)
+{
+    sendSet(path::NotificationsEnable, checked);
+}
+
+void TarnKBX_MainWindow::on_multicast_async_notify_ip_lineEdit_editingFinished()
+{
+    checkAddress(ui->multicast_async_notify_ip_lineEdit);
+}
+
+void TarnKBX_MainWindow::on_multicast_async_notify_port_lineEdit_editingFinished()
+{
+    checkPort(ui->multicast_async_notify_port_lineEdit);
+}
+
+void TarnKBX_MainWindow::on_multicast_async_notify_apply_pushButton_clicked()
+{
+    if (!checkAddress(ui->multicast_async_notify_ip_lineEdit)
+        || !checkPort(ui->multicast_async_notify_port_lineEdit))
+        return;
+    sendSet(path::Notifications,
+            QJsonObject{
+                {QStringLiteral("enable"), ui->en_multicast_async_notify_checkBox->isChecked()},
+                {QStringLiteral("ip"), ui->multicast_async_notify_ip_lineEdit->text()},
+                {QStringLiteral("port"), ui->multicast_async_notify_port_lineEdit->text().toInt()},
+            });
+}
+
+void TarnKBX_MainWindow::on_multicast_metering_ip_lineEdit_editingFinished()
+{
+    checkAddress(ui->multicast_metering_ip_lineEdit);
+}
+
+void TarnKBX_MainWindow::on_multicast_metering_port_lineEdit_editingFinished()
+{
+    checkPort(ui->multicast_metering_port_lineEdit);
+}
+
+void TarnKBX_MainWindow::on_multicast_metering_apply_pushButton_clicked()
+{
+    if (!checkAddress(ui->multicast_metering_ip_lineEdit) || !checkPort(ui->multicast_metering_port_lineEdit))
+        return;
+    sendSet(path::Metering,
+            QJsonObject{
+                {QStringLiteral("ip"), ui->multicast_metering_ip_lineEdit->text()},
+                {QStringLiteral("port"), ui->multicast_metering_port_lineEdit->text().toInt()},
+            });
+}

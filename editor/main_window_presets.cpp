@@ -1,0 +1,118 @@
+// Snapshots that the host keeps, and presets that the device keeps.
+
+#include "editor/tarnkbx_main_window.h"
+
+#include "host/modal_box.h"
+#include "host/plexo_plugin.h"
+#include "host/plexo_plugin_factory.h"
+#include "protocol/messages.h"
+#include "protocol/paths.h"
+#include "snapshot/snapshot_reader.h"
+#include "snapshot/snapshot_writer.h"
+
+#include "ui_main_window.h"
+
+namespace {
+
+SnapshotIdentity identityOf(PlexoPlugin *plugin)
+{
+    SnapshotIdentity identity;
+    PlexoPluginFactory *factory = plugin ? plugin->getFactory() : nullptr;
+    if (factory) {
+        identity.productId = factory->getProductId();
+        identity.lowestFirmware = pxDevice::versionFromText(factory->getVersionFull());
+    }
+    if (const pxDevice *device = plugin ? plugin->getDevice() : nullptr) {
+        identity.productName = device->productName();
+        identity.firmwareVersion = device->firmwareVersion();
+    }
+    return identity;
+}
+
+void reloadAfterPreset(QObject *window, QJsonObject)
+{
+    if (auto *editor = qobject_cast<TarnKBX_MainWindow *>(window))
+        editor->reloadDevice();
+}
+
+} // namespace
+
+void TarnKBX_MainWindow::getSnapshot(QByteArray *out)
+{
+    *out = writeSnapshot(m_caches, identityOf(m_plugin));
+}
+
+bool TarnKBX_MainWindow::checkSnapshot(const QByteArray &snapshot)
+{
+    return isSnapshotFor(snapshot, identityOf(m_plugin));
+}
+
+void TarnKBX_MainWindow::refuseSnapshot()
+{
+    const QPointer<TarnKBX_MainWindow> alive(this);
+    BoxText box;
+    box.title = QStringLiteral("Version Warning");
+    box.text = QStringLiteral(
+        "The version of the saved preset configuration file is not supported by the version of "
+        "this device or plugin.");
+    runModalBox(box, this);
+    if (alive && m_plugin)
+        emit m_plugin->presetLoadFinished(false);
+}
+
+void TarnKBX_MainWindow::applySnapshot(const QByteArray &snapshot)
+{
+    if (!checkSnapshot(snapshot)) {
+        refuseSnapshot();
+        return;
+    }
+    const QPointer<TarnKBX_MainWindow> alive(this);
+    ui->plugin_frame->setEnabled(false);
+    const bool found = readSnapshot(snapshot, [this, &alive](const SnapshotElement &element) {
+        if (element.section)
+            applySection(*element.section, element.content);
+        if (alive && m_plugin && !m_plugin->getNoConnectFlag())
+            emit dataChanged();
+        return !alive.isNull();
+    });
+    if (alive && m_plugin)
+        emit m_plugin->presetLoadFinished(found);
+}
+
+void TarnKBX_MainWindow::applySection(const SectionInfo &info, const QJsonObject &content)
+{
+    const bool isMixer = info.section == Section::Mixer;
+    const QString path = content.value(QLatin1String("param")).toString();
+    const QJsonValue value = content.value(QLatin1String("value"));
+    if (isMixer ? content.isEmpty() : path.isEmpty()) {
+        if (m_plugin)
+            m_plugin->emitLogData(
+                tr("Snapshot: %1 holds no settings and was left out.").arg(info.snapshotElement));
+        return;
+    }
+    const QPointer<TarnKBX_MainWindow> alive(this);
+    m_caches[info.section] = content;
+    if (!isMixer) {
+        issue(path, message::set(path, value), nullptr);
+        return;
+    }
+    for (int row = 0; alive && row < path::MixerRows; ++row) {
+        const QString rowPath = path::indexed(path::MixerRow, row);
+        issue(rowPath, message::set(rowPath, value.toArray().at(row).toArray()), nullptr);
+    }
+}
+
+void TarnKBX_MainWindow::requestPreset(QLatin1String path, int preset)
+{
+    issue(path, message::setQuotedNumber(path, preset), reloadAfterPreset);
+}
+
+void TarnKBX_MainWindow::loadPreset(int preset)
+{
+    requestPreset(path::LoadPreset, preset);
+}
+
+void TarnKBX_MainWindow::savePreset(int preset)
+{
+    requestPreset(path::SavePreset, preset);
+}

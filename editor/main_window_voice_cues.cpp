@@ -1,0 +1,238 @@
+// Voice cues: switching, playing, and replacing them by a recording.
+
+#include "editor/tarnkbx_main_window.h"
+
+#include "editor/voice_cues.h"
+#include "host/modal_box.h"
+#include "host/plexo_plugin.h"
+#include "protocol/paths.h"
+#include "transfer/local_address.h"
+#include "transfer/update_dialog.h"
+
+#include "ui_main_window.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QSignalBlocker>
+#include <QStandardPaths>
+
+namespace {
+
+bool flag(const QJsonArray &cues, int cue, const char *member)
+{
+    return cues.at(cue).toObject().value(QLatin1String(member)).toBool();
+}
+
+/// An unreadable file yields empty data, which the update dialog reports when the device asks for it.
+QByteArray contentsOf(const QString &name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QString askForWavFile(QWidget *parent)
+{
+    // On the heap: the window, and with it the dialog, may be destroyed while it is open.
+    QPointer<QFileDialog> dialog(new QFileDialog(parent, QStringLiteral("Select WAV File"),
+                                                 QStandardPaths::displayName(QStandardPaths::MusicLocation),
+                                                 QStringLiteral("WAV (*.wav)")));
+    dialog->setFileMode(QFileDialog::ExistingFile);
+    const bool chosen = dialog->exec() == QDialog::Accepted;
+    const QString file = dialog && chosen ? dialog->selectedFiles().value(0) : QString();
+    delete dialog;
+    return file;
+}
+
+} // namespace
+
+std::array<QCheckBox *, 4> TarnKBX_MainWindow::cueEnableBoxes() const
+{
+    return {ui->vc_pair_init_en_checkBox, ui->vc_pair_end_en_checkBox, ui->vc_pair_success_en_checkBox,
+            ui->vc_connect_failed_en_checkBox};
+}
+
+void TarnKBX_MainWindow::showVoiceCueStatus()
+{
+    const QJsonArray status = m_caches.array(Section::StatusVoiceCue);
+    const QJsonArray settings = m_caches.array(Section::VoiceCue);
+    const auto boxes = cueEnableBoxes();
+    for (int cue = 0; cue < VoiceCueCount; ++cue) {
+        QCheckBox *box = boxes[size_t(cue)];
+        const QSignalBlocker quiet(box);
+        const bool valid = flag(status, cue, "valid");
+        box->setChecked(valid && flag(settings, cue, "enable"));
+        box->setEnabled(valid);
+    }
+}
+
+void TarnKBX_MainWindow::showVoiceCueSettings()
+{
+    const QJsonArray settings = m_caches.array(Section::VoiceCue);
+    const auto boxes = cueEnableBoxes();
+    for (int cue = 0; cue < VoiceCueCount; ++cue) {
+        const QSignalBlocker quiet(boxes[size_t(cue)]);
+        boxes[size_t(cue)]->setChecked(flag(settings, cue, "enable"));
+    }
+}
+
+/// Nothing may come between the download command and the device's own requests.
+void TarnKBX_MainWindow::stopForCueLoad()
+{
+    m_meteringRequestTimer.stop();
+    m_statusPollTimer.stop();
+    if (m_plugin)
+        m_plugin->clearVelmarAsciiPendingRequest();
+}
+
+/// A load that came to nothing must not leave the editor quiet.
+void TarnKBX_MainWindow::resumeAfterCueLoad()
+{
+    if (!m_queryFinished)
+        return;
+    m_meteringRequestTimer.start();
+    m_statusPollTimer.start();
+}
+
+void TarnKBX_MainWindow::loadUserCue(int cue)
+{
+    stopForCueLoad();
+    const QPointer<TarnKBX_MainWindow> alive(this);
+    const QString file = askForWavFile(this);
+    if (!alive)
+        return;
+    if (file.isEmpty()) {
+        resumeAfterCueLoad();
+        return;
+    }
+    helper_load_user_vc_file(file, VoiceCues[size_t(cue)].id, contentsOf(file));
+}
+
+void TarnKBX_MainWindow::loadDefaultCue(int cue)
+{
+    stopForCueLoad();
+    const VoiceCueInfo &info = VoiceCues[size_t(cue)];
+    helper_load_user_vc_file(info.defaultFile, info.id,
+                             contentsOf(QStringLiteral(":/voice_cue/%1").arg(info.defaultFile)));
+}
+
+void TarnKBX_MainWindow::helper_load_user_vc_file(QString file, QString id, QByteArray recording)
+{
+    if (!m_plugin)
+        return;
+    const QPointer<TarnKBX_MainWindow> alive(this);
+    QPointer<UpdateDialog> dialog(new UpdateDialog);
+    connect(this, &QObject::destroyed, dialog, &QDialog::reject);
+    dialog->setStyleSheet(styleSheet());
+    dialog->setDevice(m_plugin->getDevice());
+    dialog->setFile(file, recording);
+    const QHostAddress address
+        = localAddress(QNetworkInterface::allInterfaces(), m_plugin->getNetInterfaceIndex());
+    if (address.isNull()) {
+        delete dialog;
+        warnNoLocalAddress();
+        return;
+    }
+    sendSet(path::Download,
+            QJsonObject{
+                {QStringLiteral("target"), id},
+                {QStringLiteral("uri"), QStringLiteral("tftp://%1:69/%2").arg(address.toString(), file)},
+            });
+    dialog->exec();
+    delete dialog;
+    if (alive)
+        reloadDevice();
+}
+
+void TarnKBX_MainWindow::warnNoLocalAddress()
+{
+    const QPointer<TarnKBX_MainWindow> alive(this);
+    BoxText box;
+    box.title = tr("Voice Cue Update");
+    box.text = tr("This computer has no address from which the device could fetch the recording.");
+    box.informativeText
+        = tr("Give the network interface that the host uses for this device an IPv4 address other "
+             "than 127.0.0.1, or choose another interface in the host, and load the cue again.");
+    runModalBox(box, this, this);
+    if (alive)
+        resumeAfterCueLoad();
+}
+
+void TarnKBX_MainWindow::on_vc_pair_init_en_checkBox_clicked(bool checked)
+{
+    sendSet(path::indexed(path::VoiceCueEnable, 0), checked);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_end_en_checkBox_clicked(bool checked)
+{
+    sendSet(path::indexed(path::VoiceCueEnable, 1), checked);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_success_en_checkBox_clicked(bool checked)
+{
+    sendSet(path::indexed(path::VoiceCueEnable, 2), checked);
+}
+
+void TarnKBX_MainWindow::on_vc_connect_failed_en_checkBox_clicked(bool checked)
+{
+    sendSet(path::indexed(path::VoiceCueEnable, 3), checked);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_init_play_pushButton_clicked()
+{
+    sendSet(path::indexed(path::VoiceCuePlay, 0), true);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_end_play_pushButton_clicked()
+{
+    sendSet(path::indexed(path::VoiceCuePlay, 1), true);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_success_play_pushButton_clicked()
+{
+    sendSet(path::indexed(path::VoiceCuePlay, 2), true);
+}
+
+void TarnKBX_MainWindow::on_vc_connect_failed_play_pushButton_clicked()
+{
+    sendSet(path::indexed(path::VoiceCuePlay, 3), true);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_init_load_pushButton_clicked()
+{
+    loadUserCue(0);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_end_load_pushButton_clicked()
+{
+    loadUserCue(1);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_success_load_pushButton_clicked()
+{
+    loadUserCue(2);
+}
+
+void TarnKBX_MainWindow::on_vc_connect_failed_load_pushButton_clicked()
+{
+    loadUserCue(3);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_init_def_pushButton_clicked()
+{
+    loadDefaultCue(0);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_end_def_pushButton_clicked()
+{
+    loadDefaultCue(1);
+}
+
+void TarnKBX_MainWindow::on_vc_pair_success_def_pushButton_clicked()
+{
+    loadDefaultCue(2);
+}
+
+void TarnKBX_MainWindow::on_vc_connect_failed_def_pushButton_clicked()
+{
+    loadDefaultCue(3);
+}

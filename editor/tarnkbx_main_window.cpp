@@ -1,0 +1,216 @@
+// Life cycle of the editor window: construction, attaching, querying, ending.
+
+#include "editor/tarnkbx_main_window.h"
+
+#include "dsp/block_view.h"
+#include "editor/bt_priority_pairing_dialog.h"
+#include "host/plexo_plugin.h"
+#include "protocol/derived_state_machine.h"
+
+#include "ui_main_window.h"
+
+#include <QtQml>
+
+namespace {
+
+constexpr int MixerRetryMs = 500;
+constexpr int MeteringRequestMs = 5000;
+constexpr int StatusPollMs = 2000;
+constexpr int FirstPage = 0;
+constexpr int DspPage = 3;
+
+void registerBackEnd()
+{
+    static const int type = qmlRegisterType<TarnKBX_MainWindow>("TarnKBXBackEnd", 1, 0, "TarnKBXBackEnd");
+    Q_UNUSED(type)
+}
+
+QString deviceConnected()
+{
+    return QStringLiteral("Device connected...");
+}
+
+} // namespace
+
+TarnKBX_MainWindow::TarnKBX_MainWindow(QWidget *parent)
+    : QMainWindow(parent)
+    , ui(new Ui::TarnKBX_MainWindow)
+{
+    registerBackEnd();
+    m_plugin = qobject_cast<PlexoPlugin *>(parent);
+    ui->setupUi(this);
+    prepareTimers();
+    buildDspView();
+    connectPlugin();
+    connect(this, &TarnKBX_MainWindow::dataChanged, this, &TarnKBX_MainWindow::onDataChanged);
+    ui->dev_model->setText(QStringLiteral("KBX"));
+    updatePluginStatus(deviceConnected(), false);
+}
+
+TarnKBX_MainWindow::~TarnKBX_MainWindow()
+{
+    for (StripBlock block : {BtIn, NetRx, UsbIn})
+        closeStripEditor(block);
+    onMatrixMixerClosed();
+    for (StripBlock block : {BtOut, NetTx, UsbOut})
+        closeStripEditor(block);
+    if (m_plugin && m_priorityDialog)
+        disconnect(m_priorityDialog, nullptr, m_plugin, nullptr);
+    delete m_priorityDialog;
+    m_priorityDialog = nullptr;
+}
+
+void TarnKBX_MainWindow::prepareTimers()
+{
+    m_queryRetryTimer.setSingleShot(true);
+    m_queryRetryTimer.setInterval(MixerRetryMs);
+    connect(&m_queryRetryTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::handle_query_finished);
+    m_meteringRequestTimer.setInterval(MeteringRequestMs);
+    connect(&m_meteringRequestTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::request_level_msgs);
+    m_statusPollTimer.setInterval(StatusPollMs);
+    connect(&m_statusPollTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::onStatusPoll);
+    connect(&m_mixerChangeTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::handle_mixer_changed);
+}
+
+void TarnKBX_MainWindow::buildDspView()
+{
+    ui->DSP->layout()->addWidget(createBlockView(this, this));
+    hideUnusedWidgets();
+    ui->tabWidget->setCurrentIndex(FirstPage);
+    m_priorityDialog = new BtPriorityPairingDialog(deviceName(), this);
+    if (m_plugin)
+        connect(m_priorityDialog, &BtPriorityPairingDialog::sendVelmarAsciiSetRequest, m_plugin,
+                &PlexoPlugin::queueVelmarAsciiMsg);
+}
+
+/// The form carries controls of the model's siblings that this model does not offer.
+void TarnKBX_MainWindow::hideUnusedWidgets()
+{
+    QWidget *const unused[] = {
+        ui->dev_addr_widget,
+        ui->bt_enable_pin_checkBox,
+        ui->bt_pin_lineEdit,
+        ui->bt_apply_pin_pushButton,
+        ui->voice_cue_en_label,
+        ui->voice_cue_en_comboBox,
+        ui->vc_pair_init_file_lineEdit,
+        ui->vc_pair_end_file_lineEdit,
+        ui->vc_pair_success_file_lineEdit,
+        ui->vc_connect_failed_file_lineEdit,
+        ui->meters_enable_pushButton,
+        ui->danteLock_image,
+        ui->danteLock_image_label,
+        ui->lockp_checkBox,
+    };
+    ui->meters_enable_pushButton->setChecked(false);
+    for (QWidget *widget : unused)
+        widget->hide();
+}
+
+void TarnKBX_MainWindow::connectPlugin()
+{
+    if (!m_plugin)
+        return;
+    connect(m_plugin, &PlexoPlugin::deviceChanged, this, &TarnKBX_MainWindow::handle_device_changed,
+            Qt::QueuedConnection);
+    connect(m_plugin, &PlexoPlugin::updatePluginStatus, this, &TarnKBX_MainWindow::updatePluginStatus);
+}
+
+void TarnKBX_MainWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    handle_device_changed();
+}
+
+void TarnKBX_MainWindow::handle_device_changed()
+{
+    if (m_awaitingFirstQuery) {
+        m_awaitingFirstQuery = false;
+        reloadDevice();
+    }
+    m_priorityDialog->setDeviceName(deviceName());
+    const pxDevice *device = m_plugin ? m_plugin->getDevice() : nullptr;
+    ui->dev_name->setText(device ? device->name() : QString());
+    ui->dev_ip->setText(device ? device->ipAddress().toString() : QString());
+    ui->dev_mac->setText(device ? device->macAddress() : QString());
+}
+
+void TarnKBX_MainWindow::reloadDevice()
+{
+    m_statusPollTimer.stop();
+    ui->plugin_frame->setEnabled(false);
+    ui->DSP->hide();
+    restartQuery();
+}
+
+void TarnKBX_MainWindow::restartQuery()
+{
+    m_queryFinished = false;
+    m_queryRetryTimer.stop();
+    delete m_query;
+    m_query = new DerivedStateMachine(this);
+    connect(m_query, &DerivedStateMachine::sendVelmarAsciiGetRequest, this,
+            &TarnKBX_MainWindow::handleSmGetRequest);
+    connect(m_query, &DerivedStateMachine::sm_finished, this, &TarnKBX_MainWindow::handle_query_finished);
+    if (m_plugin) {
+        connect(m_plugin->getVelmarAsciiTimer(), &QTimer::timeout, m_query, &DerivedStateMachine::timedOut);
+        m_query->setDevice(m_plugin->getDevice());
+    }
+    m_query->buildStateMachine();
+    m_query->start();
+}
+
+void TarnKBX_MainWindow::handleSmGetRequest(QString dev_name, QByteArray bytes)
+{
+    if (m_plugin)
+        m_plugin->queueVelmarAsciiQueryMsg(dev_name, bytes);
+}
+
+void TarnKBX_MainWindow::handle_query_finished()
+{
+    // The query counts replies; the mixer's may still be on their way.
+    if (m_caches.value(Section::Mixer).isUndefined()) {
+        m_queryRetryTimer.start();
+        return;
+    }
+    const QPointer<TarnKBX_MainWindow> alive(this);
+    m_queryFinished = true;
+    ui->plugin_frame->setEnabled(true);
+    if (m_plugin)
+        m_plugin->setSettingsChanged(false);
+    if (alive && m_plugin)
+        m_plugin->setPluginFlag(false);
+    if (!alive)
+        return;
+    updatePluginStatus(deviceConnected(), false);
+    ui->tabWidget->setCurrentIndex(DspPage);
+    ui->DSP->show();
+    ui->tabWidget->setCurrentIndex(FirstPage);
+    emit dataChanged();
+    if (alive)
+        request_level_msgs();
+    if (!alive)
+        return;
+    m_meteringRequestTimer.start();
+    m_statusPollTimer.start();
+}
+
+void TarnKBX_MainWindow::onStatusPoll()
+{
+    if (!m_query)
+        return;
+    m_query->enter_status_voice_cue();
+    m_query->enter_status_usb();
+    // The frame around it may be disabled for other reasons; only the tab's own state tells of the interface.
+    if (ui->bt_tabWidget->isEnabledTo(ui->bt_tabWidget->parentWidget()))
+        m_query->enter_status_bluetooth();
+}
+
+void TarnKBX_MainWindow::updatePluginStatus(QString msg, bool highlight)
+{
+    ui->statusbar->showMessage(msg);
+    ui->statusbar->setStyleSheet(
+        highlight ? QStringLiteral("border: 2px solid QLinearGradient(x1: 0, y1: 0, x2: 0, y2: 1, "
+                                   "stop: 0 #ff9f07, stop: 1 #ff7707);")
+                  : QStringLiteral("border: none;"));
+}

@@ -1,0 +1,127 @@
+#include "snapshot/snapshot_reader.h"
+
+#include "host/px_device.h"
+
+#include <QJsonDocument>
+#include <QXmlStreamReader>
+
+#include <algorithm>
+
+namespace {
+
+// Snapshots have no attributes. The reader compares each with every other, so a tag with many stalls it.
+constexpr int LongestTag = 1024;
+constexpr double LowestFileVersion = 1.0;
+
+bool hasOversizedTag(const QByteArray &document)
+{
+    for (int start = document.indexOf('<'); start >= 0; start = document.indexOf('<', start + 1)) {
+        const bool isMarkupDeclaration = document.mid(start + 1, 1) == "!";
+        const int end = document.indexOf('>', start);
+        if (!isMarkupDeclaration && (end < 0 ? document.size() : end) - start > LongestTag)
+            return true;
+    }
+    return false;
+}
+
+bool isReadable(const QByteArray &document)
+{
+    return document.size() <= LargestSnapshot && !hasOversizedTag(document);
+}
+
+bool findStart(QXmlStreamReader &xml, QLatin1String element)
+{
+    while (!xml.atEnd()) {
+        const QXmlStreamReader::TokenType token = xml.readNext();
+        // Entities could blow up a small file.
+        if (token == QXmlStreamReader::DTD)
+            return false;
+        if (token == QXmlStreamReader::StartElement && xml.name() == element)
+            return true;
+    }
+    return false;
+}
+
+/// Walks through the rest of the document; tells of each element that ends, with the text read last.
+template <typename Visit>
+void forEachEnd(QXmlStreamReader &xml, Visit visit)
+{
+    QString text;
+    while (!xml.atEnd()) {
+        const QXmlStreamReader::TokenType token = xml.readNext();
+        if (token == QXmlStreamReader::Characters)
+            text = xml.text().toString();
+        else if (token == QXmlStreamReader::EndElement && !visit(xml.name().toString(), text))
+            return;
+    }
+}
+
+/// The header's three conditions; each stays fulfilled once it was.
+struct HeaderCheck
+{
+    const SnapshotIdentity &device;
+    bool version = false;
+    bool name = false;
+    bool firmware = false;
+
+    void look(const QString &element, const QString &text)
+    {
+        if (element == QLatin1String("FILE_VER"))
+            version |= text.toDouble() >= LowestFileVersion;
+        else if (element == QLatin1String("PRODUCT_NAME"))
+            name |= text == device.productName;
+        else if (element == QLatin1String("PRODUCT_MCU_VER"))
+            firmware |= pxDevice::versionFromText(text.mid(1)) >= device.lowestFirmware;
+    }
+};
+
+QJsonObject contentOf(const QString &text)
+{
+    const bool fitsLatin1
+        = std::all_of(text.begin(), text.end(), [](QChar character) { return character.unicode() <= 0xff; });
+    if (fitsLatin1) {
+        const QJsonDocument document = QJsonDocument::fromJson(text.toLatin1());
+        if (document.isObject())
+            return document.object();
+    }
+    // A name such as "Büro" is no UTF-8 when taken as Latin-1.
+    return QJsonDocument::fromJson(text.toUtf8()).object();
+}
+
+const SectionInfo *sectionOf(const QString &element)
+{
+    for (const SectionInfo &info : sections()) {
+        if (info.inSnapshot() && element == info.snapshotElement)
+            return &info;
+    }
+    return nullptr;
+}
+
+} // namespace
+
+bool isSnapshotFor(const QByteArray &document, const SnapshotIdentity &identity)
+{
+    if (!isReadable(document))
+        return false;
+    QXmlStreamReader xml(document);
+    if (!findStart(xml, QLatin1String("SNAPSHOT_INFO")))
+        return false;
+    HeaderCheck check{identity};
+    forEachEnd(xml, [&check](const QString &element, const QString &text) {
+        check.look(element, text);
+        return true;
+    });
+    return check.version && check.name && check.firmware;
+}
+
+bool readSnapshot(const QByteArray &document, const SnapshotVisitor &visit)
+{
+    QXmlStreamReader xml(document);
+    if (!findStart(xml, QLatin1String("SNAPSHOT_DATA")))
+        return false;
+    forEachEnd(xml, [&visit](const QString &element, const QString &text) {
+        const SectionInfo *section = sectionOf(element);
+        return visit({element, section, section ? contentOf(text) : QJsonObject()});
+    });
+    return true;
+}
