@@ -1,0 +1,47 @@
+#pragma once
+
+#include "dsp/change_records.h"
+
+#include <QWidget>
+
+class QAbstractButton;
+class QLabel;
+class VmDspGain;
+
+/// One channel of a strip editor: a gain fader with its level meter and a mute button, 92 x 324 pixels.
+/// Values shown by program are silent; changes by hand come out as strip records.
+class ChannelStrip : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit ChannelStrip(QWidget *parent = nullptr);
+
+    void setLabel(const QString &text);
+
+signals:
+    /// A change by hand.
+    void uiChanged(QPair<int, QVariant> record);
+
+public slots:
+    void onEnable(bool enabled);
+    /// Shows a record without emitting anything. Unknown parameter numbers change nothing.
+    void onChanged(const QPair<int, QVariant> &record);
+    void onUiChanged(const QPair<int, QVariant> &record);
+    /// Moves the meter to a level in dB, unless the strip is disabled.
+    void onLevelChange(int val);
+
+protected:
+    /// For the form of the derived strip, after setupUi(): the widgets that every strip has.
+    void adopt(QLabel *label, VmDspGain *fader);
+
+    static void showChecked(QAbstractButton *button, const QVariant &value);
+    void showGain(const QVariant &value);
+    double gain() const;
+
+private:
+    virtual void showValue(int parameter, const QVariant &value) = 0;
+
+    QLabel *m_label = nullptr;
+    VmDspGain *m_fader = nullptr;
+};

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "dsp/change_records.h"
+#include "dsp/header_cells.h"
+
+#include <QScopedPointer>
+#include <QTimer>
+
+namespace Ui {
+class DspToneGenHeader;
+}
+
+/// The heading of the tone generator's row, with the generator's own controls. Enable takes effect at once,
+/// frequency and level when they have rested for a while.
+class ToneGenHeaderCell : public MixerHeaderCell
+{
+    Q_OBJECT
+
+public:
+    explicit ToneGenHeaderCell(QWidget *parent = nullptr);
+    ~ToneGenHeaderCell() override;
+
+    /// How long frequency and level must rest before they are reported, in ms; 500 unless set.
+    void setRestTime(int ms) { m_restTimeMs = ms; }
+
+signals:
+    /// A change by hand: 100 enable (bool), 101 frequency (int, Hz), 102 level (int, dB).
+    void uiChanged(QPair<int, QVariant> record);
+
+public slots:
+    /// Shows a tone record. Emits nothing.
+    void onChanged(const QPair<int, QVariant> &record);
+    void onUiChanged(const QPair<int, QVariant> &record);
+
+private slots:
+    void on_tone_gen_en_checkBox_clicked(bool checked);
+    void on_tone_gen_freq_spinBox_valueChanged(int arg1);
+    void on_tone_gen_level_spinBox_valueChanged(int arg1);
+    void onFreqTimeout();
+    void onLevelTimeout();
+
+private:
+    QScopedPointer<Ui::DspToneGenHeader> m_ui;
+    QTimer m_freqTimer;
+    QTimer m_levelTimer;
+    int m_restTimeMs = 500;
+};
