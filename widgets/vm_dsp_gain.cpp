@@ -92,16 +92,19 @@ void VmDspGain::setLabelColor(const QColor &color)
 void VmDspGain::setShowLabel(bool shown)
 {
     m_label->setVisible(shown);
+    placeParts();
 }
 
 void VmDspGain::setShowButton1(bool shown)
 {
     m_button1->setVisible(shown);
+    placeParts();
 }
 
 void VmDspGain::setShowButton2(bool shown)
 {
     m_button2->setVisible(shown);
+    placeParts();
 }
 
 void VmDspGain::setButton1_text(const QString &text)

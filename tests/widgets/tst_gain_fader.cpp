@@ -1,0 +1,239 @@
+#include "widgets/vm_dial.h"
+#include "widgets/vm_dsp_gain.h"
+#include "widgets/vm_meter.h"
+
+#include <QDoubleSpinBox>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QtTest>
+
+#include <limits>
+
+namespace {
+
+/// An owner whose slots are connected by their names, as forms do it.
+class Owner : public QWidget
+{
+    Q_OBJECT
+
+public:
+    int faderChanges = 0;
+    int dialChanges = 0;
+
+public slots:
+    void on_vmdspgain_parametersChanged() { ++faderChanges; }
+    void on_vmdial_parametersChanged() { ++dialChanges; }
+};
+
+} // namespace
+
+/// What an owner configures, sets and reads on a fader, and that it stays readable.
+class TestGainFader : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void keepsWhatIsSetSilently_data();
+    void keepsWhatIsSetSilently();
+    void rangeFollowsTheProperty_data();
+    void rangeFollowsTheProperty();
+    void signalsConnectByName();
+    void entryChangesTheGainByHand();
+    void showsLabelAndButtonsWhenAsked();
+    void isReadableAtItsSmallest_data();
+    void isReadableAtItsSmallest();
+    void meterStandsOnTheFadersTravel();
+    void looksDifferent_data();
+    void looksDifferent();
+};
+
+void TestGainFader::keepsWhatIsSetSilently_data()
+{
+    QTest::addColumn<double>("dB");
+    QTest::addColumn<double>("kept");
+    QTest::addColumn<QString>("shown");
+    QTest::newRow("whole") << -6.0 << -6.0 << "-6";
+    QTest::newRow("fraction above zero") << 5.9 << 5.9 << "6";
+    QTest::newRow("fraction below zero") << -6.7 << -6.7 << "-7";
+    QTest::newRow("no negative zero") << -0.4 << -0.4 << "0";
+    QTest::newRow("above the range") << 40.0 << 20.0 << "20";
+    QTest::newRow("below the range") << -128.0 << -100.0 << "-100";
+    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << -1.0 << "-1";
+}
+
+void TestGainFader::keepsWhatIsSetSilently()
+{
+    QFETCH(double, dB);
+    VmDspGain fader;
+    VmDial dial;
+    QSignalSpy faderChanges(&fader, &VmDspGain::parametersChanged);
+    QSignalSpy dialChanges(&dial, &VmDial::parametersChanged);
+    fader.setGain(-1.0);
+    dial.setVal(-1.0);
+    fader.setProperty("gain", dB);
+    dial.setProperty("val", dB);
+    QTEST(fader.Gain(), "kept");
+    QTEST(dial.property("val").toDouble(), "kept");
+    QTEST(fader.numericEntry()->text(), "shown");
+    QCOMPARE(faderChanges.count() + dialChanges.count(), 0);
+}
+
+void TestGainFader::rangeFollowsTheProperty_data()
+{
+    QTest::addColumn<QVariant>("maxgain");
+    QTest::addColumn<double>("highest");
+    QTest::newRow("as at first") << QVariant(20) << 20.0;
+    QTest::newRow("lower") << QVariant(6) << 6.0;
+    QTest::newRow("below zero") << QVariant(-20) << -20.0;
+    QTest::newRow("higher") << QVariant(30.0) << 30.0;
+    QTest::newRow("nothing above the lowest") << QVariant(-100) << 20.0;
+    QTest::newRow("no number") << QVariant(QStringLiteral("loud")) << 20.0;
+    QTest::newRow("taken away") << QVariant() << 20.0;
+}
+
+void TestGainFader::rangeFollowsTheProperty()
+{
+    QFETCH(QVariant, maxgain);
+    QFETCH(double, highest);
+    VmDspGain fader;
+    fader.setProperty("maxgain", 10);
+    fader.setGain(10.0);
+    QSignalSpy changes(&fader, &VmDspGain::parametersChanged);
+    fader.setProperty("maxgain", maxgain);
+    QCOMPARE(fader.highest(), highest);
+    QCOMPARE(fader.numericEntry()->maximum(), highest);
+    QCOMPARE(fader.getMeter()->highest(), highest);
+    QCOMPARE(fader.Gain(), qMin(10.0, highest));
+    QCOMPARE(fader.numericEntry()->value(), qMin(10.0, highest));
+    QCOMPARE(changes.count(), 0);
+    fader.setGain(1000.0);
+    QCOMPARE(fader.Gain(), highest);
+}
+
+void TestGainFader::signalsConnectByName()
+{
+    Owner owner;
+    auto *fader = new VmDspGain(&owner);
+    fader->setObjectName(QStringLiteral("vmdspgain"));
+    auto *dial = new VmDial(&owner);
+    dial->setObjectName(QStringLiteral("vmdial"));
+    QMetaObject::connectSlotsByName(&owner);
+    QTest::keyClick(fader, Qt::Key_Up);
+    QTest::keyClick(dial, Qt::Key_Up);
+    QTest::keyClick(dial, Qt::Key_Up);
+    QCOMPARE(owner.faderChanges, 1);
+    QCOMPARE(owner.dialChanges, 2);
+}
+
+void TestGainFader::entryChangesTheGainByHand()
+{
+    VmDspGain fader;
+    QDoubleSpinBox *entry = fader.findChild<QDoubleSpinBox *>(QStringLiteral("numericEntry"));
+    QCOMPARE(entry, fader.numericEntry());
+    QSignalSpy changes(&fader, &VmDspGain::parametersChanged);
+    entry->setDecimals(0);
+    entry->setSingleStep(1.0);
+    QTest::keyClick(entry, Qt::Key_Up);
+    QTest::keyClick(entry, Qt::Key_PageDown);
+    QCOMPARE(fader.Gain(), -5.0);
+    QCOMPARE(changes.count(), 2);
+    entry->selectAll();
+    QTest::keyClicks(entry, QStringLiteral("-12"));
+    QCOMPARE(changes.count(), 2); // not one change a digit
+    QTest::keyClick(entry, Qt::Key_Return);
+    QCOMPARE(fader.Gain(), -12.0);
+    QCOMPARE(changes.count(), 3);
+}
+
+void TestGainFader::showsLabelAndButtonsWhenAsked()
+{
+    VmDspGain fader;
+    fader.resize(57, 300);
+    fader.setButton1_text(QStringLiteral("Mute"));
+    fader.setButton2_text(QStringLiteral("Invert"));
+    fader.show();
+    const int before = fader.travelRect().height();
+    QVERIFY(!fader.button1()->isVisible() && !fader.button2()->isVisible());
+    fader.setShowLabel(true);
+    fader.setShowButton1(true);
+    fader.setShowButton2(true);
+    QCOMPARE(fader.button2()->text(), QStringLiteral("Invert"));
+    QVERIFY(fader.button1()->isVisible() && fader.travelRect().height() < before);
+    const int smaller = fader.travelRect().height();
+    fader.setShowButton1(false);
+    QVERIFY(fader.travelRect().height() > smaller);
+}
+
+void TestGainFader::isReadableAtItsSmallest_data()
+{
+    QTest::addColumn<QString>("styleSheet");
+    QTest::newRow("plain") << QString();
+    QTest::newRow("styled") << "QAbstractSpinBox { border: 1px solid #555; padding: 2px 4px; }";
+}
+
+void TestGainFader::isReadableAtItsSmallest()
+{
+    QFETCH(QString, styleSheet);
+    VmDspGain fader;
+    fader.setStyleSheet(styleSheet);
+    fader.setFixedSize(57, 150);
+    fader.setGain(-100.0);
+    fader.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&fader));
+    const auto *text = fader.numericEntry()->findChild<QLineEdit *>();
+    QVERIFY(text->fontMetrics().horizontalAdvance(QStringLiteral("-100")) <= text->width() - 4);
+    QVERIFY(text->height() >= text->fontMetrics().ascent());
+    QVERIFY(fader.travelRect().height() >= 80);
+    QVERIFY(fader.rect().contains(fader.getMeter()->geometry()));
+    QVERIFY(!fader.getMeter()->geometry().intersects(fader.numericEntry()->geometry()));
+}
+
+void TestGainFader::meterStandsOnTheFadersTravel()
+{
+    VmDspGain fader;
+    fader.resize(57, 260);
+    fader.show();
+    const QRect meter = fader.getMeter()->travelRect().translated(fader.getMeter()->pos());
+    QCOMPARE(meter.top(), fader.travelRect().top());
+    QCOMPARE(meter.bottom(), fader.travelRect().bottom());
+}
+
+void TestGainFader::looksDifferent_data()
+{
+    QTest::addColumn<QString>("styleSheet");
+    QTest::newRow("light") << QString();
+    QTest::newRow("dark") << "QWidget { background-color: #2b2b2b; color: #e6e6e6; }";
+}
+
+/// Level, focus and being disabled can each be seen, also where a style sheet gives all states one colour.
+void TestGainFader::looksDifferent()
+{
+    QFETCH(QString, styleSheet);
+    QWidget window;
+    window.setStyleSheet(styleSheet);
+    auto *fader = new VmDspGain(&window);
+    fader->setGeometry(0, 0, 57, 200);
+    auto *dial = new VmDial(&window);
+    dial->setGeometry(60, 0, 58, 58);
+    window.show();
+    QVERIFY(QTest::qWaitForWindowActive(&window));
+    for (LevelControl *control : {static_cast<LevelControl *>(fader), static_cast<LevelControl *>(dial)}) {
+        const auto picture = [control] { return control->grab().toImage(); };
+        window.setFocus();
+        QList<QImage> pictures{picture()};
+        QTest::keyClick(control, Qt::Key_PageUp);
+        pictures << picture();
+        control->setFocus();
+        pictures << picture();
+        control->setEnabled(false);
+        pictures << picture();
+        for (int first = 0; first < pictures.size(); ++first)
+            for (int second = first + 1; second < pictures.size(); ++second)
+                QVERIFY2(pictures.at(first) != pictures.at(second),
+                         qPrintable(QStringLiteral("pictures %1 and %2").arg(first).arg(second)));
+    }
+}
+
+QTEST_MAIN(TestGainFader)
+#include "tst_gain_fader.moc"

@@ -1,0 +1,200 @@
+#include "widgets/shared_instance.h"
+#include "widgets/vm_dsp_gain.h"
+#include "widgets/vm_led.h"
+#include "widgets/vm_meter.h"
+
+#include <QAccessible>
+#include <QPaintEvent>
+#include <QtTest>
+
+#include <limits>
+
+namespace {
+
+/// A meter that keeps the rectangles that it was asked to paint.
+class WatchedMeter : public VMMeter
+{
+public:
+    QVector<QRect> painted;
+
+protected:
+    void paintEvent(QPaintEvent *event) override
+    {
+        painted.append(event->rect());
+        VMMeter::paintEvent(event);
+    }
+};
+
+} // namespace
+
+/// The widgets that only show: meter and LED.
+class TestIndicators : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void meterKeepsWhatWasSet();
+    void meterShowsTheLevel_data();
+    void meterShowsTheLevel();
+    void meterPaintsOnlyWhatChanged();
+    void oneTimerRunsWhileSomethingMoves();
+    void clickClearsTheClipMarkOnly();
+    void ledSize_data();
+    void ledSize();
+    void ledTellsItsStateWithoutColour_data();
+    void ledTellsItsStateWithoutColour();
+};
+
+void TestIndicators::meterKeepsWhatWasSet()
+{
+    VMMeter meter;
+    meter.setDbValuePort1(-10.0);
+    meter.setDbValuePort1(std::numeric_limits<double>::quiet_NaN());
+    QCOMPARE(meter.property("dbValuePort1").toDouble(), -10.0);
+    meter.setProperty("dbValuePort1", -128.0);
+    QCOMPARE(meter.dbValuePort1(), -128.0);
+    QAccessibleInterface *reader = QAccessible::queryAccessibleInterface(&meter);
+    QVERIFY(reader);
+    QCOMPARE(reader->text(QAccessible::Value), QStringLiteral("-128 dB"));
+}
+
+void TestIndicators::meterShowsTheLevel_data()
+{
+    QTest::addColumn<double>("dB");
+    QTest::addColumn<double>("highest");
+    QTest::addColumn<int>("rows");
+    QTest::newRow("nothing") << -100.0 << 20.0 << 0;
+    QTest::newRow("quiet") << -40.0 << 20.0 << 24;
+    QTest::newRow("programme") << -20.0 << 20.0 << 70;
+    QTest::newRow("unity") << 0.0 << 20.0 << 134;
+    QTest::newRow("above the scale") << 127.0 << 20.0 << 200;
+    QTest::newRow("scale up to unity") << 0.0 << 0.0 << 200;
+}
+
+void TestIndicators::meterShowsTheLevel()
+{
+    QFETCH(double, dB);
+    QFETCH(double, highest);
+    QFETCH(int, rows);
+    VMMeter meter;
+    meter.setHighest(highest);
+    meter.resize(12, 300);
+    meter.resize(12, 500 - meter.travelRect().height()); // a travel of 200 rows
+    meter.setDbValuePort1(dB);
+    const QImage picture = meter.grab().toImage();
+    const QRect travel = meter.travelRect();
+    const auto isLit = [&](int row) { return picture.pixelColor(6, row).value() > 120; };
+    for (const int above : {2, 23, 26, 69, 72, 133, 136, 199}) // none of them on a mark of the scale
+        QVERIFY2(isLit(travel.bottom() + 1 - above) == (above <= rows),
+                 qPrintable(QStringLiteral("row %1").arg(above)));
+}
+
+void TestIndicators::meterPaintsOnlyWhatChanged()
+{
+    WatchedMeter meter;
+    meter.resize(12, 208);
+    meter.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&meter));
+    meter.setDbValuePort1(-30.0);
+    QTRY_VERIFY(!meter.painted.isEmpty());
+    QCoreApplication::processEvents();
+    meter.painted.clear();
+    meter.setDbValuePort1(-30.05); // less than a pixel
+    meter.setDbValuePort1(-30.0);
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(meter.painted.isEmpty());
+    meter.setDbValuePort1(-29.0);
+    QTRY_COMPARE(meter.painted.size(), 1);
+    QVERIFY(meter.painted.first().height() < 10);
+}
+
+void TestIndicators::oneTimerRunsWhileSomethingMoves()
+{
+    const auto ticker = vm::sharedInstance<vm::MeterTicker>();
+    WatchedMeter first;
+    WatchedMeter second;
+    first.resize(12, 208);
+    second.resize(12, 208);
+    first.setDbValuePort1(-10.0);
+    QVERIFY(!ticker->isRunning()); // nobody sees it
+    first.show();
+    second.show();
+    QVERIFY(ticker->isRunning());
+    QTRY_VERIFY(!ticker->isRunning());
+    first.setDbValuePort1(-100.0);
+    QVERIFY(!ticker->isRunning()); // empty and silent
+    first.setDbValuePort1(-10.0);
+    second.setDbValuePort1(-10.0);
+    first.hide();
+    QVERIFY(ticker->isRunning());
+    second.hide();
+    QVERIFY(!ticker->isRunning());
+}
+
+void TestIndicators::clickClearsTheClipMarkOnly()
+{
+    VmDspGain fader;
+    fader.resize(57, 260);
+    fader.setGain(-12.0);
+    fader.show();
+    VMMeter *meter = fader.getMeter();
+    const QRgb dark = meter->grab().toImage().pixel(6, 3);
+    meter->setDbValuePort1(0.0);
+    meter->setDbValuePort1(-90.0);
+    QVERIFY(meter->isClipped());
+    QVERIFY(meter->grab().toImage().pixel(6, 3) != dark);
+    QTest::mouseDClick(meter, Qt::LeftButton);
+    QVERIFY(!meter->isClipped());
+    QCOMPARE(meter->grab().toImage().pixel(6, 3), dark);
+    QCOMPARE(fader.Gain(), -12.0);
+}
+
+void TestIndicators::ledSize_data()
+{
+    QTest::addColumn<double>("millimetres");
+    QTest::addColumn<double>("inches");
+    QTest::newRow("an inch") << 25.4 << 1.0;
+    QTest::newRow("half an inch") << 12.7 << 0.5;
+    QTest::newRow("never too small to see") << 0.5 << 0.0;
+}
+
+void TestIndicators::ledSize()
+{
+    QFETCH(double, millimetres);
+    QFETCH(double, inches);
+    VmLED led;
+    led.setDiameter(millimetres);
+    const int diameter = qMax(10, qRound(inches * led.logicalDpiX()));
+    QVERIFY(led.sizeHint().width() >= diameter);
+    QVERIFY(led.sizeHint().width() <= diameter + 4);
+    QCOMPARE(led.property("diameter").toDouble(), millimetres);
+}
+
+void TestIndicators::ledTellsItsStateWithoutColour_data()
+{
+    QTest::addColumn<QColor>("color");
+    QTest::newRow("default") << QColor();
+    QTest::newRow("green") << QColor(0, 255, 0);
+    QTest::newRow("yellow") << QColor(255, 255, 0);
+}
+
+void TestIndicators::ledTellsItsStateWithoutColour()
+{
+    QFETCH(QColor, color);
+    VmLED led;
+    if (color.isValid())
+        led.setColor(color);
+    led.resize(led.sizeHint());
+    const auto middle = [&] { return led.grab().toImage().pixelColor(led.rect().center()); };
+    QCOMPARE(led.accessibleDescription(), QStringLiteral("off"));
+    QCOMPARE(middle(), led.palette().color(QPalette::Window)); // hollow
+    led.setProperty("state", true);
+    QCOMPARE(led.accessibleDescription(), QStringLiteral("on"));
+    QVERIFY(middle() != led.palette().color(QPalette::Window)); // filled
+    QVERIFY(qAbs(middle().hslHue() - led.color().hslHue()) < 5);
+    led.setState(false);
+    QCOMPARE(middle(), led.palette().color(QPalette::Window));
+}
+
+QTEST_MAIN(TestIndicators)
+#include "tst_indicators.moc"

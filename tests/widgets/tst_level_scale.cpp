@@ -1,0 +1,151 @@
+#include "widgets/level_taper.h"
+#include "widgets/meter_ballistics.h"
+
+#include <QtTest>
+
+namespace {
+
+/// At `at` ms the level `dB` arrives, or, without a level, time has passed.
+struct Moment
+{
+    qint64 at;
+    double dB;
+};
+
+constexpr double nothing = 999.0;
+
+} // namespace
+
+Q_DECLARE_METATYPE(QVector<Moment>)
+
+/// The scale that fader and meter share, and how a meter moves on it.
+class TestLevelScale : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void standsAtItsShareOfTheTravel_data();
+    void standsAtItsShareOfTheTravel();
+    void everyWholeDecibelHasItsOwnPlace();
+    void writesWholeDecibels_data();
+    void writesWholeDecibels();
+    void movesLikeAMeter_data();
+    void movesLikeAMeter();
+    void clipMarkStaysUntilCleared();
+};
+
+void TestLevelScale::standsAtItsShareOfTheTravel_data()
+{
+    QTest::addColumn<double>("dB");
+    QTest::addColumn<double>("highest");
+    QTest::addColumn<double>("share");
+    QTest::newRow("bottom") << -100.0 << 20.0 << 0.0;
+    QTest::newRow("below the bottom") << -128.0 << 20.0 << 0.0;
+    QTest::newRow("quiet") << -60.0 << 20.0 << 0.036;
+    QTest::newRow("between two knees") << -35.0 << 20.0 << 0.17;
+    QTest::newRow("programme") << -20.0 << 20.0 << 0.35;
+    QTest::newRow("unity") << 0.0 << 20.0 << 0.67;
+    QTest::newRow("top") << 20.0 << 20.0 << 1.0;
+    QTest::newRow("above the top") << 21.0 << 20.0 << 1.0;
+    QTest::newRow("scale that ends at unity") << 0.0 << 0.0 << 1.0;
+    QTest::newRow("half of a scale that ends at unity") << -20.0 << 0.0 << 0.35 / 0.67;
+    QTest::newRow("scale that ends above +20") << 30.0 << 30.0 << 1.0;
+    QTest::newRow("scale that ends very low") << -100.0 << -80.0 << 0.0;
+}
+
+void TestLevelScale::standsAtItsShareOfTheTravel()
+{
+    QFETCH(double, dB);
+    QFETCH(double, highest);
+    QFETCH(double, share);
+    QVERIFY(qAbs(vm::travelShare(dB, highest) - share) < 1e-9);
+    QVERIFY(qAbs(vm::levelAtShare(share, highest) - qBound(-100.0, dB, highest)) < 1e-9);
+}
+
+void TestLevelScale::everyWholeDecibelHasItsOwnPlace()
+{
+    for (int dB = -100; dB <= 20; ++dB) {
+        QCOMPARE(vm::wholeLevel(vm::levelAtShare(vm::travelShare(dB))), double(dB));
+        QVERIFY(dB == -100 || vm::travelShare(dB) > vm::travelShare(dB - 1));
+    }
+}
+
+void TestLevelScale::writesWholeDecibels_data()
+{
+    QTest::addColumn<double>("dB");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("whole") << -12.0 << "-12 dB";
+    QTest::newRow("rounded") << 5.9 << "6 dB";
+    QTest::newRow("half below zero") << -6.5 << "-7 dB";
+    QTest::newRow("no negative zero") << -0.4 << "0 dB";
+}
+
+void TestLevelScale::writesWholeDecibels()
+{
+    QFETCH(double, dB);
+    QTEST(vm::levelText(dB), "text");
+}
+
+void TestLevelScale::movesLikeAMeter_data()
+{
+    QTest::addColumn<QVector<Moment>>("moments");
+    QTest::addColumn<double>("bar");
+    QTest::addColumn<double>("peak");
+    using Moments = QVector<Moment>;
+    QTest::newRow("jumps up at once") << Moments{{1000, -40.0}, {1001, -6.0}} << -6.0 << -6.0;
+    QTest::newRow("falls by elapsed time")
+        << Moments{{1000, 0.0}, {1200, -60.0}, {1400, nothing}} << -2.36 << 0.0;
+    QTest::newRow("few or many steps fall alike")
+        << Moments{{1000, 0.0}, {1200, -60.0}, {1210, nothing}, {1399, nothing}, {1400, nothing}} << -2.36
+        << 0.0;
+    QTest::newRow("falls no further than the level")
+        << Moments{{1000, -10.0}, {1200, -12.0}, {1600, nothing}} << -12.0 << -10.0;
+    const Moments kept{{1000, -10.0}, {1400, -12.0}, {1800, -12.0}, {2200, -12.0}};
+    QTest::newRow("holds the peak") << (kept + Moments{{2500, -12.0}}) << -12.0 << -10.0;
+    QTest::newRow("lets the peak go after its time")
+        << (kept + Moments{{2500, -12.0}, {2600, nothing}}) << -12.0 << -11.18;
+    QTest::newRow("a released peak rests on the bar")
+        << (kept + Moments{{2500, -12.0}, {2900, nothing}}) << -12.0 << -12.0;
+    QTest::newRow("an equal level holds the peak again")
+        << Moments{{1000, -10.0}, {1400, -10.0}, {1800, -30.0}, {2200, -30.0}, {2600, -30.0}, {2899, nothing}}
+        << -22.9682 << -10.0;
+    QTest::newRow("stays until half a second is over")
+        << Moments{{1000, -10.0}, {1499, nothing}} << -10.0 << -10.0;
+    QTest::newRow("is empty after half a second")
+        << Moments{{1000, -10.0}, {1500, nothing}} << -100.0 << -100.0;
+    QTest::newRow("below the scale") << Moments{{1000, -128.0}} << -100.0 << -100.0;
+}
+
+void TestLevelScale::movesLikeAMeter()
+{
+    QFETCH(QVector<Moment>, moments);
+    QFETCH(double, bar);
+    QFETCH(double, peak);
+    vm::MeterBallistics meter;
+    for (const Moment &moment : qAsConst(moments)) {
+        if (moment.dB == nothing)
+            meter.advance(moment.at);
+        else
+            meter.arrive(moment.dB, moment.at);
+    }
+    QVERIFY2(qAbs(meter.bar() - bar) < 1e-6, qPrintable(QString::number(meter.bar())));
+    QVERIFY2(qAbs(meter.peak() - peak) < 1e-6, qPrintable(QString::number(meter.peak())));
+    QCOMPARE(meter.isMoving(), bar > -100.0);
+}
+
+void TestLevelScale::clipMarkStaysUntilCleared()
+{
+    vm::MeterBallistics meter;
+    meter.arrive(-1.0, 100);
+    QVERIFY(!meter.isClipped());
+    meter.arrive(0.0, 200);
+    meter.arrive(-80.0, 300);
+    meter.advance(100000);
+    QVERIFY(meter.isClipped());
+    QVERIFY(!meter.isMoving());
+    meter.clearClip();
+    QVERIFY(!meter.isClipped());
+}
+
+QTEST_APPLESS_MAIN(TestLevelScale)
+#include "tst_level_scale.moc"
