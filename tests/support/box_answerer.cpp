@@ -15,7 +15,8 @@ QString plain(const QAbstractButton *button)
 
 SeenBox describe(const QMessageBox &box)
 {
-    SeenBox seen {box.windowTitle(), box.text(), box.informativeText(), box.detailedText(), {}, {}, box.icon()};
+    SeenBox seen{box.windowTitle(), box.text(), box.informativeText(), box.detailedText(), {}, {},
+                 box.icon()};
     for (const QAbstractButton *button : box.buttons()) {
         if (box.standardButton(const_cast<QAbstractButton *>(button)) != QMessageBox::NoButton)
             seen.buttons.append(plain(button));

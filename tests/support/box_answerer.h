@@ -11,7 +11,8 @@
 namespace support {
 
 /// What a message box showed when the answerer found it.
-struct SeenBox {
+struct SeenBox
+{
     QString title;
     QString text;
     QString informativeText;
