@@ -173,7 +173,9 @@ void UpdateDialog::handleTimeout()
     connect(this, &QObject::destroyed, &box, &QDialog::reject);
     const QPointer<UpdateDialog> guard(this);
     box.show();
-    box.move(window()->frameGeometry().center() - box.rect().center());
+    QRect frame = box.frameGeometry();
+    frame.moveCenter(window()->frameGeometry().center());
+    box.move(frame.topLeft());
     box.exec();
     if (guard && m_ui->close_pushButton->isEnabled())
         done(QDialog::Rejected);

@@ -11,6 +11,11 @@ QByteArray pattern(int size)
     return bytes;
 }
 
+QStringList words(const char *text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+}
+
 TftpClient::TftpClient(double faults, quint32 seed)
     : m_faults(faults)
     , m_random(seed)
@@ -37,10 +42,8 @@ int TftpClient::copies()
 
 void TftpClient::send()
 {
-    if (!silent) {
-        for (int left = copies(); left > 0; --left)
-            m_socket.writeDatagram(m_last, m_server, m_port);
-    }
+    for (int left = copies(); left > 0; --left)
+        m_socket.writeDatagram(m_last, m_server, m_port);
     if (!m_finished)
         m_repeat.start();
 }
@@ -56,6 +59,7 @@ void TftpClient::read()
 
 void TftpClient::take(const QNetworkDatagram &datagram)
 {
+    m_server = datagram.senderAddress();
     m_port = quint16(datagram.senderPort());
     const QByteArray bytes = datagram.data();
     const quint16 number = qFromBigEndian<quint16>(bytes.constData() + 2);

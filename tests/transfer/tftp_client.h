@@ -9,6 +9,9 @@
 /// Bytes that differ from block to block, so that a lost, doubled or swapped block shows.
 QByteArray pattern(int size);
 
+/// The blank-separated words of @p text.
+QStringList words(const char *text);
+
 /// Fetches a file in blocks of 256 bytes and repeats what gets lost. A share of the packets in either
 /// direction can be dropped or doubled, in an order that the seed fixes.
 class TftpClient : public QObject
@@ -24,7 +27,6 @@ public:
 
     /// Answers every block with this datagram instead of an acknowledgement.
     QByteArray stubbornAnswer;
-    bool silent = false;
 
 signals:
     void blockArrived();

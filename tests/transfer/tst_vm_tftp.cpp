@@ -67,11 +67,6 @@ struct Rig
     QVector<int> progress;
 };
 
-QStringList words(const char *text)
-{
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
 QString ackLine(int opcode, int got, int expected)
 {
     return QStringLiteral("TFTP handle ACK (%1) - sequence: (%2) - Expected sequence: (%3)")
