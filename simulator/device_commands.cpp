@@ -92,6 +92,8 @@ QString DeviceModel::beginFetch(const QJsonObject &order)
 
 void DeviceModel::finishLoad(int ms)
 {
+    if (!m_loading) // given up by a restart meanwhile
+        return;
     m_loading = false;
     m_cues.finishLoad(ms);
     publishStatus();

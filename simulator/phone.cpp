@@ -96,9 +96,9 @@ QString Phone::pair()
 
 QString Phone::disconnectPhone()
 {
-    if (!isConnected())
+    if (m_state == State::Idle)
         return QStringLiteral("no phone is connected");
-    enter(State::Idle);
+    enter(State::Idle); // ends a pairing, too
     return {};
 }
 

@@ -14,6 +14,8 @@ Simulator::Simulator(const Options &options, const Intervals &intervals, QObject
                 [this](const QByteArray &request) { return m_model.answer(request); })
     , m_announcer(intervals.announce)
     , m_meters(intervals, [this] { return levelPacket(); })
+    , m_fetcher(intervals, options.tftpFaults, options.seed)
+    , m_loader(&m_fetcher, options.keepUpload)
 {
     m_model.setRefusePattern(options.faults.refuse);
     m_lifeTimer.setInterval(intervals.life);
@@ -37,6 +39,9 @@ void Simulator::connectModel()
     connect(&m_model, &DeviceModel::rebootRequested, this, &Simulator::reboot);
     connect(&m_model, &DeviceModel::meteringRequested, this,
             [this](bool on) { on ? m_meters.request() : m_meters.stop(); });
+    connect(&m_model, &DeviceModel::fetchRequested, this, &Simulator::startFetch);
+    connect(&m_loader, &CueLoader::loaded, &m_model, &DeviceModel::finishLoad);
+    connect(&m_loader, &CueLoader::rejected, &m_model, &DeviceModel::abandonLoad);
     if (!m_options.stateFile.isEmpty())
         connect(&m_model, &DeviceModel::settingsChanged, &m_saveTimer, qOverload<>(&QTimer::start));
 }
@@ -101,6 +106,14 @@ void Simulator::disappear()
     m_control.setSilent(true);
     m_announcer.stop();
     m_meters.stop();
+    m_fetcher.abort();
+    m_model.abandonLoad();
+}
+
+/// The fetch begins once the request that ordered it has its reply.
+void Simulator::startFetch(const TftpUri &source)
+{
+    QTimer::singleShot(0, &m_fetcher, [this, source] { m_fetcher.fetch(source, m_options.address); });
 }
 
 void Simulator::reboot()

@@ -2,6 +2,7 @@
 
 #include "simulator/announcer.h"
 #include "simulator/control_service.h"
+#include "simulator/cue_loader.h"
 #include "simulator/device_model.h"
 #include "simulator/intervals.h"
 #include "simulator/meter_stream.h"
@@ -35,6 +36,7 @@ private:
     void live();
     void appear();
     void disappear();
+    void startFetch(const TftpUri &source);
     void reboot();
     void vanishWhenDue(int answered);
     LevelPacket levelPacket() const;
@@ -45,6 +47,8 @@ private:
     ControlService m_control;
     Announcer m_announcer;
     MeterStream m_meters;
+    TftpFetcher m_fetcher;
+    CueLoader m_loader;
     QTimer m_lifeTimer;
     QElapsedTimer m_lived;
     QTimer m_saveTimer;

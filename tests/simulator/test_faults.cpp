@@ -1,0 +1,252 @@
+#include "simulator/control_service.h"
+#include "simulator/options.h"
+
+#include <QElapsedTimer>
+#include <QNetworkDatagram>
+#include <QTest>
+
+using namespace sim;
+
+Q_DECLARE_METATYPE(sim::FaultSettings)
+
+namespace {
+
+FaultSettings everything()
+{
+    FaultSettings settings;
+    settings.jitterMs = 40;
+    settings.drop = settings.duplicate = settings.reorder = settings.garbage = 0.3;
+    return settings;
+}
+
+QString textOf(const Fate &fate)
+{
+    return QStringLiteral("%1%2%3%4%5 %6")
+        .arg(fate.loseRequest)
+        .arg(fate.loseReply)
+        .arg(fate.duplicate)
+        .arg(fate.reorder)
+        .arg(fate.garbage)
+        .arg(fate.delayMs);
+}
+
+QStringList fates(const FaultSettings &settings, quint32 seed)
+{
+    FaultDealer dealer(settings, seed);
+    QStringList texts;
+    for (int i = 0; i < 100; ++i)
+        texts << textOf(dealer.next());
+    return texts;
+}
+
+QHostAddress deviceAddress()
+{
+    return QHostAddress(QStringLiteral("127.0.0.11"));
+}
+
+/// Asks control services and keeps what comes back, in its order.
+struct Client
+{
+    Client()
+    {
+        socket.bind(QHostAddress(QHostAddress::LocalHost));
+        QObject::connect(&socket, &QUdpSocket::readyRead, [this] {
+            while (socket.hasPendingDatagrams())
+                received << socket.receiveDatagram().data();
+        });
+    }
+
+    void ask(const ControlService &service, const char *request)
+    {
+        socket.writeDatagram(request, deviceAddress(), service.port());
+    }
+
+    QUdpSocket socket;
+    QByteArrayList received;
+};
+
+} // namespace
+
+/// The faults of the control link, and the command line that orders them.
+class TestFaults : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fatesRepeatBySeed();
+    void dropIsSharedByBothWays();
+    void pattern_data();
+    void pattern();
+    void link_data();
+    void link();
+    void heldReplyIsReleased();
+    void latency();
+    void badOption_data();
+    void badOption();
+    void goodOptions();
+};
+
+void TestFaults::fatesRepeatBySeed()
+{
+    QCOMPARE(fates(everything(), 5), fates(everything(), 5));
+    QVERIFY(fates(everything(), 5) != fates(everything(), 6));
+    FaultSettings noDrop = everything();
+    noDrop.drop = 0;
+    FaultDealer with(everything(), 5);
+    FaultDealer without(noDrop, 5);
+    for (int i = 0; i < 100; ++i) // one fault more does not shift the others
+        QCOMPARE(with.next().garbage, without.next().garbage);
+}
+
+void TestFaults::dropIsSharedByBothWays()
+{
+    FaultSettings settings;
+    settings.drop = 0.5;
+    FaultDealer dealer(settings, 3);
+    int requests = 0;
+    int replies = 0;
+    for (int i = 0; i < 1000; ++i) {
+        const Fate fate = dealer.next();
+        QVERIFY(!(fate.loseRequest && fate.loseReply));
+        requests += fate.loseRequest;
+        replies += fate.loseReply;
+    }
+    QVERIFY(requests > 200 && requests < 300);
+    QVERIFY(replies > 200 && replies < 300);
+}
+
+void TestFaults::pattern_data()
+{
+    QTest::addColumn<QString>("pattern");
+    QTest::addColumn<bool>("matches");
+    QTest::newRow("exact") << "/system/usb/mode" << true;
+    QTest::newRow("across levels") << "/system/*" << true;
+    QTest::newRow("inside") << "*usb*" << true;
+    QTest::newRow("one character") << "/system/us?/mode" << true;
+    QTest::newRow("whole path only") << "/system/usb" << false;
+    QTest::newRow("dot is a dot") << "/system.usb/mode" << false;
+}
+
+void TestFaults::pattern()
+{
+    QFETCH(QString, pattern);
+    QFETCH(bool, matches);
+    QCOMPARE(matchesPattern(pattern, QStringLiteral("/system/usb/mode")), matches);
+}
+
+void TestFaults::link_data()
+{
+    QTest::addColumn<FaultSettings>("faults");
+    QTest::addColumn<QByteArrayList>("replies"); // to the requests "1" and "2"
+    const auto row = [](const char *name, double FaultSettings::*fault, const QByteArrayList &replies) {
+        FaultSettings settings;
+        settings.*fault = 1;
+        QTest::newRow(name) << settings << replies;
+    };
+    QTest::newRow("none") << FaultSettings() << QByteArrayList{"re 1", "re 2"};
+    row("drop", &FaultSettings::drop, {});
+    row("duplicate", &FaultSettings::duplicate, {"re 1", "re 1", "re 2", "re 2"});
+    row("reorder", &FaultSettings::reorder, {"re 2", "re 1"});
+    FaultDealer dealer({}, 1);
+    const QByteArray noise = dealer.garbage();
+    row("garbage", &FaultSettings::garbage, {noise, dealer.garbage()});
+}
+
+void TestFaults::link()
+{
+    QFETCH(FaultSettings, faults);
+    QFETCH(QByteArrayList, replies);
+    const auto answer = [](const QByteArray &request) { return "re " + request; };
+    ControlService service(faults, 1, 60000, answer);
+    ControlService fence({}, 1, 0, answer); // what it answers later comes after all that is to come
+    QVERIFY(service.listen(deviceAddress(), 0));
+    QVERIFY(fence.listen(deviceAddress(), 0));
+    Client client;
+    client.ask(service, "1");
+    client.ask(service, "2");
+    QTRY_COMPARE(client.received.size(), replies.size());
+    client.ask(fence, "end");
+    QTRY_VERIFY(client.received.contains("re end"));
+    QCOMPARE(client.received, replies + QByteArrayList{"re end"});
+}
+
+void TestFaults::heldReplyIsReleased()
+{
+    FaultSettings faults;
+    faults.reorder = 1;
+    ControlService service(faults, 1, 20, [](const QByteArray &request) { return request; });
+    QVERIFY(service.listen(deviceAddress(), 0));
+    Client client;
+    client.ask(service, "alone");
+    QTRY_COMPARE(client.received, QByteArrayList{"alone"});
+}
+
+void TestFaults::latency()
+{
+    FaultSettings faults;
+    faults.latencyMs = 80;
+    ControlService service(faults, 1, 0, [](const QByteArray &request) { return request; });
+    QVERIFY(service.listen(deviceAddress(), 0));
+    Client client;
+    QElapsedTimer clock;
+    clock.start();
+    client.ask(service, "late");
+    QTRY_COMPARE(client.received.size(), 1);
+    QVERIFY(clock.elapsed() >= 80);
+}
+
+void TestFaults::badOption_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("error");
+    const auto row = [](const char *name, const QStringList &arguments, const char *error) {
+        QTest::newRow(name) << arguments << QString::fromLatin1(error);
+    };
+    row("port", {QStringLiteral("--port=65536")},
+        "--port takes a whole number from 0 to 65535, not \"65536\".");
+    row("probability", {QStringLiteral("--drop=1.5")}, "--drop takes a number from 0 to 1, not \"1.5\".");
+    row("address", {QStringLiteral("--address=lo")}, "--address takes a dotted IPv4 address, not \"lo\".");
+    row("fault", {QStringLiteral("--tftp-fault=x")},
+        "--tftp-fault takes one of none, lost-ack, duplicate-ack, wrong-block, nack, silence, not \"x\".");
+    row("seed", {QStringLiteral("--seed=-1")}, "--seed takes a whole number from 0 to 4294967295, not");
+    row("unknown", {QStringLiteral("--volume=3")}, "Unknown option 'volume'.");
+    row("positional", {QStringLiteral("lo")}, "\"lo\" is no option.");
+}
+
+void TestFaults::badOption()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, error);
+    const ParsedOptions parsed = parseOptions(QStringList{QStringLiteral("kbx-simulator")} + arguments);
+    QVERIFY2(parsed.error.startsWith(error), qPrintable(parsed.error));
+}
+
+void TestFaults::goodOptions()
+{
+    const ParsedOptions parsed = parseOptions(
+        QStringLiteral("kbx-simulator --name X-7 --address 127.0.0.12 --port 0 --seed 9 --pace 2.5 "
+                       "--latency 10 --jitter 5 --drop 0.25 --refuse /a* --vanish-after 3 --return-after 400 "
+                       "--tftp-fault wrong-block --tftp-drop 0.5 --exit-with-parent")
+            .split(QLatin1Char(' ')));
+    QCOMPARE(parsed.error, QString());
+    const Options &options = parsed.options;
+    QCOMPARE(options.name, QStringLiteral("X-7"));
+    QCOMPARE(options.address, QHostAddress(QStringLiteral("127.0.0.12")));
+    QCOMPARE(options.port, quint16(0));
+    QCOMPARE(options.seed, 9U);
+    QCOMPARE(options.pace, 2.5);
+    QVERIFY(options.exitWithParent);
+    QCOMPARE(options.faults.latencyMs, 10);
+    QCOMPARE(options.faults.jitterMs, 5);
+    QCOMPARE(options.faults.drop, 0.25);
+    QCOMPARE(options.faults.refuse, QStringLiteral("/a*"));
+    QCOMPARE(options.faults.vanishAfter, 3);
+    QCOMPARE(options.faults.returnAfterMs, 400);
+    QCOMPARE(options.tftpFaults.kind, TftpFaultSettings::Kind::WrongBlock);
+    QCOMPARE(options.tftpFaults.drop, 0.5);
+    QVERIFY(parseOptions({QStringLiteral("kbx-simulator"), QStringLiteral("--help")})
+                .help.contains(QLatin1String("--vanish-after <N>")));
+}
+
+QTEST_GUILESS_MAIN(TestFaults)
+#include "test_faults.moc"

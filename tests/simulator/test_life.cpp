@@ -1,0 +1,280 @@
+#include "simulator/simulator.h"
+#include "simulator/state_file.h"
+#include "tests/simulator/scripted_tftp_server.h"
+
+#include <QFile>
+#include <QJsonDocument>
+#include <QNetworkDatagram>
+#include <QTemporaryDir>
+#include <QTest>
+
+using namespace sim;
+
+namespace {
+
+QHostAddress deviceAddress()
+{
+    return QHostAddress(QStringLiteral("127.0.0.11"));
+}
+
+Options optionsOf(const QString &stateFile = {})
+{
+    Options options;
+    options.address = deviceAddress();
+    options.port = 0;
+    options.stateFile = stateFile;
+    return options;
+}
+
+Intervals quick()
+{
+    Intervals intervals;
+    intervals.announce = 20;
+    intervals.life = intervals.meter = 10;
+    intervals.reboot = 300;
+    intervals.meterFor = 200;
+    intervals.save = 10;
+    intervals.tftpRequest = 20;
+    intervals.tftpRepeats = 3;
+    return intervals;
+}
+
+/// Keeps what arrives at a socket.
+struct Receiver
+{
+    /// In a multicast group on the loopback interface, or, without one, at a port of its own.
+    explicit Receiver(const char *group = nullptr, quint16 port = 0)
+    {
+        socket.bind(QHostAddress::AnyIPv4, port,
+                    QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint);
+        if (group)
+            socket.joinMulticastGroup(QHostAddress(QLatin1String(group)),
+                                      QNetworkInterface::interfaceFromName(QStringLiteral("lo")));
+        QObject::connect(&socket, &QUdpSocket::readyRead, [this] {
+            while (socket.hasPendingDatagrams())
+                received << socket.receiveDatagram();
+            sinceLast.start();
+        });
+    }
+
+    QUdpSocket socket;
+    QList<QNetworkDatagram> received;
+    QElapsedTimer sinceLast; // not valid, thus expired, before the first
+};
+
+/// Asks a simulator and waits for its answer; empty when none comes within half a second.
+QByteArray ask(const Simulator &simulator, const QByteArray &request)
+{
+    Receiver client;
+    client.socket.writeDatagram(request, deviceAddress(), simulator.port());
+    return QTest::qWaitFor([&] { return !client.received.isEmpty(); }, 500) ? client.received.first().data()
+                                                                            : QByteArray();
+}
+
+QJsonValue valueOf(const Simulator &simulator, const char *path)
+{
+    const QByteArray reply = ask(simulator, QByteArray("{\"get\":\"") + path + "\"}");
+    return QJsonDocument::fromJson(reply).object().value(QStringLiteral("value"));
+}
+
+bool isUp(const Simulator &simulator)
+{
+    return valueOf(simulator, "/info").isObject();
+}
+
+} // namespace
+
+/// The device on the network: how it appears, goes, comes back, and what it remembers.
+class TestLife : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void announces();
+    void levelsFollowTheGroup();
+    void reboot();
+    void vanishesAndReturns();
+    void stateFile();
+    void damagedStateFile_data();
+    void damagedStateFile();
+    void startProblems();
+    void voiceCue_data();
+    void voiceCue();
+};
+
+void TestLife::announces()
+{
+    Receiver host("239.255.77.1", 47700);
+    Simulator simulator(optionsOf(), quick());
+    QCOMPARE(simulator.start(), QString());
+    QTRY_VERIFY(host.received.size() >= 3);
+    QCOMPARE(host.received.first().senderAddress(), deviceAddress());
+    const QJsonObject announcement = QJsonDocument::fromJson(host.received.first().data()).object();
+    const QJsonObject expected{{QStringLiteral("announce"), QStringLiteral("plexo")},
+                               {QStringLiteral("name"), QStringLiteral("KBX-0001")},
+                               {QStringLiteral("type"), 1},
+                               {QStringLiteral("product"), QStringLiteral("TarnKBX")},
+                               {QStringLiteral("model"), QStringLiteral("KBX")},
+                               {QStringLiteral("mac"), QStringLiteral("02:4B:42:58:00:01")},
+                               {QStringLiteral("version"), QStringLiteral("1.2.0")},
+                               {QStringLiteral("feature_level"), 1},
+                               {QStringLiteral("control_port"), simulator.port()}};
+    QCOMPARE(announcement, expected);
+}
+
+void TestLife::levelsFollowTheGroup()
+{
+    Receiver first("239.255.77.10", 47710);
+    Receiver second("239.255.77.99", 47799);
+    Simulator simulator(optionsOf(), quick());
+    QCOMPARE(simulator.start(), QString());
+    ask(simulator, R"({"set":"/control/req_metering", "value":100})");
+    QTRY_VERIFY(!first.received.isEmpty());
+    QCOMPARE(first.received.first().data().size(), 19);
+    QCOMPARE(first.received.first().senderAddress(), deviceAddress());
+
+    ask(simulator, R"({"set":"/system/metering","value":{"ip":"239.255.77.99","port":47799}})");
+    ask(simulator, R"({"set":"/control/req_metering", "value":100})");
+    QTRY_VERIFY(!second.received.isEmpty());
+
+    QTRY_VERIFY(second.sinceLast.hasExpired(200)); // the stream ends by itself
+}
+
+void TestLife::reboot()
+{
+    Simulator simulator(optionsOf(), quick());
+    QCOMPARE(simulator.start(), QString());
+    ask(simulator, R"({"set":"/preset/dsp/dante_rx/0/gain", "value":5})");
+    ask(simulator, R"({"set":"/control/save_preset", "value":"6"})");
+    QVERIFY(ask(simulator, R"({"set":"/control/reboot", "value":true})").contains("\"OK\""));
+
+    Receiver host("239.255.77.1", 47700);
+    Receiver client;
+    client.socket.writeDatagram(R"({"get":"/info"})", deviceAddress(), simulator.port());
+    QTRY_VERIFY(!host.received.isEmpty()); // back again
+    QVERIFY(client.received.isEmpty()); // what it was asked meanwhile is lost
+
+    QCOMPARE(valueOf(simulator, "/preset/dsp/dante_rx/0/gain").toInt(), 5);
+    QCOMPARE(ask(simulator, "LOAD 6\r"), QByteArray("ACK LOAD 6\r"));
+}
+
+void TestLife::vanishesAndReturns()
+{
+    Options options = optionsOf();
+    options.faults.vanishAfter = 2;
+    options.faults.returnAfterMs = 1000;
+    Simulator simulator(options, quick());
+    QCOMPARE(simulator.start(), QString());
+    QVERIFY(isUp(simulator));
+    QVERIFY(isUp(simulator));
+    Receiver host("239.255.77.1", 47700);
+    QVERIFY(!isUp(simulator));
+    QVERIFY(host.received.isEmpty());
+    QTRY_VERIFY(!host.received.isEmpty());
+    QVERIFY(isUp(simulator));
+}
+
+void TestLife::stateFile()
+{
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("state.json"));
+    {
+        Simulator simulator(optionsOf(file), quick());
+        QCOMPARE(simulator.start(), QString());
+        ask(simulator, R"({"set":"/system/usb/mode","value":"speakerphone_ec"})");
+        QTRY_VERIFY(QFile::exists(file)); // written without waiting for the end
+        ask(simulator, R"({"set":"/preset/dsp/mixer/6/9", "value":-7})");
+        ask(simulator, R"({"set":"/control/save_preset", "value":"1"})");
+        ask(simulator, R"({"set":"/control/bluetooth/clear_list","value":true})");
+    }
+    Simulator again(optionsOf(file), quick());
+    QCOMPARE(again.start(), QString());
+    QCOMPARE(valueOf(again, "/system/usb/mode").toString(), QStringLiteral("speakerphone_ec"));
+    QCOMPARE(valueOf(again, "/preset/dsp/mixer/6/9").toInt(), -7);
+    QCOMPARE(valueOf(again, "/status/bluetooth/list_size").toInt(), 1);
+    QCOMPARE(ask(again, "LOAD 1\r"), QByteArray("ACK LOAD 1\r"));
+    QCOMPARE(ask(again, "LOAD 2\r"), QByteArray("NACK LOAD 2\r"));
+}
+
+void TestLife::damagedStateFile_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("problem");
+    QTest::newRow("no JSON") << QByteArray("{") << "no JSON object";
+    QTest::newRow("other format") << QByteArray("{\"format\":2}") << "the file is not of format 1";
+    QTest::newRow("bad value") << QByteArray(R"({"format":1,"system":{"usb":{"mode":"x"}},"preset":{}})")
+                               << "/system/usb/mode: \"x\" is not one of";
+}
+
+void TestLife::damagedStateFile()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, problem);
+    QTemporaryDir dir;
+    QFile file(dir.filePath(QStringLiteral("state.json")));
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    file.write(content);
+    file.flush();
+    {
+        Simulator simulator(optionsOf(file.fileName()), quick());
+        const QString told = simulator.start();
+        QVERIFY2(told.contains(problem) && told.startsWith(file.fileName()), qPrintable(told));
+    }
+    file.seek(0);
+    QCOMPARE(file.readAll(), content); // left for its owner to mend
+}
+
+void TestLife::startProblems()
+{
+    Simulator running(optionsOf(), quick());
+    QCOMPARE(running.start(), QString());
+    Options options = optionsOf();
+    options.port = running.port();
+    QVERIFY(Simulator(options, quick()).start().contains(QLatin1String("cannot listen on 127.0.0.11")));
+    options.interface = QStringLiteral("nowhere9");
+    QCOMPARE(Simulator(options, quick()).start(),
+             QStringLiteral("there is no network interface \"nowhere9\""));
+}
+
+void TestLife::voiceCue_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<bool>("taken");
+    const QByteArray header
+        = QByteArray::fromHex("52494646280000005741564566"
+                              "6d74201000000001000100803e0000007d00000200100064617461040000"
+                              "00");
+    QTest::newRow("good") << header + "1234" << true;
+    QTest::newRow("no wave") << QByteArray("hello") << false;
+}
+
+/// From the order to the recording: what came is kept as it came, and only a playable file replaces a cue.
+void TestLife::voiceCue()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(bool, taken);
+    QTemporaryDir dir;
+    Options options = optionsOf(dir.filePath(QStringLiteral("state.json")));
+    options.keepUpload = dir.filePath(QStringLiteral("upload.wav"));
+    Simulator simulator(options, quick());
+    QCOMPARE(simulator.start(), QString());
+    support::ScriptedTftpServer server(file, support::ScriptedTftpServer::Manner::Good);
+    const QByteArray uri = "tftp://" + server.address().toString().toLatin1() + ':'
+        + QByteArray::number(server.port()) + "/cue.wav";
+    const QByteArray order
+        = R"({"set":"/control/fwdl","value":{"target":"VC_BT_SUCCESS","uri":")" + uri + "\"}}";
+    QVERIFY(ask(simulator, order).contains("\"OK\""));
+    QTRY_VERIFY(server.isDone());
+    QTRY_VERIFY(valueOf(simulator, "/status/voice_cue/2/valid").toBool());
+
+    QFile kept(options.keepUpload);
+    QVERIFY(kept.open(QIODevice::ReadOnly));
+    QCOMPARE(kept.readAll(), file);
+    simulator.save();
+    const QJsonArray lengths
+        = readState(options.stateFile).state.value(QStringLiteral("recordings_ms")).toArray();
+    QCOMPARE(lengths.at(2).toInt() == 1, taken); // two samples round up to 1 ms
+}
+
+QTEST_GUILESS_MAIN(TestLife)
+#include "test_life.moc"

@@ -1,0 +1,248 @@
+#include "simulator/phone.h"
+#include "simulator/usb_host.h"
+#include "simulator/voice_cues.h"
+
+#include <QSet>
+#include <QSignalSpy>
+#include <QTest>
+
+using sim::BluetoothSettings;
+using sim::Phone;
+
+Q_DECLARE_METATYPE(sim::BluetoothSettings::Reconnect)
+
+namespace {
+
+constexpr BluetoothSettings basic{true, BluetoothSettings::Reconnect::Never, true};
+
+QString stateOf(const Phone &phone)
+{
+    return phone.status().value(QStringLiteral("state")).toString();
+}
+
+QJsonObject deviceOf(const Phone &phone)
+{
+    return phone.status().value(QStringLiteral("device")).toObject();
+}
+
+QString songOf(const Phone &phone)
+{
+    return deviceOf(phone).value(QStringLiteral("song")).toString();
+}
+
+void pairNewPhone(Phone *phone)
+{
+    phone->pair();
+    phone->advance(Phone::foundMs);
+    phone->advance(Phone::pairMs);
+}
+
+} // namespace
+
+/// The life of the simulated phone, driven by the hand of the clock.
+class TestPhone : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void pairing();
+    void reconnect_data();
+    void reconnect();
+    void fullListGivesUpTheOldest();
+    void clearListKeepsProtected();
+    void mediaKeys();
+    void signalStrengthPassesAllBands();
+    void disabling();
+    void usbHostComesAndGoes();
+    void voiceCues();
+};
+
+void TestPhone::pairing()
+{
+    Phone phone(1);
+    QSignalSpy cues(&phone, &Phone::cueDue);
+    QVERIFY(!phone.pair().isEmpty()); // disabled
+    phone.applySettings(basic);
+
+    QCOMPARE(phone.pair(), QString());
+    QCOMPARE(stateOf(phone), QStringLiteral("discoverable"));
+    phone.advance(Phone::foundMs);
+    QCOMPARE(stateOf(phone), QStringLiteral("pairing"));
+    phone.advance(Phone::pairMs);
+    QCOMPARE(stateOf(phone), QStringLiteral("connected"));
+
+    QCOMPARE(phone.pairedList().size(), 4);
+    QCOMPARE(phone.pairedList().at(0).toObject().value(QStringLiteral("name")),
+             deviceOf(phone).value(QStringLiteral("name")));
+    QCOMPARE(cues.size(), 3); // started, ended, succeeded
+    QCOMPARE(cues.last().first().toInt(), 2);
+}
+
+void TestPhone::reconnect_data()
+{
+    using Reconnect = BluetoothSettings::Reconnect;
+    QTest::addColumn<Reconnect>("mode");
+    QTest::addColumn<bool>("anyProtected");
+    QTest::addColumn<QString>("state");
+    QTest::newRow("basic stays alone") << Reconnect::Never << true << "idle";
+    QTest::newRow("reconnect calls any") << Reconnect::Any << false << "connected";
+    QTest::newRow("exclusive calls a protected one") << Reconnect::Protected << true << "connected";
+    QTest::newRow("exclusive without one stays alone") << Reconnect::Protected << false << "idle";
+}
+
+void TestPhone::reconnect()
+{
+    QFETCH(BluetoothSettings::Reconnect, mode);
+    QFETCH(bool, anyProtected);
+    QFETCH(QString, state);
+    Phone phone(1);
+    QJsonArray list = phone.pairedList();
+    QJsonObject first = list.at(0).toObject();
+    first.insert(QStringLiteral("keep"), anyProtected);
+    list.replace(0, first);
+    phone.setPairedList(list);
+    phone.applySettings({true, mode, true});
+    for (int round = 0; round < 2; ++round) { // after the power came on, and after a connection was closed
+        phone.advance(Phone::reconnectMs);
+        phone.advance(Phone::connectMs);
+        QCOMPARE(stateOf(phone), state);
+        QCOMPARE(phone.disconnectPhone().isEmpty(), state == QLatin1String("connected"));
+        QCOMPARE(stateOf(phone), QStringLiteral("idle"));
+    }
+}
+
+void TestPhone::fullListGivesUpTheOldest()
+{
+    Phone phone(1);
+    phone.applySettings(basic);
+    for (int i = 0; i < 7; ++i)
+        pairNewPhone(&phone);
+    const QJsonArray list = phone.pairedList();
+    QCOMPARE(list.size(), 8); // two of the first three are gone, the oldest stays because it is protected
+    QCOMPARE(list.at(7).toObject().value(QStringLiteral("name")).toString(), QStringLiteral("Anna's phone"));
+
+    QJsonArray all;
+    for (const QJsonValue &entry : list) {
+        QJsonObject kept = entry.toObject();
+        kept.insert(QStringLiteral("keep"), true);
+        all.append(kept);
+    }
+    phone.setPairedList(all);
+    pairNewPhone(&phone);
+    QCOMPARE(stateOf(phone), QStringLiteral("idle"));
+    QCOMPARE(phone.pairedList(), all);
+}
+
+void TestPhone::clearListKeepsProtected()
+{
+    Phone phone(1);
+    phone.applySettings(basic);
+    pairNewPhone(&phone);
+    phone.clearList();
+    QCOMPARE(phone.pairedList().size(), 1);
+    QCOMPARE(stateOf(phone), QStringLiteral("idle")); // the connected phone was forgotten
+}
+
+void TestPhone::mediaKeys()
+{
+    Phone phone(1);
+    phone.applySettings(basic);
+    QVERIFY(!phone.control(&sim::Player::next).isEmpty()); // not connected
+    pairNewPhone(&phone);
+    const QString first = songOf(phone);
+
+    phone.control(&sim::Player::next);
+    const QString second = songOf(phone);
+    QVERIFY(second != first);
+    phone.control(&sim::Player::previous);
+    QCOMPARE(songOf(phone), first);
+
+    phone.control(&sim::Player::pause);
+    QVERIFY(!phone.isSounding());
+    phone.advance(60000);
+    QCOMPARE(songOf(phone), first);
+    phone.control(&sim::Player::play);
+    phone.advance(60000);
+    QCOMPARE(songOf(phone), second); // moved on by itself
+
+    const double before = phone.volumeDb();
+    phone.control(&sim::Player::softer);
+    QVERIFY(phone.volumeDb() < before);
+    for (int i = 0; i < 20; ++i)
+        phone.control(&sim::Player::louder);
+    QCOMPARE(phone.volumeDb(), 0.0);
+}
+
+void TestPhone::signalStrengthPassesAllBands()
+{
+    Phone phone(1);
+    phone.applySettings(basic);
+    pairNewPhone(&phone);
+    QSet<QString> bands;
+    for (int ms = 0; ms < 60000; ms += 50) {
+        phone.advance(50);
+        const int rssi = deviceOf(phone).value(QStringLiteral("rssi")).toInt();
+        QVERIFY(rssi >= -130 && rssi <= -50);
+        bands << (rssi >= -67       ? QStringLiteral("good")
+                      : rssi >= -80 ? QStringLiteral("average")
+                      : rssi > -128 ? QStringLiteral("bad")
+                                    : QStringLiteral("none"));
+    }
+    QCOMPARE(bands.size(), 4);
+}
+
+void TestPhone::disabling()
+{
+    Phone phone(1);
+    phone.applySettings(basic);
+    pairNewPhone(&phone);
+    BluetoothSettings off = basic;
+    off.enabled = false;
+    phone.applySettings(off);
+    QCOMPARE(stateOf(phone), QStringLiteral("idle"));
+    QCOMPARE(deviceOf(phone).value(QStringLiteral("name")).toString(), QString());
+    phone.advance(Phone::reconnectMs);
+    QCOMPARE(stateOf(phone), QStringLiteral("idle"));
+}
+
+void TestPhone::usbHostComesAndGoes()
+{
+    sim::UsbHost host;
+    QSet<QString> words;
+    for (int second = 0; second < 120; ++second) {
+        host.advance(1000);
+        words << host.status().value(QStringLiteral("state")).toString();
+        QCOMPARE(host.isActive(),
+                 host.status().value(QStringLiteral("state")) == QJsonValue(QStringLiteral("connected")));
+    }
+    QCOMPARE(words,
+             (QSet<QString>{QStringLiteral("connected"), QStringLiteral("suspended"),
+                            QStringLiteral("disconnected")}));
+}
+
+void TestPhone::voiceCues()
+{
+    const auto valid = [](const sim::VoiceCues &cues, int cue) {
+        return cues.status().at(cue).toObject().value(QStringLiteral("valid")).toBool();
+    };
+    sim::VoiceCues cues;
+    QCOMPARE(cues.play(1), QString());
+    QVERIFY(cues.isPlaying());
+    cues.beginLoad(1);
+    QVERIFY(!cues.isPlaying());
+    QVERIFY(!valid(cues, 1));
+    QVERIFY(!cues.play(1).isEmpty());
+    cues.abandonLoad();
+    QVERIFY(valid(cues, 1));
+
+    cues.beginLoad(1);
+    cues.finishLoad(500);
+    cues.play(1);
+    cues.advance(499);
+    QVERIFY(cues.isPlaying());
+    cues.advance(1);
+    QVERIFY(!cues.isPlaying());
+}
+
+QTEST_GUILESS_MAIN(TestPhone)
+#include "test_phone.moc"
