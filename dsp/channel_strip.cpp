@@ -13,10 +13,10 @@ ChannelStrip::ChannelStrip(QWidget *parent)
 {
 }
 
-void ChannelStrip::adopt(QLabel *label, VmDspGain *fader)
+void ChannelStrip::adopt(const Parts &parts)
 {
-    m_label = label;
-    m_fader = fader;
+    m_parts = parts;
+    VmDspGain *fader = parts.fader;
     fader->setLabelColor(Qt::white);
     fader->setShowLabel(false);
     fader->setShowButton1(false);
@@ -29,8 +29,8 @@ void ChannelStrip::adopt(QLabel *label, VmDspGain *fader)
 
 void ChannelStrip::setLabel(const QString &text)
 {
-    m_label->setText(text);
-    m_fader->setAccessibleName(tr("Gain %1").arg(text));
+    m_parts.label->setText(text);
+    m_parts.fader->setAccessibleName(tr("Gain %1").arg(text));
 }
 
 void ChannelStrip::onEnable(bool enabled)
@@ -53,7 +53,7 @@ void ChannelStrip::onUiChanged(const QPair<int, QVariant> &record)
 void ChannelStrip::onLevelChange(int val)
 {
     if (isEnabled())
-        m_fader->getMeter()->setDbValuePort1(val);
+        m_parts.fader->getMeter()->setDbValuePort1(val);
 }
 
 void ChannelStrip::showChecked(QAbstractButton *button, const QVariant &value)
@@ -64,11 +64,27 @@ void ChannelStrip::showChecked(QAbstractButton *button, const QVariant &value)
 
 void ChannelStrip::showGain(const QVariant &value)
 {
-    const QSignalBlocker silent(m_fader);
-    m_fader->setGain(value.toDouble());
+    const QSignalBlocker silent(m_parts.fader);
+    m_parts.fader->setGain(value.toDouble());
 }
 
 double ChannelStrip::gain() const
 {
-    return m_fader->Gain();
+    return m_parts.fader->Gain();
+}
+
+void ChannelStrip::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    alignScale();
+}
+
+void ChannelStrip::alignScale()
+{
+    // The scale's column is as high as the fader, whose travel is shorter by the handle and the entry.
+    const QRect travel = m_parts.fader->travelRect();
+    const int halfText = m_parts.scaleTop->fontMetrics().height() / 2;
+    const int below = m_parts.fader->height() - travel.bottom();
+    m_parts.scaleTop->setContentsMargins(0, qMax(0, travel.top() - halfText), 0, 0);
+    m_parts.scaleBottom->setContentsMargins(0, 0, 0, qMax(0, below - halfText));
 }

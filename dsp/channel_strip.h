@@ -32,16 +32,27 @@ public slots:
     void onLevelChange(int val);
 
 protected:
-    /// For the form of the derived strip, after setupUi(): the widgets that every strip has.
-    void adopt(QLabel *label, VmDspGain *fader);
+    /// The widgets that the form of every strip has, owned by the strip.
+    struct Parts
+    {
+        QLabel *label = nullptr;
+        QLabel *scaleTop = nullptr;
+        QLabel *scaleBottom = nullptr;
+        VmDspGain *fader = nullptr;
+    };
+
+    /// To be called once the form is set up.
+    void adopt(const Parts &parts);
 
     static void showChecked(QAbstractButton *button, const QVariant &value);
     void showGain(const QVariant &value);
     double gain() const;
 
+    void showEvent(QShowEvent *event) override;
+
 private:
+    void alignScale();
     virtual void showValue(int parameter, const QVariant &value) = 0;
 
-    QLabel *m_label = nullptr;
-    VmDspGain *m_fader = nullptr;
+    Parts m_parts;
 };

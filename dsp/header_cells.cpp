@@ -25,6 +25,7 @@ CornerHeaderCell::CornerHeaderCell(QWidget *parent)
     : QWidget(parent)
     , m_ui(new Ui::DspCornerHeader)
 {
+    setAttribute(Qt::WA_StyledBackground);
     m_ui->setupUi(this);
     m_ui->default_pushButton->hide();
 }

@@ -12,6 +12,7 @@ MatrixMixerCell::MatrixMixerCell(int source, int sink, QWidget *parent)
     , m_sink(sink)
     , m_dial(new VmDial(this))
 {
+    setAttribute(Qt::WA_StyledBackground); // else the dial's ground shows as a square on the table's
     resize(64, 64);
     setMinimumSize(64, 64);
 
