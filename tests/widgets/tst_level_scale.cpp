@@ -27,7 +27,6 @@ private slots:
     void standsAtItsShareOfTheTravel_data();
     void standsAtItsShareOfTheTravel();
     void everyWholeDecibelHasItsOwnPlace();
-    void writesWholeDecibels_data();
     void writesWholeDecibels();
     void movesLikeAMeter_data();
     void movesLikeAMeter();
@@ -70,20 +69,11 @@ void TestLevelScale::everyWholeDecibelHasItsOwnPlace()
     }
 }
 
-void TestLevelScale::writesWholeDecibels_data()
-{
-    QTest::addColumn<double>("dB");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("whole") << -12.0 << "-12 dB";
-    QTest::newRow("rounded") << 5.9 << "6 dB";
-    QTest::newRow("half below zero") << -6.5 << "-7 dB";
-    QTest::newRow("no negative zero") << -0.4 << "0 dB";
-}
-
 void TestLevelScale::writesWholeDecibels()
 {
-    QFETCH(double, dB);
-    QTEST(vm::levelText(dB), "text");
+    QCOMPARE(vm::levelText(5.9), QStringLiteral("6 dB"));
+    QCOMPARE(vm::levelText(-6.5), QStringLiteral("-7 dB"));
+    QCOMPARE(vm::levelText(-0.4), QStringLiteral("0 dB")); // not "-0 dB"
 }
 
 void TestLevelScale::movesLikeAMeter_data()
@@ -91,29 +81,23 @@ void TestLevelScale::movesLikeAMeter_data()
     QTest::addColumn<QVector<Moment>>("moments");
     QTest::addColumn<double>("bar");
     QTest::addColumn<double>("peak");
-    using Moments = QVector<Moment>;
-    QTest::newRow("jumps up at once") << Moments{{1000, -40.0}, {1001, -6.0}} << -6.0 << -6.0;
-    QTest::newRow("falls by elapsed time")
-        << Moments{{1000, 0.0}, {1200, -60.0}, {1400, nothing}} << -2.36 << 0.0;
-    QTest::newRow("few or many steps fall alike")
-        << Moments{{1000, 0.0}, {1200, -60.0}, {1210, nothing}, {1399, nothing}, {1400, nothing}} << -2.36
-        << 0.0;
-    QTest::newRow("falls no further than the level")
-        << Moments{{1000, -10.0}, {1200, -12.0}, {1600, nothing}} << -12.0 << -10.0;
-    const Moments kept{{1000, -10.0}, {1400, -12.0}, {1800, -12.0}, {2200, -12.0}};
-    QTest::newRow("holds the peak") << (kept + Moments{{2500, -12.0}}) << -12.0 << -10.0;
-    QTest::newRow("lets the peak go after its time")
-        << (kept + Moments{{2500, -12.0}, {2600, nothing}}) << -12.0 << -11.18;
-    QTest::newRow("a released peak rests on the bar")
-        << (kept + Moments{{2500, -12.0}, {2900, nothing}}) << -12.0 << -12.0;
-    QTest::newRow("an equal level holds the peak again")
-        << Moments{{1000, -10.0}, {1400, -10.0}, {1800, -30.0}, {2200, -30.0}, {2600, -30.0}, {2899, nothing}}
-        << -22.9682 << -10.0;
-    QTest::newRow("stays until half a second is over")
-        << Moments{{1000, -10.0}, {1499, nothing}} << -10.0 << -10.0;
-    QTest::newRow("is empty after half a second")
-        << Moments{{1000, -10.0}, {1500, nothing}} << -100.0 << -100.0;
-    QTest::newRow("below the scale") << Moments{{1000, -128.0}} << -100.0 << -100.0;
+    const auto row = [](const char *name, const QVector<Moment> &moments, double bar, double peak) {
+        QTest::newRow(name) << moments << bar << peak;
+    };
+    const QVector<Moment> kept{{1000, -10.0}, {1400, -12.0}, {1800, -12.0}, {2200, -12.0}, {2500, -12.0}};
+    row("jumps up at once", {{1000, -40.0}, {1001, -6.0}}, -6.0, -6.0);
+    row("falls by elapsed time", {{1000, 0.0}, {1200, -60.0}, {1400, nothing}}, -2.36, 0.0);
+    row("in any steps", {{1000, 0.0}, {1200, -60.0}, {1399, nothing}, {1400, nothing}}, -2.36, 0.0);
+    row("falls no further than the level", {{1000, -10.0}, {1200, -12.0}, {1600, nothing}}, -12.0, -10.0);
+    row("holds the peak", kept, -12.0, -10.0);
+    row("lets the peak go after its time", kept + QVector<Moment>{{2600, nothing}}, -12.0, -11.18);
+    row("a released peak rests on the bar", kept + QVector<Moment>{{2900, nothing}}, -12.0, -12.0);
+    row("an equal level holds it again",
+        {{1000, -9.0}, {1400, -9.0}, {1800, -30.0}, {2200, -30.0}, {2600, -30.0}, {2899, nothing}}, -21.9682,
+        -9.0);
+    row("stays until half a second is over", {{1000, -10.0}, {1499, nothing}}, -10.0, -10.0);
+    row("is empty after half a second", {{1000, -10.0}, {1500, nothing}}, -100.0, -100.0);
+    row("below the scale", {{1000, -128.0}}, -100.0, -100.0);
 }
 
 void TestLevelScale::movesLikeAMeter()
