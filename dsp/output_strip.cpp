@@ -52,6 +52,7 @@ bool OutputStrip::eventFilter(QObject *watched, QEvent *event)
     const QSpinBox *box = m_ui->limiter_thresh_spinBox;
     showThreshold(box->value() + direction * box->singleStep());
     on_limiter_thresh_spinBox_editingFinished();
+    event->accept(); // or a wheel step would go on to the parent
     return true;
 }
 
