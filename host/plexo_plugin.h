@@ -146,6 +146,7 @@ private:
     void letGoOfDevice();
     void startLater(Operation process);
     bool takeNextRequest(RequestSide &side);
+    void dropCurrent(const RequestSide &side, Operation process);
     void sendCurrent(RequestSide &side, SendSignal send);
     void logMessage(const QString &heading, const QString &dev_name, const QByteArray &bytes);
     void handleTextAnswer(const QString &dev_name, const QByteArray &bytes);

@@ -67,26 +67,31 @@ void PlexoPlugin::sendVelmarAsciiMsgDirect(QString dev_name, QByteArray bytes)
         emit sendVelmarAsciiMsgNoWait(dev_name, m_device->type(), bytes);
 }
 
-/// Makes the next request current. Requests that find no device are dropped, each with a log line, so that
-/// the channel is usable as soon as a device is attached.
+/// Makes the next request current, commands before queries. Answers whether there is one to send.
 bool PlexoPlugin::takeNextRequest(RequestSide &side)
 {
-    const QPointer<PlexoPlugin> alive(this);
-    while (true) {
-        if (!side.hasCommands()) {
-            emit updateGuiData();
-            if (!alive)
-                return false;
-        }
-        if (!side.takeNext())
-            return false;
-        if (m_device)
-            return true;
-        logMessage(QStringLiteral("Command dropped, no device is attached:"), side.current().dev_name,
-                   side.current().bytes);
-        if (!alive)
-            return false;
+    if (side.hasCommands()) {
+        side.takeCommand();
+        return true;
     }
+    const QPointer<PlexoPlugin> alive(this);
+    emit updateGuiData();
+    // A slot of that signal may have destroyed the plugin or started a request itself.
+    if (!alive || side.busy || !side.hasQueries())
+        return false;
+    side.takeQuery();
+    return true;
+}
+
+/// Requests that find no device are dropped one by one, so that the channel is usable as soon as a device is
+/// attached.
+void PlexoPlugin::dropCurrent(const RequestSide &side, Operation process)
+{
+    const QPointer<PlexoPlugin> alive(this);
+    const PendingRequest request = side.current();
+    logMessage(QStringLiteral("Command dropped, no device is attached:"), request.dev_name, request.bytes);
+    if (alive)
+        startLater(process);
 }
 
 void PlexoPlugin::sendCurrent(RequestSide &side, SendSignal send)
@@ -101,6 +106,10 @@ void PlexoPlugin::processVelmarAsciiPendRequests()
 {
     if (m_text.busy || !takeNextRequest(m_text))
         return;
+    if (!m_device) {
+        dropCurrent(m_text, &PlexoPlugin::processVelmarAsciiPendRequests);
+        return;
+    }
     const QPointer<PlexoPlugin> alive(this);
     const PendingRequest request = m_text.current();
     const bool logged = !isNoisyQuery(m_text);
@@ -111,8 +120,12 @@ void PlexoPlugin::processVelmarAsciiPendRequests()
 
 void PlexoPlugin::processVelmarAES67PendRequests()
 {
-    if (!m_aes67.busy && takeNextRequest(m_aes67))
+    if (m_aes67.busy || !takeNextRequest(m_aes67))
+        return;
+    if (m_device)
         sendCurrent(m_aes67, &PlexoPlugin::sendVelmarAES67Msg);
+    else
+        dropCurrent(m_aes67, &PlexoPlugin::processVelmarAES67PendRequests);
 }
 
 void PlexoPlugin::retryVelmarAsciiPendingRequest()
@@ -160,10 +173,10 @@ void PlexoPlugin::recvVelmarAsciiMsg(QString dev_name, QByteArray bytes)
 
 void PlexoPlugin::handleTextAnswer(const QString &dev_name, const QByteArray &bytes)
 {
-    if (!bytes.contains("ACK"))
+    const QString text = QString::fromUtf8(bytes);
+    if (!text.contains(QLatin1String("ACK")))
         return;
     const QPointer<PlexoPlugin> alive(this);
-    const QString text = QString::fromUtf8(bytes);
     if (!isNoisyAnswer(text))
         logMessage(QStringLiteral("Command Response:"), dev_name, bytes);
     if (alive)

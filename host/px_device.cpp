@@ -1,6 +1,9 @@
 #include "host/px_device.h"
 
+#include <QPointer>
 #include <QRegularExpression>
+
+#include <limits>
 
 namespace {
 
@@ -83,8 +86,8 @@ void pxDevice::setPresent(bool present)
     if (m_present == present)
         return;
     m_present = present;
-    const QString name = m_name;
+    const QPointer<pxDevice> alive(this);
     emit PresenceChanged();
-    if (present)
-        emit isAlive(name);
+    if (alive && m_present && present)
+        emit isAlive(m_name);
 }

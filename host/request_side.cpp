@@ -19,13 +19,16 @@ bool RequestSide::appendQuery(const PendingRequest &request)
     return isIdle() && m_queries.size() == 1 && m_commands.isEmpty();
 }
 
-bool RequestSide::takeNext()
+void RequestSide::takeCommand()
 {
-    if (m_commands.isEmpty() && m_queries.isEmpty())
-        return false;
-    m_currentIsQuery = m_commands.isEmpty();
-    m_current = m_currentIsQuery ? m_queries.takeFirst() : m_commands.takeFirst();
-    return true;
+    m_current = m_commands.takeFirst();
+    m_currentIsQuery = false;
+}
+
+void RequestSide::takeQuery()
+{
+    m_current = m_queries.takeFirst();
+    m_currentIsQuery = true;
 }
 
 void RequestSide::markSent(int timeoutMs)

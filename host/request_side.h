@@ -35,8 +35,9 @@ public:
     bool hasCommands() const { return !m_commands.isEmpty(); }
     bool hasQueries() const { return !m_queries.isEmpty(); }
 
-    /// Makes the next request, commands first, the current one; nothing when both queues are empty.
-    bool takeNext();
+    /// Each makes the first request of its queue, which must not be empty, the current one.
+    void takeCommand();
+    void takeQuery();
     const PendingRequest &current() const { return m_current; }
     bool currentIsQuery() const { return m_currentIsQuery; }
 

@@ -1,6 +1,7 @@
 #include "snapshot/snapshot_reader.h"
 
 #include "host/px_device.h"
+#include "snapshot/document_limits.h"
 
 #include <QJsonDocument>
 #include <QXmlStreamReader>
@@ -9,34 +10,15 @@
 
 namespace {
 
-// Snapshots have no attributes. The reader compares each with every other, so a tag with many stalls it.
-constexpr int LongestTag = 1024;
 constexpr double LowestFileVersion = 1.0;
-
-bool hasOversizedTag(const QByteArray &document)
-{
-    for (int start = document.indexOf('<'); start >= 0; start = document.indexOf('<', start + 1)) {
-        const bool isMarkupDeclaration = document.mid(start + 1, 1) == "!";
-        const int end = document.indexOf('>', start);
-        if (!isMarkupDeclaration && (end < 0 ? document.size() : end) - start > LongestTag)
-            return true;
-    }
-    return false;
-}
-
-bool isReadable(const QByteArray &document)
-{
-    return document.size() <= LargestSnapshot && !hasOversizedTag(document);
-}
+// A text counts for every element that ends after it, so that a small document could ask for one large text
+// over and over. A snapshot's largest text counts three times at most.
+constexpr int TextBudget = 4 * LargestSnapshot;
 
 bool findStart(QXmlStreamReader &xml, QLatin1String element)
 {
     while (!xml.atEnd()) {
-        const QXmlStreamReader::TokenType token = xml.readNext();
-        // Entities could blow up a small file.
-        if (token == QXmlStreamReader::DTD)
-            return false;
-        if (token == QXmlStreamReader::StartElement && xml.name() == element)
+        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == element)
             return true;
     }
     return false;
@@ -47,12 +29,16 @@ template <typename Visit>
 void forEachEnd(QXmlStreamReader &xml, Visit visit)
 {
     QString text;
+    int budget = TextBudget;
     while (!xml.atEnd()) {
         const QXmlStreamReader::TokenType token = xml.readNext();
-        if (token == QXmlStreamReader::Characters)
+        if (token == QXmlStreamReader::Characters) {
             text = xml.text().toString();
-        else if (token == QXmlStreamReader::EndElement && !visit(xml.name().toString(), text))
-            return;
+        } else if (token == QXmlStreamReader::EndElement) {
+            budget -= text.size();
+            if (budget < 0 || !visit(xml.name().toString(), text))
+                return;
+        }
     }
 }
 
@@ -101,9 +87,7 @@ const SectionInfo *sectionOf(const QString &element)
 
 bool isSnapshotFor(const QByteArray &document, const SnapshotIdentity &identity)
 {
-    if (!isReadable(document))
-        return false;
-    QXmlStreamReader xml(document);
+    QXmlStreamReader xml(readableText(document));
     if (!findStart(xml, QLatin1String("SNAPSHOT_INFO")))
         return false;
     HeaderCheck check{identity};
@@ -116,7 +100,7 @@ bool isSnapshotFor(const QByteArray &document, const SnapshotIdentity &identity)
 
 bool readSnapshot(const QByteArray &document, const SnapshotVisitor &visit)
 {
-    QXmlStreamReader xml(document);
+    QXmlStreamReader xml(readableText(document));
     if (!findStart(xml, QLatin1String("SNAPSHOT_DATA")))
         return false;
     forEachEnd(xml, [&visit](const QString &element, const QString &text) {

@@ -7,12 +7,8 @@
 
 #include <functional>
 
-/// Larger documents are refused before they are read; a snapshot of this model takes some 8 KB.
-constexpr int LargestSnapshot = 4 * 1024 * 1024;
-
 /// Whether the document's header allows it to be applied to the device: a file version of at least 1.0, the
-/// same product name, and a firmware that is not too old. A document that is too large, declares a document
-/// type or has oversized tags is not.
+/// same product name, and a firmware that is not too old. A document that readableText() refuses is not.
 bool isSnapshotFor(const QByteArray &document, const SnapshotIdentity &identity);
 
 /// One element that ended inside the data of a snapshot.
@@ -26,6 +22,5 @@ struct SnapshotElement
 /// Told of every element that ends; answers whether to read on.
 using SnapshotVisitor = std::function<bool(const SnapshotElement &element)>;
 
-/// Reads a document that isSnapshotFor() has accepted, up to its end or first error. Answers whether it
-/// holds any data at all.
+/// Reads a document up to its end or first error. Answers whether it holds any data at all.
 bool readSnapshot(const QByteArray &document, const SnapshotVisitor &visit);

@@ -18,14 +18,20 @@ void writeInfo(QXmlStreamWriter &xml, const SnapshotIdentity &identity)
     xml.writeEndElement();
 }
 
+/// Compact JSON. Two characters that may stand in JSON, yet not in XML, are written as escapes.
+QString textOf(const QJsonObject &cache)
+{
+    return QString::fromUtf8(QJsonDocument(cache).toJson(QJsonDocument::Compact))
+        .replace(QChar(0xfffe), QStringLiteral("\\ufffe"))
+        .replace(QChar(0xffff), QStringLiteral("\\uffff"));
+}
+
 void writeSections(QXmlStreamWriter &xml, const SectionCaches &caches)
 {
     xml.writeStartElement(QStringLiteral("SNAPSHOT_DATA"));
     for (const SectionInfo &info : sections()) {
         if (info.inSnapshot())
-            xml.writeTextElement(
-                info.snapshotElement,
-                QString::fromUtf8(QJsonDocument(caches[info.section]).toJson(QJsonDocument::Compact)));
+            xml.writeTextElement(info.snapshotElement, textOf(caches[info.section]));
     }
     xml.writeEndElement();
 }
