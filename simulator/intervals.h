@@ -13,7 +13,7 @@ struct Intervals
     int save = 500; ///< from a change of settings until the state file is written
     int hold = 250; ///< longest wait of a reordered reply for another one to overtake it
     int tftpRequest = 1000; ///< wait for the first block before the read request is repeated
-    int tftpAck = 50; ///< wait for the next block; doubles with each repeat
+    int tftpAck = 20; ///< wait for the next block; doubles with each repeat
     int tftpAckMost = 2000; ///< but not beyond this
     int tftpRepeats = 12; ///< repeats without an answer until a transfer is given up (a count, no time)
     int tftpLinger = 6000; ///< how long a repeated last block is still acknowledged

@@ -51,10 +51,8 @@ QString Simulator::start()
     QString problem = restore();
     if (problem.isEmpty())
         problem = openSockets();
-    if (!problem.isEmpty()) {
-        m_options.stateFile.clear(); // what could not be read is not overwritten
+    if (!problem.isEmpty())
         return problem;
-    }
     m_lived.start();
     m_lifeTimer.start();
     appear();
@@ -130,6 +128,7 @@ void Simulator::vanishWhenDue(int answered)
         return;
     qCInfo(simulatorLog) << "vanishing after" << answered << "requests";
     disappear();
+    m_returnTimer.stop(); // a restart under way does not end this
     if (m_options.faults.returnAfterMs > 0)
         m_returnTimer.start(m_options.faults.returnAfterMs);
 }
@@ -144,7 +143,8 @@ LevelPacket Simulator::levelPacket() const
 void Simulator::save()
 {
     m_saveTimer.stop();
-    if (m_options.stateFile.isEmpty())
+    const bool started = m_lifeTimer.isActive(); // before that the file has not been read
+    if (m_options.stateFile.isEmpty() || !started)
         return;
     const QString problem = writeState(m_options.stateFile, m_model.toJson());
     if (!problem.isEmpty())

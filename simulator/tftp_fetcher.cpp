@@ -32,6 +32,7 @@ void TftpFetcher::fetch(const TftpUri &source, const QHostAddress &local)
     m_file.clear();
     m_block = 0;
     m_repeats = 0;
+    m_peer = source.host;
     m_peerPort = source.port;
     m_socket.reset(new QUdpSocket(this));
     connect(m_socket.data(), &QUdpSocket::readyRead, this, &TftpFetcher::readPackets);
@@ -55,29 +56,38 @@ void TftpFetcher::readPackets()
 {
     while (m_state != State::Idle && m_socket->hasPendingDatagrams()) {
         const QNetworkDatagram datagram = m_socket->receiveDatagram();
-        if (!datagram.senderAddress().isEqual(m_source.host) || datagram.data().size() < tftp::headerSize)
-            continue;
-        for (int copy = m_faults.copies(); copy > 0; --copy)
-            handle(datagram.data(), quint16(datagram.senderPort()));
+        for (int copy = m_faults.copies(); copy > 0 && m_state != State::Idle; --copy)
+            handle(datagram);
     }
 }
 
-void TftpFetcher::handle(const QByteArray &packet, quint16 port)
+void TftpFetcher::handle(const QNetworkDatagram &datagram)
 {
-    if (m_state == State::Idle)
+    const QByteArray packet = datagram.data();
+    if (packet.size() < tftp::headerSize)
         return;
-    const bool known = m_state == State::Requesting || port == m_peerPort;
-    if (!known) {
-        m_socket->writeDatagram(tftp::errorPacket(unknownTransfer, "unknown transfer"), m_source.host, port);
+    if (!isFromPeer(datagram)) {
+        m_socket->writeDatagram(datagram.makeReply(tftp::errorPacket(unknownTransfer, "unknown transfer")));
         return;
     }
-    m_peerPort = port;
+    m_peer = datagram.senderAddress();
+    m_peerPort = quint16(datagram.senderPort());
     if (tftp::opcodeOf(packet) == tftp::data)
         handleData(tftp::numberOf(packet), packet.mid(tftp::headerSize));
     else if (tftp::opcodeOf(packet) == tftp::error && m_state != State::Lingering)
         fail(QStringLiteral("the server refused: error %1, %2")
                  .arg(tftp::numberOf(packet))
                  .arg(QString::fromLatin1(packet.constData() + tftp::headerSize)));
+}
+
+/// Whoever answers the read request first with its first block or a refusal is the server from then on.
+bool TftpFetcher::isFromPeer(const QNetworkDatagram &datagram) const
+{
+    if (m_state != State::Requesting)
+        return datagram.senderPort() == m_peerPort && datagram.senderAddress().isEqual(m_peer);
+    const QByteArray packet = datagram.data();
+    const quint16 opcode = tftp::opcodeOf(packet);
+    return opcode == tftp::error || (opcode == tftp::data && tftp::numberOf(packet) == 1);
 }
 
 /// A block that comes again is not acknowledged again while others are due: the network may have doubled
@@ -129,7 +139,7 @@ void TftpFetcher::acknowledge()
 void TftpFetcher::send(const QByteArray &packet)
 {
     for (int copy = m_faults.copies(); copy > 0; --copy)
-        m_socket->writeDatagram(packet, m_source.host, m_peerPort);
+        m_socket->writeDatagram(packet, m_peer, m_peerPort);
 }
 
 void TftpFetcher::handleTimeout()

@@ -37,7 +37,8 @@ private:
     enum class State { Idle, Requesting, Receiving, Lingering };
 
     void readPackets();
-    void handle(const QByteArray &packet, quint16 port);
+    void handle(const QNetworkDatagram &datagram);
+    bool isFromPeer(const QNetworkDatagram &datagram) const;
     void handleData(quint16 block, const QByteArray &content);
     void acceptBlock(const QByteArray &content);
     void acknowledge();
@@ -53,7 +54,8 @@ private:
     TftpUri m_source;
     QByteArray m_file;
     State m_state = State::Idle;
-    quint16 m_peerPort = 0; // the server's, once it has answered
+    QHostAddress m_peer; // where the server answers from; a server with several addresses may use another
+    quint16 m_peerPort = 0; // than it was asked at
     quint16 m_block = 0; // last one received
     int m_repeats = 0; // since the server was last heard
 };

@@ -24,7 +24,7 @@ ScriptedTftpServer::ScriptedTftpServer(const QByteArray &file, Manner manner, QO
 {
     const QHostAddress local(QStringLiteral("127.0.0.2"));
     m_listener.bind(local, 0);
-    m_transfer.bind(local, 0);
+    m_transfer.bind(QHostAddress(QHostAddress::LocalHost)); // as a socket bound to any address would choose
     m_impostor.bind(local, 0);
     m_repeat.setInterval(100);
     connect(&m_repeat, &QTimer::timeout, this, &ScriptedTftpServer::sendBlock);

@@ -6,9 +6,9 @@
 
 namespace support {
 
-/// A TFTP server for one file, as simple as the protocol allows: it answers the first read request from a
-/// port of its own with 256-byte blocks, one at a time, and repeats the current one after a while and on
-/// every packet that is not its acknowledgement.
+/// A TFTP server for one file, as simple as the protocol allows: it answers the first read request from
+/// another address and port than it was asked at with 256-byte blocks, one at a time, and repeats the current
+/// one after a while and on every packet that is not its acknowledgement.
 class ScriptedTftpServer : public QObject
 {
     Q_OBJECT

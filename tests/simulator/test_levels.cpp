@@ -38,6 +38,7 @@ private slots:
     void datagram();
     void modelFollowsSettings_data();
     void modelFollowsSettings();
+    void sourcesComeAndGo();
     void programmeRepeats();
 };
 
@@ -136,6 +137,38 @@ void TestLevels::modelFollowsSettings()
     for (const QByteArray &request : qAsConst(requests))
         QVERIFY2(model.answer(request).contains("\"OK\""), request);
     QCOMPARE(int(qint8(levelDatagram(model.levels()).at(byte))), level);
+}
+
+/// Bytes 9 (phone) and 11 (voice cue) are silent until something plays.
+void TestLevels::sourcesComeAndGo()
+{
+    DeviceModel model(Identity(QStringLiteral("KBX-0001")), 1);
+    const auto sounds
+        = [&model](int byte) { return qint8(levelDatagram(model.levels()).at(byte)) > silenceDb; };
+    const auto set = [&model](const QByteArray &path, const QByteArray &value) {
+        return model.answer("{\"set\":\"" + path + "\",\"value\":" + value + "}").contains("\"OK\"");
+    };
+    QVERIFY(set("/control/voice_cue/1/play", "true"));
+    QVERIFY(sounds(11));
+    model.advance(3000);
+    QVERIFY(!sounds(11));
+
+    QVERIFY(set("/control/bluetooth/pair", "true")); // plays cue 0
+    QVERIFY(sounds(11));
+    model.advance(Phone::foundMs);
+    model.advance(Phone::pairMs);
+    QVERIFY(sounds(9));
+    QVERIFY(set("/system/bluetooth/profile", "\"hfp\""));
+    QVERIFY(!sounds(9));
+    QVERIFY(set("/system/bluetooth/profile", "\"media\""));
+    QVERIFY(sounds(9));
+    QVERIFY(set("/control/bluetooth/pause", "true"));
+    QVERIFY(!sounds(9));
+
+    QVERIFY(set("/system/voice_cue/0/enable", "false"));
+    model.advance(3000);
+    QVERIFY(set("/control/bluetooth/pair", "true"));
+    QVERIFY(!sounds(11));
 }
 
 void TestLevels::programmeRepeats()

@@ -5,8 +5,12 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QNetworkDatagram>
+#include <QProcess>
 #include <QTemporaryDir>
 #include <QTest>
+
+#include <csignal>
+#include <sys/types.h>
 
 using namespace sim;
 
@@ -100,6 +104,9 @@ private slots:
     void startProblems();
     void voiceCue_data();
     void voiceCue();
+    void program_data();
+    void program();
+    void badCommandLine();
 };
 
 void TestLife::announces()
@@ -274,6 +281,50 @@ void TestLife::voiceCue()
     const QJsonArray lengths
         = readState(options.stateFile).state.value(QStringLiteral("recordings_ms")).toArray();
     QCOMPARE(lengths.at(2).toInt() == 1, taken); // two samples round up to 1 ms
+}
+
+void TestLife::program_data()
+{
+    QTest::addColumn<int>("signal");
+    QTest::newRow("terminated") << SIGTERM;
+    QTest::newRow("interrupted") << SIGINT;
+}
+
+/// The program says where it is and puts things in order when it is told to end.
+void TestLife::program()
+{
+    QFETCH(int, signal);
+    QTemporaryDir dir;
+    const QString file = dir.filePath(QStringLiteral("state.json"));
+    QProcess program;
+    program.start(QStringLiteral(KBX_SIMULATOR),
+                  {QStringLiteral("--name=KBX-0300"), QStringLiteral("--address=127.0.0.12"),
+                   QStringLiteral("--state=") + file, QStringLiteral("--exit-with-parent")});
+    QTRY_VERIFY(program.canReadLine());
+    QCOMPARE(program.readLine(), QByteArray("KBX-0300 on 127.0.0.12:47800\n"));
+    QVERIFY(!QFile::exists(file));
+    ::kill(pid_t(program.processId()), signal);
+    QTRY_COMPARE(program.state(), QProcess::NotRunning);
+    QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program.exitCode(), 0);
+    QCOMPARE(readState(file)
+                 .state.value(QStringLiteral("system"))
+                 .toObject()
+                 .value(QStringLiteral("bluetooth"))
+                 .toObject()
+                 .value(QStringLiteral("name"))
+                 .toString(),
+             QStringLiteral("KBX-0300"));
+}
+
+void TestLife::badCommandLine()
+{
+    QProcess program;
+    program.start(QStringLiteral(KBX_SIMULATOR), {QStringLiteral("--drop=2")});
+    QTRY_COMPARE(program.state(), QProcess::NotRunning);
+    QCOMPARE(program.exitCode(), 2);
+    QCOMPARE(program.readAllStandardError(),
+             QByteArray("kbx-simulator: --drop takes a number from 0 to 1, not \"2\". Try --help.\n"));
 }
 
 QTEST_GUILESS_MAIN(TestLife)
