@@ -16,15 +16,14 @@ QString tr(const char *text)
 
 QString dataSize(int bytes)
 {
-    return QLocale().formattedDataSize(bytes);
+    return QLocale().formattedDataSize(bytes, 1);
 }
 
 QString permission()
 {
 #ifdef Q_OS_LINUX
-    return tr(
-        "Permit it with the command: sudo sysctl -w net.ipv4.ip_unprivileged_port_start=69 - then load the "
-        "voice cue again.");
+    return tr("Permit it with this command, then load the voice cue again:")
+        + QLatin1String("\nsudo sysctl -w net.ipv4.ip_unprivileged_port_start=69");
 #else
     return tr("Start the application with administrator rights, then load the voice cue again.");
 #endif

@@ -28,7 +28,7 @@ TftpClient::TftpClient(double faults, quint32 seed)
 void TftpClient::fetch(const QHostAddress &server)
 {
     m_server = server;
-    m_socket.bind(QHostAddress::AnyIPv4);
+    m_socket.bind(QHostAddress(QHostAddress::AnyIPv4));
     m_last = QByteArray::fromHex("0001") + QByteArray("any.wav\0octet\0", 14);
     send();
 }

@@ -15,7 +15,7 @@ struct Rig
 {
     explicit Rig(int size, int blockSize = 256, std::chrono::milliseconds timeout = 5s)
     {
-        peer.bind(QHostAddress::LocalHost);
+        peer.bind(QHostAddress(QHostAddress::LocalHost));
         transfer.reset(new VmTftp(blockSize, QStringLiteral("cue.wav"), pattern(size),
                                   QHostAddress::LocalHost, peer.localPort(), nullptr));
         VmTftp::Intervals intervals;
