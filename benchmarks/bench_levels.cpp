@@ -1,0 +1,134 @@
+// Level datagrams: how many the editors can take, and what the usual number of them costs.
+
+#include "benchmarks/all_editors.h"
+#include "benchmarks/report.h"
+#include "editor/tarnkbx_main_window.h"
+
+#include <QNetworkDatagram>
+#include <QNetworkInterface>
+#include <QTest>
+#include <QTimer>
+#include <QUdpSocket>
+
+#include <functional>
+#include <sys/resource.h>
+
+namespace bench {
+
+namespace {
+
+constexpr int Runs = 15;
+// What a socket's receive buffer holds without loss.
+constexpr int Burst = 150;
+constexpr int BurstsPerRun = 20;
+constexpr int LoadSeconds = 6;
+
+class Sender
+{
+public:
+    Sender()
+    {
+        m_socket.bind(QHostAddress(QHostAddress::LocalHost), 0);
+        m_socket.setMulticastInterface(QNetworkInterface::interfaceFromIndex(1));
+    }
+
+    void send(int step, quint16 port)
+    {
+        m_socket.writeDatagram(levels(step), QHostAddress(QStringLiteral("239.255.1.1")), port);
+    }
+
+private:
+    QUdpSocket m_socket;
+};
+
+/// Datagrams a second that @p receive takes; only the receiving is timed.
+double rate(Sender &sender, quint16 port, const std::function<void(int count)> &receive)
+{
+    QVector<double> rates;
+    for (int run = 0; run < Runs; ++run) {
+        qint64 nanoseconds = 0;
+        for (int burst = 0; burst < BurstsPerRun; ++burst) {
+            for (int i = 0; i < Burst; ++i)
+                sender.send(burst * Burst + i, port);
+            QElapsedTimer timer;
+            timer.start();
+            receive(Burst);
+            nanoseconds += timer.nsecsElapsed();
+        }
+        rates.append(double(Burst) * BurstsPerRun * 1e9 / double(nanoseconds));
+    }
+    return median(rates);
+}
+
+double bareRate(Sender &sender)
+{
+    constexpr quint16 Port = 5101;
+    QUdpSocket socket;
+    socket.bind(QHostAddress(QHostAddress::AnyIPv4), Port);
+    socket.joinMulticastGroup(QHostAddress(QStringLiteral("239.255.1.1")),
+                              QNetworkInterface::interfaceFromIndex(1));
+    return rate(sender, Port, [&socket](int count) {
+        while (count > 0) {
+            if (socket.receiveDatagram().isValid())
+                --count;
+        }
+    });
+}
+
+double editorRate(Sender &sender, const AllEditors &editors)
+{
+    int received = 0;
+    auto *window = qobject_cast<TarnKBX_MainWindow *>(editors.session.editor());
+    const auto counting
+        = QObject::connect(window, &TarnKBX_MainWindow::meteringLevels, [&received] { ++received; });
+    const double figure = rate(sender, 5100, [&received](int count) {
+        received = 0;
+        while (received < count)
+            QCoreApplication::processEvents();
+    });
+    QObject::disconnect(counting);
+    return figure;
+}
+
+double processorSeconds()
+{
+    rusage usage{};
+    getrusage(RUSAGE_SELF, &usage);
+    const auto seconds = [](const timeval &time) { return double(time.tv_sec) + double(time.tv_usec) / 1e6; };
+    return seconds(usage.ru_utime) + seconds(usage.ru_stime);
+}
+
+double processorShare(Sender &sender, int perSecond)
+{
+    int step = 0;
+    QTimer timer;
+    timer.setTimerType(Qt::PreciseTimer);
+    QObject::connect(&timer, &QTimer::timeout, [&] { sender.send(++step, 5100); });
+    timer.start(1000 / perSecond);
+    QTest::qWait(1000);
+    const double before = processorSeconds();
+    QElapsedTimer wall;
+    wall.start();
+    QTest::qWait(LoadSeconds * 1000);
+    return 100.0 * (processorSeconds() - before) * 1e9 / double(wall.nsecsElapsed());
+}
+
+} // namespace
+
+void measureLevels(Report &report)
+{
+    AllEditors editors;
+    QTest::qWait(1000);
+    Sender sender;
+    const double bare = bareRate(sender);
+    const double shown = editorRate(sender, editors);
+    report.add(QStringLiteral("level datagrams a second into seven open editors"), shown, QString());
+    report.addAtLeast(QStringLiteral("  to a bare receiveDatagram loop"), shown / bare, QStringLiteral("x"),
+                      0.5);
+    report.addAtMost(QStringLiteral("processor share, seven editors visible, 10 datagrams a second"),
+                     processorShare(sender, 10), QStringLiteral("%"), 3);
+    report.addAtMost(QStringLiteral("processor share, seven editors visible, 30 datagrams a second"),
+                     processorShare(sender, 30), QStringLiteral("%"), 6);
+}
+
+} // namespace bench
