@@ -6,6 +6,7 @@
 #include <QDialog>
 #include <QDoubleSpinBox>
 #include <QMouseEvent>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QWheelEvent>
 #include <QtTest>
@@ -101,6 +102,9 @@ void TestLevelGestures::init()
 {
     m_window.reset(new Surroundings);
     m_window->resize(300, 400);
+    auto *accept = new QPushButton(m_window.data());
+    accept->setDefault(true);
+    connect(accept, &QPushButton::clicked, m_window.data(), &QDialog::accept);
     m_fader = new VmDspGain(m_window.data());
     m_fader->setGeometry(0, 0, 57, 300);
     m_dial = new VmDial(m_window.data());
