@@ -4,6 +4,7 @@
 
 #include "editor/bt_priority_pairing_dialog.h"
 #include "editor/rssi_band.h"
+#include "editor/widgets_in_use.h"
 #include "protocol/paths.h"
 #include "protocol/value_words.h"
 
@@ -27,7 +28,7 @@ bool isConnected(const QString &state)
 
 void TarnKBX_MainWindow::showBluetoothStatus()
 {
-    const QJsonObject status = m_caches.object(Section::StatusBluetooth);
+    const QJsonObject status = m_caches->object(Section::StatusBluetooth);
     const QJsonObject device = status.value(QLatin1String("device")).toObject();
     const QString state = text(status, "state");
     ui->bt_status_lineEdit->setText(state);
@@ -44,7 +45,7 @@ void TarnKBX_MainWindow::showBluetoothStatus()
 void TarnKBX_MainWindow::on_bt_sig_spinBox_valueChanged(int arg1)
 {
     const QSignalBlocker quiet(ui->bt_sig_spinBox);
-    const bool connected = isConnected(text(m_caches.object(Section::StatusBluetooth), "state"));
+    const bool connected = isConnected(text(m_caches->object(Section::StatusBluetooth), "state"));
     const SignalBand band = connected ? signalBand(arg1) : SignalBand::None;
     ui->bt_sig_good_vmled->setState(band == SignalBand::Good);
     ui->bt_sig_avg_vmled->setState(band == SignalBand::Average);
@@ -58,7 +59,7 @@ void TarnKBX_MainWindow::showBluetoothSettings()
     const QSignalBlocker quietButton(ui->bt_disable_pairing_button_checkBox);
     const QSignalBlocker quietMode(ui->bt_connection_mode_comboBox);
     const QSignalBlocker quietProfile(ui->bt_audio_bridging_comboBox);
-    const QJsonObject settings = m_caches.object(Section::Bluetooth);
+    const QJsonObject settings = m_caches->object(Section::Bluetooth);
     const bool enabled = settings.value(QLatin1String("enable")).toBool();
     ui->bt_interface_en_checkBox->setChecked(enabled);
     ui->bt_tabWidget->setEnabled(enabled);
@@ -96,12 +97,14 @@ void TarnKBX_MainWindow::on_bt_apply_friendly_name_pushButton_clicked()
 
 void TarnKBX_MainWindow::on_bt_connection_mode_comboBox_currentIndexChanged(int)
 {
+    const auto widgets = keepWidgets();
     sendSet(path::BluetoothConnectionMode,
             words::connectionModeWord(ui->bt_connection_mode_comboBox->currentIndex()));
 }
 
 void TarnKBX_MainWindow::on_bt_audio_bridging_comboBox_currentIndexChanged(int)
 {
+    const auto widgets = keepWidgets();
     sendSet(path::BluetoothProfile, words::profileWord(ui->bt_audio_bridging_comboBox->currentIndex()));
 }
 

@@ -43,9 +43,10 @@ void dress(BlockEditor *editor, const QString &styleSheet)
 }
 
 /// The editor may be on the stack: it goes when control is back in the event loop, and is not seen until
-/// then.
-void discard(BlockEditor *editor)
+/// then. The caches that it reads stay for as long.
+void discard(BlockEditor *editor, const std::shared_ptr<SectionCaches> &caches)
 {
+    QObject::connect(editor, &QObject::destroyed, [caches] { Q_UNUSED(caches) });
     editor->hide();
     editor->deleteLater();
 }
@@ -80,7 +81,7 @@ void TarnKBX_MainWindow::openStripEditor(StripBlock block)
     StripEditor *&editor = m_stripEditors[size_t(block)];
     if (!editor) {
         const StripBlockInfo &info = stripBlock(block);
-        editor = info.create(info.variant, &m_caches[sectionAt(info.variant.sectionPath)->section]);
+        editor = info.create(info.variant, &(*m_caches)[sectionAt(info.variant.sectionPath)->section]);
         dress(editor, styleSheet());
         editor->setBlockTitle(info.variant.windowTitle);
         connectStripEditor(block);
@@ -113,7 +114,7 @@ void TarnKBX_MainWindow::closeStripEditor(StripBlock block)
         return;
     disconnect(editor, nullptr, this, nullptr);
     disconnect(this, nullptr, editor, nullptr);
-    discard(editor);
+    discard(editor, m_caches);
     editor = nullptr;
 }
 
@@ -129,7 +130,7 @@ void TarnKBX_MainWindow::onMatrixMixerClicked()
 void TarnKBX_MainWindow::openMixer()
 {
     using W = TarnKBX_MainWindow;
-    m_mixerForm = new MatrixMixerForm(sourceLabels(), sinkLabels(), &m_caches[Section::Mixer]);
+    m_mixerForm = new MatrixMixerForm(sourceLabels(), sinkLabels(), &(*m_caches)[Section::Mixer]);
     dress(m_mixerForm, styleSheet());
     m_mixerForm->setWindowTitle(QStringLiteral("Matrix Mixer"));
     connect(m_mixerForm, &BlockEditor::close, this, &W::onMatrixMixerClosed);
@@ -148,13 +149,13 @@ void TarnKBX_MainWindow::onMatrixMixerClosed()
         return;
     disconnect(m_mixerForm, nullptr, this, nullptr);
     disconnect(this, nullptr, m_mixerForm, nullptr);
-    discard(m_mixerForm);
+    discard(m_mixerForm, m_caches);
     m_mixerForm = nullptr;
 }
 
 void TarnKBX_MainWindow::tellToneGenerator()
 {
-    const QJsonObject tone = m_caches.object(Section::ToneGenerator);
+    const QJsonObject tone = m_caches->object(Section::ToneGenerator);
     emit funcGenChanged({ToneEnable, tone.value(QLatin1String("enable")).toBool()});
     emit funcGenChanged({ToneFrequency, tone.value(QLatin1String("frequency")).toInt()});
     emit funcGenChanged({ToneLevel, tone.value(QLatin1String("amplitude")).toInt()});
@@ -175,7 +176,7 @@ void TarnKBX_MainWindow::sendStripChange(StripBlock block, const QPair<int, QPai
 void TarnKBX_MainWindow::onUiDspMatrixChanged(QPair<QPair<int, int>, QPair<int, QVariant>> change)
 {
     if (change.second.first == CrosspointLevel)
-        storeCrosspoint(m_caches[Section::Mixer], change.first.first, change.first.second,
+        storeCrosspoint((*m_caches)[Section::Mixer], change.first.first, change.first.second,
                         roundedLevel(change.second.second.toDouble()));
     m_mixerChangeTimer.start(MixerDebounceMs);
 }
@@ -183,7 +184,7 @@ void TarnKBX_MainWindow::onUiDspMatrixChanged(QPair<QPair<int, int>, QPair<int, 
 void TarnKBX_MainWindow::handle_mixer_changed()
 {
     m_mixerChangeTimer.stop();
-    sendSet(path::Mixer, m_caches.value(Section::Mixer));
+    sendSet(path::Mixer, m_caches->value(Section::Mixer));
 }
 
 void TarnKBX_MainWindow::onUiDspToneGenChanged(QPair<int, QVariant> change)

@@ -5,6 +5,7 @@
 #include "dsp/metering_socket.h"
 #include "editor/address_checks.h"
 #include "editor/guarded_signal_blocker.h"
+#include "editor/widgets_in_use.h"
 #include "host/modal_box.h"
 #include "host/plexo_plugin.h"
 #include "protocol/paths.h"
@@ -78,7 +79,7 @@ bool TarnKBX_MainWindow::checkPort(QLineEdit *field)
 void TarnKBX_MainWindow::showNetworkSettings()
 {
     const QSignalBlocker quiet(ui->dev_static_ip_checkBox);
-    const QJsonObject network = m_caches.object(Section::Network);
+    const QJsonObject network = m_caches->object(Section::Network);
     ui->dev_ip_lineEdit->setText(text(network, "static_ip"));
     ui->dev_netmask_lineEdit->setText(text(network, "static_netmask"));
     ui->dev_gateway_lineEdit->setText(text(network, "static_gateway"));
@@ -90,7 +91,7 @@ void TarnKBX_MainWindow::showNetworkSettings()
 void TarnKBX_MainWindow::showNotificationSettings()
 {
     const QSignalBlocker quiet(ui->en_multicast_async_notify_checkBox);
-    const QJsonObject notifications = m_caches.object(Section::Notifications);
+    const QJsonObject notifications = m_caches->object(Section::Notifications);
     ui->en_multicast_async_notify_checkBox->setChecked(notifications.value(QLatin1String("enable")).toBool());
     ui->multicast_async_notify_ip_lineEdit->setText(text(notifications, "ip"));
     ui->multicast_async_notify_port_lineEdit->setText(number(notifications, "port"));
@@ -98,7 +99,7 @@ void TarnKBX_MainWindow::showNotificationSettings()
 
 void TarnKBX_MainWindow::showMeteringSettings()
 {
-    const QJsonObject metering = m_caches.object(Section::Metering);
+    const QJsonObject metering = m_caches->object(Section::Metering);
     // The port is a number, which reads as an empty text: any port in the field counts as different.
     if (text(metering, "ip") == ui->multicast_metering_ip_lineEdit->text()
         && text(metering, "port") == ui->multicast_metering_port_lineEdit->text())
@@ -148,16 +149,19 @@ void TarnKBX_MainWindow::on_dev_static_ip_checkBox_clicked(bool checked)
 
 void TarnKBX_MainWindow::on_dev_ip_lineEdit_editingFinished()
 {
+    const auto widgets = keepWidgets();
     checkAddress(ui->dev_ip_lineEdit);
 }
 
 void TarnKBX_MainWindow::on_dev_netmask_lineEdit_editingFinished()
 {
+    const auto widgets = keepWidgets();
     checkAddress(ui->dev_netmask_lineEdit);
 }
 
 void TarnKBX_MainWindow::on_dev_gateway_lineEdit_editingFinished()
 {
+    const auto widgets = keepWidgets();
     checkAddress(ui->dev_gateway_lineEdit);
 }
 
@@ -183,11 +187,13 @@ void TarnKBX_MainWindow::on_en_multicast_async_notify_checkBox_clicked(bool chec
 
 void TarnKBX_MainWindow::on_multicast_async_notify_ip_lineEdit_editingFinished()
 {
+    const auto widgets = keepWidgets();
     checkAddress(ui->multicast_async_notify_ip_lineEdit);
 }
 
 void TarnKBX_MainWindow::on_multicast_async_notify_port_lineEdit_editingFinished()
 {
+    const auto widgets = keepWidgets();
     checkPort(ui->multicast_async_notify_port_lineEdit);
 }
 
@@ -206,11 +212,13 @@ void TarnKBX_MainWindow::on_multicast_async_notify_apply_pushButton_clicked()
 
 void TarnKBX_MainWindow::on_multicast_metering_ip_lineEdit_editingFinished()
 {
+    const auto widgets = keepWidgets();
     checkAddress(ui->multicast_metering_ip_lineEdit);
 }
 
 void TarnKBX_MainWindow::on_multicast_metering_port_lineEdit_editingFinished()
 {
+    const auto widgets = keepWidgets();
     checkPort(ui->multicast_metering_port_lineEdit);
 }
 

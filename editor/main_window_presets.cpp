@@ -35,11 +35,18 @@ void reloadAfterPreset(QObject *window, QJsonObject)
         editor->reloadDevice();
 }
 
+/// Whatever its path: what a snapshot holds are stored settings.
+void restore(PlexoPlugin *plugin, const QString &path, const QJsonValue &value)
+{
+    if (plugin)
+        plugin->queueVelmarAsciiMsg(plugin->getDeviceName(), message::set(path, value), true);
+}
+
 } // namespace
 
 void TarnKBX_MainWindow::getSnapshot(QByteArray *out)
 {
-    *out = writeSnapshot(m_caches, identityOf(m_plugin));
+    *out = writeSnapshot(*m_caches, identityOf(m_plugin));
 }
 
 bool TarnKBX_MainWindow::checkSnapshot(const QByteArray &snapshot)
@@ -67,6 +74,7 @@ void TarnKBX_MainWindow::applySnapshot(const QByteArray &snapshot)
         return;
     }
     const QPointer<TarnKBX_MainWindow> alive(this);
+    const bool wasEnabled = ui->plugin_frame->isEnabled();
     ui->plugin_frame->setEnabled(false);
     const bool found = readSnapshot(snapshot, [this, &alive](const SnapshotElement &element) {
         if (element.section)
@@ -75,7 +83,12 @@ void TarnKBX_MainWindow::applySnapshot(const QByteArray &snapshot)
             emit dataChanged();
         return !alive.isNull();
     });
-    if (alive && m_plugin)
+    if (!alive)
+        return;
+    // Nothing was sent, so no reply would enable it again.
+    if (!found)
+        ui->plugin_frame->setEnabled(wasEnabled);
+    if (m_plugin)
         emit m_plugin->presetLoadFinished(found);
 }
 
@@ -91,15 +104,13 @@ void TarnKBX_MainWindow::applySection(const SectionInfo &info, const QJsonObject
         return;
     }
     const QPointer<TarnKBX_MainWindow> alive(this);
-    m_caches[info.section] = content;
+    (*m_caches)[info.section] = content;
     if (!isMixer) {
-        issue(path, message::set(path, value), nullptr);
+        restore(m_plugin, path, value);
         return;
     }
-    for (int row = 0; alive && row < path::MixerRows; ++row) {
-        const QString rowPath = path::indexed(path::MixerRow, row);
-        issue(rowPath, message::set(rowPath, value.toArray().at(row).toArray()), nullptr);
-    }
+    for (int row = 0; alive && row < path::MixerRows; ++row)
+        restore(m_plugin, path::indexed(path::MixerRow, row), value.toArray().at(row).toArray());
 }
 
 void TarnKBX_MainWindow::requestPreset(QLatin1String path, int preset)

@@ -2,6 +2,7 @@
 
 #include "editor/tarnkbx_main_window.h"
 
+#include "editor/widgets_in_use.h"
 #include "protocol/paths.h"
 #include "protocol/value_words.h"
 
@@ -20,7 +21,7 @@ constexpr int SecondUsbChannel = 1;
 
 void TarnKBX_MainWindow::showUsbStatus()
 {
-    const QString state = m_caches.object(Section::StatusUsb).value(QLatin1String("state")).toString();
+    const QString state = m_caches->object(Section::StatusUsb).value(QLatin1String("state")).toString();
     ui->usb_connection_vmled->setState(state != QLatin1String("disconnected"));
 }
 
@@ -29,7 +30,7 @@ void TarnKBX_MainWindow::showUsbSettings()
     const QSignalBlocker quietPriority(ui->usb_priority_checkBox);
     const QSignalBlocker quietMode(ui->usb_audio_mode_comboBox);
     const QSignalBlocker quietEcho(ui->usb_mode_aec_checkBox);
-    const QJsonObject settings = m_caches.object(Section::Usb);
+    const QJsonObject settings = m_caches->object(Section::Usb);
     const words::UsbMode mode = words::usbMode(settings.value(QLatin1String("mode")).toString());
     ui->usb_priority_checkBox->setChecked(settings.value(QLatin1String("priority")).toBool());
     ui->usb_audio_mode_comboBox->setCurrentIndex(mode.speakerphone ? SpeakerphoneIndex : SoundCardIndex);
@@ -53,6 +54,7 @@ void TarnKBX_MainWindow::sendUsbMode()
 
 void TarnKBX_MainWindow::on_usb_audio_mode_comboBox_currentIndexChanged(int)
 {
+    const auto widgets = keepWidgets();
     sendUsbMode();
 }
 

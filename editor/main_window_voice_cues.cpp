@@ -53,8 +53,8 @@ std::array<QCheckBox *, 4> TarnKBX_MainWindow::cueEnableBoxes() const
 
 void TarnKBX_MainWindow::showVoiceCueStatus()
 {
-    const QJsonArray status = m_caches.array(Section::StatusVoiceCue);
-    const QJsonArray settings = m_caches.array(Section::VoiceCue);
+    const QJsonArray status = m_caches->array(Section::StatusVoiceCue);
+    const QJsonArray settings = m_caches->array(Section::VoiceCue);
     const auto boxes = cueEnableBoxes();
     for (int cue = 0; cue < VoiceCueCount; ++cue) {
         QCheckBox *box = boxes[size_t(cue)];
@@ -67,7 +67,7 @@ void TarnKBX_MainWindow::showVoiceCueStatus()
 
 void TarnKBX_MainWindow::showVoiceCueSettings()
 {
-    const QJsonArray settings = m_caches.array(Section::VoiceCue);
+    const QJsonArray settings = m_caches->array(Section::VoiceCue);
     const auto boxes = cueEnableBoxes();
     for (int cue = 0; cue < VoiceCueCount; ++cue) {
         const QSignalBlocker quiet(boxes[size_t(cue)]);

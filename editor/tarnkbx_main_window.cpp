@@ -4,6 +4,7 @@
 
 #include "dsp/block_view.h"
 #include "editor/bt_priority_pairing_dialog.h"
+#include "editor/widgets_in_use.h"
 #include "host/plexo_plugin.h"
 #include "protocol/derived_state_machine.h"
 
@@ -58,18 +59,57 @@ TarnKBX_MainWindow::~TarnKBX_MainWindow()
         disconnect(m_priorityDialog, nullptr, m_plugin, nullptr);
     delete m_priorityDialog;
     m_priorityDialog = nullptr;
+    leaveWidgetsInUse();
+}
+
+/// To be held by slots of line edits and combo boxes for as long as they run.
+std::shared_ptr<WidgetsInUse> TarnKBX_MainWindow::keepWidgets()
+{
+    auto held = m_widgetsInUse.lock();
+    if (!held)
+        m_widgetsInUse = held = std::make_shared<WidgetsInUse>();
+    return held;
+}
+
+void TarnKBX_MainWindow::leaveWidgetsInUse()
+{
+    const auto held = m_widgetsInUse.lock();
+    if (!held)
+        return;
+    // Nothing that happens to them from here on may reach this window.
+    for (QWidget *widget : centralWidget()->findChildren<QWidget *>())
+        widget->disconnect(this);
+    held->orphans = takeCentralWidget();
 }
 
 void TarnKBX_MainWindow::prepareTimers()
 {
+    m_queryRetryTimer.setObjectName(QStringLiteral("query_retry_timer"));
+    m_meteringRequestTimer.setObjectName(QStringLiteral("metering_request_timer"));
+    m_statusPollTimer.setObjectName(QStringLiteral("status_poll_timer"));
     m_queryRetryTimer.setSingleShot(true);
     m_queryRetryTimer.setInterval(MixerRetryMs);
     connect(&m_queryRetryTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::handle_query_finished);
     m_meteringRequestTimer.setInterval(MeteringRequestMs);
-    connect(&m_meteringRequestTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::request_level_msgs);
+    connect(&m_meteringRequestTimer, &QTimer::timeout, this, [this] {
+        if (hasAnsweredSince(m_repliesAtLevelRequest))
+            request_level_msgs();
+    });
     m_statusPollTimer.setInterval(StatusPollMs);
-    connect(&m_statusPollTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::onStatusPoll);
+    connect(&m_statusPollTimer, &QTimer::timeout, this, [this] {
+        if (hasAnsweredSince(m_repliesAtPoll))
+            onStatusPoll();
+    });
     connect(&m_mixerChangeTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::handle_mixer_changed);
+}
+
+/// Whether the device has answered since the number @p reply was taken, which is then taken anew. Without
+/// answers the repeated requests would pile up in the queue, and all go out when the device is back.
+bool TarnKBX_MainWindow::hasAnsweredSince(int &reply) const
+{
+    const bool answered = reply != m_replies;
+    reply = m_replies;
+    return answered;
 }
 
 void TarnKBX_MainWindow::buildDspView()
@@ -124,12 +164,13 @@ void TarnKBX_MainWindow::resizeEvent(QResizeEvent *event)
 
 void TarnKBX_MainWindow::handle_device_changed()
 {
+    const pxDevice *device = m_plugin ? m_plugin->getDevice() : nullptr;
     if (m_awaitingFirstQuery) {
-        m_awaitingFirstQuery = false;
+        // A query without a device asks nothing, so the first one is still to come.
+        m_awaitingFirstQuery = !device;
         reloadDevice();
     }
     m_priorityDialog->setDeviceName(deviceName());
-    const pxDevice *device = m_plugin ? m_plugin->getDevice() : nullptr;
     ui->dev_name->setText(device ? device->name() : QString());
     ui->dev_ip->setText(device ? device->ipAddress().toString() : QString());
     ui->dev_mac->setText(device ? device->macAddress() : QString());
@@ -169,7 +210,7 @@ void TarnKBX_MainWindow::handleSmGetRequest(QString dev_name, QByteArray bytes)
 void TarnKBX_MainWindow::handle_query_finished()
 {
     // The query counts replies; the mixer's may still be on their way.
-    if (m_caches.value(Section::Mixer).isUndefined()) {
+    if (m_caches->value(Section::Mixer).isUndefined()) {
         m_queryRetryTimer.start();
         return;
     }

@@ -11,6 +11,7 @@
 #include <QVariant>
 
 #include <array>
+#include <memory>
 
 class BtPriorityPairingDialog;
 class DerivedStateMachine;
@@ -23,6 +24,7 @@ class QLineEdit;
 class QPushButton;
 class StripEditor;
 struct StripVariant;
+struct WidgetsInUse;
 
 namespace Ui {
 class TarnKBX_MainWindow;
@@ -43,7 +45,7 @@ public:
     explicit TarnKBX_MainWindow(QWidget *parent = nullptr);
     ~TarnKBX_MainWindow() override;
 
-    SectionCaches &caches() override { return m_caches; }
+    SectionCaches &caches() override { return *m_caches; }
     ReplyHandlerTable &getHandlers() override { return m_getHandlers; }
 
     /// Takes every reply of the device; ignores what is not an "OK" reply of the attached device.
@@ -184,6 +186,9 @@ private:
     void buildDspView();
     void connectPlugin();
     void prepareTimers();
+    std::shared_ptr<WidgetsInUse> keepWidgets();
+    void leaveWidgetsInUse();
+    bool hasAnsweredSince(int &reply) const;
     bool confirmOverEditor(const QString &title, const QString &text);
 
     // Replies
@@ -239,7 +244,8 @@ private:
     QScopedPointer<Ui::TarnKBX_MainWindow> ui;
     QPointer<PlexoPlugin> m_plugin;
 
-    SectionCaches m_caches;
+    /// Shared with block editors that are closed and not yet deleted: they may read it once more.
+    std::shared_ptr<SectionCaches> m_caches = std::make_shared<SectionCaches>();
     ReplyHandlerTable m_getHandlers;
     ReplyHandlerTable m_setHandlers;
     QHash<QString, void (*)(QObject *)> m_setNotices;
@@ -250,10 +256,16 @@ private:
     bool m_queryFinished = false;
     bool m_awaitingFirstQuery = true;
 
-    QTimer m_queryRetryTimer;
-    QTimer m_meteringRequestTimer;
-    QTimer m_mixerChangeTimer;
-    QTimer m_statusPollTimer;
+    int m_replies = 0; ///< replies of the device so far, refusals included
+    int m_repliesAtPoll = -1; ///< their number when the status was last polled
+    int m_repliesAtLevelRequest = -1;
+
+    QTimer m_queryRetryTimer{this};
+    QTimer m_meteringRequestTimer{this};
+    QTimer m_mixerChangeTimer{this};
+    QTimer m_statusPollTimer{this};
+
+    std::weak_ptr<WidgetsInUse> m_widgetsInUse; ///< held by slots whose sender is used after them
 
     QString m_bluetoothName; ///< friendly name last taken over from the device
     MeteringSocket *m_meteringSocket = nullptr; ///< child of the window
