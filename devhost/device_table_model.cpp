@@ -1,0 +1,147 @@
+#include "devhost/device_table_model.h"
+
+#include "devhost/host.h"
+#include "devhost/known_device.h"
+
+#include <QColor>
+#include <QPainter>
+#include <QPixmap>
+
+namespace devhost {
+
+namespace {
+
+constexpr QRgb PresentColor = 0xff4ecb5a;
+constexpr QRgb LostColor = 0xff8a8f95;
+constexpr QRgb HighlightColor = 0xffff9f07;
+
+// A filled dot or a ring, so that presence is told by shape as well as by colour.
+QPixmap presenceDot(bool present)
+{
+    constexpr int size = 24;
+    QPixmap dot(size, size);
+    dot.fill(Qt::transparent);
+    dot.setDevicePixelRatio(2);
+    QPainter painter(&dot);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(present ? PresentColor : LostColor), 1.6));
+    painter.setBrush(present ? QBrush(QColor(PresentColor)) : QBrush(Qt::NoBrush));
+    painter.drawEllipse(QRectF(1.5, 1.5, 9, 9));
+    return dot;
+}
+
+} // namespace
+
+DeviceTableModel::DeviceTableModel(Host *host, QObject *parent)
+    : QAbstractTableModel(parent)
+    , m_host(host)
+{
+    connect(host->finder(), &DeviceFinder::found, this, &DeviceTableModel::addDevice);
+    connect(host->sessions(), &EditorSessions::opened, this, [this](EditorSession *session) {
+        const QString name = session->deviceName();
+        connect(session, &EditorSession::statusChanged, this, [this, name] { refresh(name); });
+        refresh(name);
+    });
+    connect(host->sessions(), &EditorSessions::closed, this, &DeviceTableModel::refresh);
+}
+
+void DeviceTableModel::addDevice(KnownDevice *device)
+{
+    const int row = m_devices.size();
+    beginInsertRows({}, row, row);
+    m_devices.append(device);
+    endInsertRows();
+    const auto update = [this, device] { refresh(device->name()); };
+    connect(device, &pxDevice::PresenceChanged, this, update);
+    connect(device, &pxDevice::DataChanged, this, update);
+}
+
+void DeviceTableModel::refresh(const QString &deviceName)
+{
+    for (int row = 0; row < m_devices.size(); ++row) {
+        if (m_devices.at(row)->name() == deviceName)
+            emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
+    }
+}
+
+KnownDevice *DeviceTableModel::deviceAt(const QModelIndex &index) const
+{
+    return index.isValid() ? m_devices.value(index.row()) : nullptr;
+}
+
+int DeviceTableModel::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : m_devices.size();
+}
+
+int DeviceTableModel::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : ColumnCount;
+}
+
+QString DeviceTableModel::statusOf(const KnownDevice &device) const
+{
+    if (const EditorSession *session = m_host->sessions()->session(device.name()))
+        return session->status().isEmpty() ? tr("Editor open") : session->status();
+    if (!m_host->registry()->factoryFor(device.model()))
+        return tr("No plugin for this model");
+    return device.isPresent() ? tr("Double-click to open the editor") : tr("Waiting for its return");
+}
+
+QString DeviceTableModel::shown(const KnownDevice &device, int column) const
+{
+    switch (column) {
+    case Presence:
+        return device.isPresent() ? tr("Present") : tr("Lost");
+    case Name:
+        return device.name();
+    case Address:
+        return device.ipAddress().toString();
+    case Mac:
+        return device.macAddress();
+    case Model:
+        return QStringLiteral("%1 (%2)").arg(device.productName(), device.model());
+    case Version:
+        return pxDevice::versionToText(device.firmwareVersion());
+    default:
+        return statusOf(device);
+    }
+}
+
+QVariant DeviceTableModel::colorOf(const KnownDevice &device, int column) const
+{
+    if (column == Presence)
+        return QColor(device.isPresent() ? PresentColor : LostColor);
+    const EditorSession *session = m_host->sessions()->session(device.name());
+    if (column == Status && session && session->isStatusHighlighted())
+        return QColor(HighlightColor);
+    const bool quiet = !device.isPresent() || (column == Status && !session);
+    return quiet ? QVariant(QColor(LostColor)) : QVariant();
+}
+
+QVariant DeviceTableModel::data(const QModelIndex &index, int role) const
+{
+    const KnownDevice &device = *deviceAt(index);
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::ToolTipRole:
+        return shown(device, index.column());
+    case Qt::DecorationRole:
+        return index.column() == Presence ? QVariant(presenceDot(device.isPresent())) : QVariant();
+    case Qt::ForegroundRole:
+        return colorOf(device, index.column());
+    default:
+        return QVariant();
+    }
+}
+
+QVariant DeviceTableModel::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
+        return QVariant();
+    const QString titles[]
+        = {tr("Presence"), tr("Name"), tr("Address"), tr("MAC"), tr("Model"), tr("Version"), tr("Status")};
+    return titles[section];
+}
+
+} // namespace devhost

@@ -1,0 +1,58 @@
+#include "devhost/device_transport.h"
+
+#include <QNetworkDatagram>
+
+namespace devhost {
+
+DeviceTransport::DeviceTransport(QObject *parent)
+    : QObject(parent)
+{
+    connect(&m_socket, &QUdpSocket::readyRead, this, &DeviceTransport::readPending);
+}
+
+QString DeviceTransport::open()
+{
+    if (m_socket.bind(QHostAddress(QHostAddress::AnyIPv4), 0))
+        return QString();
+    return tr("No device can be reached: the system gave no UDP port (%1). Close other network programs and "
+              "start again.")
+        .arg(m_socket.errorString());
+}
+
+void DeviceTransport::setRoute(const QString &name, const QHostAddress &address, quint16 port)
+{
+    m_routes.insert(name, {address, port});
+}
+
+void DeviceTransport::send(const QString &name, const QByteArray &bytes)
+{
+    const auto route = m_routes.constFind(name);
+    if (route == m_routes.constEnd()) {
+        emit problem(tr("A message for %1 was not sent: no such device has been found yet.").arg(name));
+        return;
+    }
+    if (m_socket.writeDatagram(bytes, route->first, route->second) != bytes.size()) {
+        emit problem(tr("A message of %1 bytes for %2 was not sent (%3). Check the network interface.")
+                         .arg(bytes.size())
+                         .arg(name, m_socket.errorString()));
+        return;
+    }
+    emit sent(name, bytes);
+}
+
+void DeviceTransport::readPending()
+{
+    while (m_socket.hasPendingDatagrams()) {
+        const QNetworkDatagram datagram = m_socket.receiveDatagram();
+        const QString name = m_routes.key({datagram.senderAddress(), quint16(datagram.senderPort())});
+        if (name.isEmpty())
+            continue;
+        // Queued: a plugin may open a message box on a reply, and the socket reports nothing more, for any
+        // device, until this function has returned.
+        QMetaObject::invokeMethod(
+            this, [this, name, bytes = datagram.data()] { emit received(name, bytes); },
+            Qt::QueuedConnection);
+    }
+}
+
+} // namespace devhost

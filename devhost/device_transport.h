@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QHostAddress>
+#include <QObject>
+#include <QPair>
+#include <QUdpSocket>
+
+namespace devhost {
+
+/// Carries messages between the host and devices over one UDP socket. A device is known by name; its
+/// replies are told by the address and port they come from. Bytes pass unchanged in both directions.
+class DeviceTransport : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit DeviceTransport(QObject *parent = nullptr);
+
+    /// Opens the socket; the answer is empty, or a sentence on what failed.
+    QString open();
+
+    /// Where @p name is reached from now on, replacing an earlier place.
+    void setRoute(const QString &name, const QHostAddress &address, quint16 port);
+
+    /// Sends one message. What cannot be sent is told by problem(), never lost without a word.
+    void send(const QString &name, const QByteArray &bytes);
+
+signals:
+    void sent(const QString &name, const QByteArray &bytes);
+    void received(const QString &name, const QByteArray &bytes);
+    /// A sentence for the user.
+    void problem(const QString &sentence);
+
+private:
+    using Place = QPair<QHostAddress, quint16>;
+
+    void readPending();
+
+    QUdpSocket m_socket;
+    QHash<QString, Place> m_routes;
+};
+
+} // namespace devhost

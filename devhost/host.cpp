@@ -1,0 +1,133 @@
+#include "devhost/host.h"
+
+#include "devhost/known_device.h"
+#include "devhost/options.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+namespace devhost {
+
+namespace {
+
+constexpr int LostAfterMs = 3000;
+constexpr int MostLogLines = 20000;
+
+QString besideProgram(const QString &name)
+{
+    return QDir(QCoreApplication::applicationDirPath()).filePath(name);
+}
+
+} // namespace
+
+Host::Host(QObject *parent)
+    : QObject(parent)
+    , m_log(MostLogLines)
+    , m_finder(&m_devices, LostAfterMs)
+    , m_simulated(besideProgram(QStringLiteral("kbx-simulator")))
+    , m_sessions(&m_registry, {&m_devices, &m_text, &m_aes67, nullptr, 0})
+{
+    wireLog();
+    wireTransport(&m_text);
+    wireTransport(&m_aes67);
+    connect(&m_finder, &DeviceFinder::found, this, &Host::wireDevice);
+    connect(&m_finder, &DeviceFinder::nameClash, this, [this](const QString &text) { reportProblem(text); });
+    connect(&m_sessions, &EditorSessions::opened, this, &Host::wireSession);
+}
+
+void Host::start(const Options &options, const QNetworkInterface &interface)
+{
+    for (DeviceTransport *transport : {&m_text, &m_aes67})
+        reportProblem(transport->open());
+    QStringList plugins = options.plugins;
+    if (plugins.isEmpty())
+        plugins.append(besideProgram(QStringLiteral("tarnkbx_plugin")));
+    for (const QString &file : qAsConst(plugins))
+        reportProblem(m_registry.load(file));
+    useInterface(interface);
+    m_simulated.start(options.simulate, interface.name());
+}
+
+void Host::useInterface(const QNetworkInterface &interface)
+{
+    m_interface = interface;
+    reportProblem(m_finder.listenOn(interface));
+    m_sessions.setInterfaceIndex(interface.index());
+}
+
+void Host::reportProblem(const QString &sentence, const QString &deviceName)
+{
+    if (sentence.isEmpty())
+        return;
+    m_log.append(LogSource::Problem, deviceName, sentence);
+    emit problem(sentence);
+}
+
+void Host::reportStatus(const QString &text, const QString &deviceName)
+{
+    m_log.append(LogSource::Host, deviceName, text);
+    emit status(text);
+}
+
+void Host::wireLog()
+{
+    connect(&m_simulated, &SimulatedDevices::said, this, [this](const QString &name, const QString &line) {
+        m_log.append(LogSource::Host, name, tr("Simulator: %1").arg(line));
+    });
+    connect(&m_simulated, &SimulatedDevices::failed, this,
+            [this](const QString &name, const QString &sentence) { reportProblem(sentence, name); });
+    connect(&m_text, &DeviceTransport::sent, this, [this](const QString &name, const QByteArray &bytes) {
+        m_log.append(LogSource::Sent, name, QString::fromUtf8(bytes));
+    });
+    connect(&m_text, &DeviceTransport::received, this, [this](const QString &name, const QByteArray &bytes) {
+        m_log.append(LogSource::Received, name, QString::fromUtf8(bytes));
+    });
+    connect(&m_aes67, &DeviceTransport::sent, this, [this](const QString &name, const QByteArray &bytes) {
+        m_log.append(LogSource::Sent, name, QString::fromLatin1(bytes.toHex(' ')));
+    });
+    connect(&m_aes67, &DeviceTransport::received, this, [this](const QString &name, const QByteArray &bytes) {
+        m_log.append(LogSource::Received, name, QString::fromLatin1(bytes.toHex(' ')));
+    });
+}
+
+void Host::wireTransport(DeviceTransport *transport)
+{
+    connect(transport, &DeviceTransport::problem, this, [this](const QString &text) { reportProblem(text); });
+}
+
+void Host::wireDevice(KnownDevice *device)
+{
+    const auto route = [this, device] {
+        for (DeviceTransport *transport : {&m_text, &m_aes67})
+            transport->setRoute(device->name(), device->ipAddress(), device->controlPort());
+    };
+    route();
+    connect(device, &KnownDevice::routeChanged, this, route);
+    connect(device, &pxDevice::PresenceChanged, this, [this, device] {
+        reportStatus(device->isPresent() ? tr("%1 is back.").arg(device->name())
+                                         : tr("%1 is lost: it no longer announces itself on %2.")
+                                               .arg(device->name(), m_interface.name()),
+                     device->name());
+    });
+    reportStatus(tr("Found %1 at %2.").arg(device->name(), device->ipAddress().toString()), device->name());
+}
+
+void Host::wireSession(EditorSession *session)
+{
+    const QString name = session->deviceName();
+    connect(session, &EditorSession::logged, this,
+            [this, name](const QString &line) { m_log.append(LogSource::Plugin, name, line); });
+    connect(session, &EditorSession::hostStatus, this,
+            [this, name](const QString &text) { reportStatus(text, name); });
+    connect(session, &EditorSession::replyOverdue, this, [this, name] {
+        reportProblem(tr("%1 did not answer in time. Answer the question of its editor.").arg(name), name);
+    });
+    connect(session, &EditorSession::presetLoadFinished, this, [this, name](bool success) {
+        if (success)
+            reportStatus(tr("The snapshot was sent to %1.").arg(name), name);
+        else
+            reportProblem(tr("The snapshot was not applied to %1.").arg(name), name);
+    });
+}
+
+} // namespace devhost

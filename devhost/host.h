@@ -1,0 +1,68 @@
+#pragma once
+
+#include "devhost/communication_log.h"
+#include "devhost/device_finder.h"
+#include "devhost/device_transport.h"
+#include "devhost/editor_sessions.h"
+#include "devhost/plugin_registry.h"
+#include "devhost/simulated_devices.h"
+#include "host/px_devices.h"
+
+#include <QNetworkInterface>
+#include <QObject>
+
+namespace devhost {
+
+struct Options;
+
+/// The host without its window: finds devices, carries their traffic, keeps plugins, editors and the log,
+/// and wires these to each other.
+class Host : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit Host(QObject *parent = nullptr);
+
+    /// Loads plugins, opens the network and starts what @p options ask for. What fails is told by problem().
+    void start(const Options &options, const QNetworkInterface &interface);
+    /// Looks for devices on @p interface from now on and tells the open editors.
+    void useInterface(const QNetworkInterface &interface);
+
+    QNetworkInterface interface() const { return m_interface; }
+    DeviceFinder *finder() { return &m_finder; }
+    DeviceTransport *transport() { return &m_text; }
+    PluginRegistry *registry() { return &m_registry; }
+    EditorSessions *sessions() { return &m_sessions; }
+    SimulatedDevices *simulated() { return &m_simulated; }
+    CommunicationLog *log() { return &m_log; }
+
+    /// Logs @p sentence and tells the window; an empty one is no problem.
+    void reportProblem(const QString &sentence, const QString &deviceName = QString());
+    void reportStatus(const QString &text, const QString &deviceName = QString());
+
+signals:
+    /// A sentence for the user; already in the log.
+    void problem(const QString &sentence);
+    /// A status text of a plugin or of the host; already in the log.
+    void status(const QString &text);
+
+private:
+    void wireLog();
+    void wireTransport(DeviceTransport *transport);
+    void wireDevice(KnownDevice *device);
+    void wireSession(EditorSession *session);
+
+    CommunicationLog m_log;
+    pxDevices m_devices;
+    DeviceFinder m_finder;
+    DeviceTransport m_text;
+    DeviceTransport m_aes67;
+    PluginRegistry m_registry;
+    SimulatedDevices m_simulated;
+    QNetworkInterface m_interface;
+    // Last, so that it goes first: editors use all of the above to their end.
+    EditorSessions m_sessions;
+};
+
+} // namespace devhost

@@ -1,0 +1,156 @@
+#include "devhost/host_window.h"
+
+#include "devhost/device_table_model.h"
+#include "devhost/device_view.h"
+#include "devhost/host.h"
+#include "devhost/known_device.h"
+#include "devhost/log_panel.h"
+#include "devhost/network_choice.h"
+#include "devhost/notice_bar.h"
+#include "devhost/snapshot_dialogs.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace devhost {
+
+namespace {
+
+constexpr QSize StartSize(1120, 680);
+
+} // namespace
+
+HostWindow::HostWindow(Host *host, const QString &snapshotFolder)
+    : m_host(host)
+    , m_model(new DeviceTableModel(host, this))
+    , m_devices(new DeviceView(m_model, this))
+    , m_log(new LogPanel(host->log(), this))
+    , m_notice(new NoticeBar(this))
+    , m_snapshots(new SnapshotDialogs(snapshotFolder, this))
+    , m_interfaces(new QComboBox(this))
+    , m_status(new QLabel(this))
+    , m_counts(new QLabel(this))
+{
+    setWindowTitle(tr("Plexo Development Host"));
+    setObjectName(QStringLiteral("hostWindow"));
+    resize(StartSize);
+    auto *splitter = new QSplitter(Qt::Vertical, this);
+    splitter->addWidget(createDevicePart());
+    splitter->addWidget(m_log);
+    splitter->setStretchFactor(1, 1);
+    splitter->setSizes({230, 400});
+    splitter->setChildrenCollapsible(false);
+    splitter->setContentsMargins(8, 8, 8, 4);
+    setCentralWidget(splitter);
+    createActions();
+    createToolBar();
+    setUpStatusBar();
+    setUpConnections();
+    refreshActions();
+    refreshCounts();
+}
+
+QWidget *HostWindow::createDevicePart()
+{
+    auto *part = new QWidget(this);
+    auto *column = new QVBoxLayout(part);
+    column->setContentsMargins(0, 0, 0, 6);
+    column->addWidget(m_notice);
+    column->addWidget(m_devices);
+    return part;
+}
+
+void HostWindow::setUpStatusBar()
+{
+    m_status->setObjectName(QStringLiteral("hostStatus"));
+    m_status->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    statusBar()->addWidget(m_status, 1);
+    statusBar()->addPermanentWidget(m_counts);
+}
+
+void HostWindow::setUpConnections()
+{
+    connect(m_host, &Host::problem, this, [this](const QString &text) { showStatus(text, true); });
+    connect(m_host, &Host::status, this, [this](const QString &text) { showStatus(text, false); });
+    connect(m_log, &LogPanel::problem, this, [this](const QString &text) { m_host->reportProblem(text); });
+    connect(m_log, &LogPanel::saved, this, [this](const QString &text) { m_host->reportStatus(text); });
+    connect(m_snapshots, &SnapshotDialogs::saved, this,
+            [this](const QString &text) { m_host->reportStatus(text); });
+    connect(m_devices, &DeviceView::openRequested, this, &HostWindow::open);
+    connect(m_devices, &DeviceView::selectionMoved, this, &HostWindow::refreshActions);
+    connect(m_model, &QAbstractItemModel::dataChanged, this, [this] {
+        refreshActions();
+        refreshCounts();
+    });
+    connect(m_model, &QAbstractItemModel::rowsInserted, this, &HostWindow::refreshCounts);
+    connect(m_host->sessions(), &EditorSessions::opened, this, [this](EditorSession *session) {
+        const QString name = session->deviceName();
+        connect(session, &EditorSession::deviceViewRequested, this, [this, name] { showDeviceList(name); });
+    });
+}
+
+void HostWindow::closeEvent(QCloseEvent *event)
+{
+    m_host->sessions()->closeAll();
+    QMainWindow::closeEvent(event);
+}
+
+void HostWindow::setNotice(const QString &text)
+{
+    m_notice->setNotice(text);
+}
+
+void HostWindow::open(KnownDevice *device)
+{
+    m_host->reportProblem(m_host->sessions()->open(device), device->name());
+}
+
+EditorSession *HostWindow::selectedSession() const
+{
+    const KnownDevice *device = m_devices->selectedDevice();
+    return device ? m_host->sessions()->session(device->name()) : nullptr;
+}
+
+void HostWindow::refreshCounts()
+{
+    int present = 0;
+    int open = 0;
+    for (const KnownDevice *device : m_host->finder()->devices()) {
+        present += device->isPresent() ? 1 : 0;
+        open += m_host->sessions()->session(device->name()) ? 1 : 0;
+    }
+    m_counts->setText(tr("%1 present, %2 lost, %3 open on %4")
+                          .arg(present)
+                          .arg(m_host->finder()->devices().size() - present)
+                          .arg(open)
+                          .arg(m_host->interface().name()));
+}
+
+void HostWindow::refreshEmptyText()
+{
+    m_devices->setEmptyText(
+        tr("Looking for devices on %1 ...\nA device announces itself once a second. Nothing "
+           "here? Check its cable and choose the network interface it is connected to, or "
+           "start the host with --simulate 1.")
+            .arg(m_host->interface().name()));
+}
+
+void HostWindow::showDeviceList(const QString &deviceName)
+{
+    m_devices->select(m_host->finder()->device(deviceName));
+    raise();
+    activateWindow();
+    m_devices->setFocus(Qt::OtherFocusReason);
+}
+
+void HostWindow::showStatus(const QString &text, bool highlight)
+{
+    m_status->setText(text);
+    m_status->setToolTip(text);
+    m_status->setStyleSheet(highlight ? QStringLiteral("color: #ff9f07;") : QString());
+}
+
+} // namespace devhost

@@ -1,0 +1,33 @@
+#include "devhost/known_device.h"
+
+#include "devhost/announcement.h"
+
+namespace devhost {
+
+KnownDevice::KnownDevice(const QString &name, int lostAfterMs, QObject *parent)
+    : pxDevice(parent)
+{
+    setName(name);
+    m_silence.setSingleShot(true);
+    m_silence.setInterval(lostAfterMs);
+    connect(&m_silence, &QTimer::timeout, this, [this] { setPresent(false); });
+}
+
+void KnownDevice::hear(const Announcement &announcement, const QHostAddress &sender)
+{
+    const bool moved = ipAddress() != sender || m_controlPort != announcement.controlPort;
+    m_model = announcement.model;
+    m_controlPort = announcement.controlPort;
+    setType(announcement.type);
+    setIpAddress(sender);
+    setMacAddress(announcement.mac);
+    setProductName(announcement.product);
+    setFirmwareVersion(announcement.version);
+    setFeatureLevel(announcement.featureLevel);
+    if (moved)
+        emit routeChanged();
+    m_silence.start();
+    setPresent(true);
+}
+
+} // namespace devhost

@@ -1,0 +1,36 @@
+#pragma once
+
+#include "host/px_device.h"
+
+#include <QTimer>
+
+namespace devhost {
+
+struct Announcement;
+
+/// A device that has announced itself at least once, with what the host needs beyond a plugin's view of it:
+/// the model that chooses the plugin, the control port, and the clock that runs out when it falls silent.
+class KnownDevice : public pxDevice
+{
+    Q_OBJECT
+
+public:
+    KnownDevice(const QString &name, int lostAfterMs, QObject *parent = nullptr);
+
+    QString model() const { return m_model; }
+    quint16 controlPort() const { return m_controlPort; }
+
+    /// Takes over what the device said and marks it present.
+    void hear(const Announcement &announcement, const QHostAddress &sender);
+
+signals:
+    /// Its address or control port is another one than before.
+    void routeChanged();
+
+private:
+    QString m_model;
+    quint16 m_controlPort = 0;
+    QTimer m_silence;
+};
+
+} // namespace devhost

@@ -1,0 +1,38 @@
+#include "devhost/look.h"
+
+#include <QApplication>
+#include <QFile>
+#include <QPalette>
+#include <QStyleFactory>
+
+namespace devhost {
+
+namespace {
+
+QPalette darkPalette()
+{
+    QPalette palette(QColor(0x3c, 0x3f, 0x43), QColor(0x2b, 0x2b, 0x2b));
+    palette.setColor(QPalette::Base, QColor(0x1f, 0x21, 0x24));
+    palette.setColor(QPalette::Highlight, QColor(0xff, 0x77, 0x07));
+    palette.setColor(QPalette::HighlightedText, QColor(0x1b, 0x1c, 0x1e));
+    palette.setColor(QPalette::Link, QColor(0xff, 0x9f, 0x07));
+    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+        palette.setColor(role, QColor(0xe6, 0xe6, 0xe6));
+        palette.setColor(QPalette::Disabled, role, QColor(0x8a, 0x8f, 0x95));
+    }
+    palette.setColor(QPalette::PlaceholderText, QColor(0x8a, 0x8f, 0x95));
+    return palette;
+}
+
+} // namespace
+
+void wearDarkLook()
+{
+    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    QApplication::setPalette(darkPalette());
+    QFile sheet(QStringLiteral(":/style/plexo-dark.qss"));
+    if (sheet.open(QIODevice::ReadOnly))
+        qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
+}
+
+} // namespace devhost

@@ -1,0 +1,48 @@
+#include "devhost/message_recorder.h"
+
+#include "devhost/device_transport.h"
+
+#include <QJsonDocument>
+#include <QJsonObject>
+
+namespace devhost {
+
+MessageRecorder::MessageRecorder(QObject *parent)
+    : QObject(parent)
+{
+}
+
+QString MessageRecorder::start(const QString &path)
+{
+    m_file.setFileName(path);
+    m_clock.start();
+    if (m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
+        return QString();
+    return tr("%1 cannot be written: %2. Choose another folder.").arg(path, m_file.errorString());
+}
+
+void MessageRecorder::record(const DeviceTransport *transport)
+{
+    connect(transport, &DeviceTransport::sent, this,
+            [this](const QString &device, const QByteArray &bytes) { write("tx", device, bytes); });
+    connect(transport, &DeviceTransport::received, this,
+            [this](const QString &device, const QByteArray &bytes) { write("rx", device, bytes); });
+}
+
+QByteArray MessageRecorder::lineOf(qint64 ms, const char *direction, const QString &device,
+                                   const QByteArray &message)
+{
+    const QJsonObject line{{QStringLiteral("t_ms"), ms},
+                           {QStringLiteral("dir"), QLatin1String(direction)},
+                           {QStringLiteral("device"), device},
+                           {QStringLiteral("text"), QString::fromUtf8(message)}};
+    return QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n';
+}
+
+void MessageRecorder::write(const char *direction, const QString &device, const QByteArray &message)
+{
+    m_file.write(lineOf(m_clock.elapsed(), direction, device, message));
+    m_file.flush();
+}
+
+} // namespace devhost

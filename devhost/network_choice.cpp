@@ -1,0 +1,83 @@
+#include "devhost/network_choice.h"
+
+#include <QCoreApplication>
+#include <QStringList>
+
+#include <algorithm>
+
+namespace devhost {
+
+namespace {
+
+bool isLoopback(const QNetworkInterface &interface)
+{
+    return interface.flags() & QNetworkInterface::IsLoopBack;
+}
+
+bool hasIpv4(const QNetworkInterface &interface)
+{
+    const QList<QNetworkAddressEntry> entries = interface.addressEntries();
+    return std::any_of(entries.cbegin(), entries.cend(), [](const QNetworkAddressEntry &entry) {
+        return entry.ip().protocol() == QAbstractSocket::IPv4Protocol;
+    });
+}
+
+bool isUsable(const QNetworkInterface &interface)
+{
+    const QNetworkInterface::InterfaceFlags flags = interface.flags();
+    // Loopback carries multicast between programs of this machine even where it does not say so.
+    const bool multicast = flags & (QNetworkInterface::CanMulticast | QNetworkInterface::IsLoopBack);
+    return (flags & QNetworkInterface::IsUp) && multicast && hasIpv4(interface);
+}
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("devhost::NetworkChoice", source);
+}
+
+InterfaceChoice namedInterface(const QList<QNetworkInterface> &usable, const QString &name)
+{
+    QStringList names;
+    for (const QNetworkInterface &interface : usable) {
+        if (interface.name() == name)
+            return {interface, QString()};
+        names.append(interface.name());
+    }
+    return {{},
+            text("There is no usable network interface \"%1\". Usable here: %2.")
+                .arg(name, names.join(QStringLiteral(", ")))};
+}
+
+} // namespace
+
+QList<QNetworkInterface> usableInterfaces()
+{
+    QList<QNetworkInterface> usable;
+    for (const QNetworkInterface &interface : QNetworkInterface::allInterfaces()) {
+        if (isUsable(interface))
+            usable.append(interface);
+    }
+    return usable;
+}
+
+InterfaceChoice chooseInterface(const QString &name, bool simulating)
+{
+    const QList<QNetworkInterface> usable = usableInterfaces();
+    if (!name.isEmpty())
+        return namedInterface(usable, name);
+    const auto find = [&usable](bool loopback) {
+        return std::find_if(usable.cbegin(), usable.cend(), [loopback](const QNetworkInterface &candidate) {
+            return isLoopback(candidate) == loopback;
+        });
+    };
+    auto chosen = find(simulating);
+    if (chosen == usable.cend() && !simulating)
+        chosen = find(true);
+    if (chosen == usable.cend())
+        return {{},
+                text("No network interface can be used. Bring one up, for example with: "
+                     "sudo ip link set lo up")};
+    return {*chosen, QString()};
+}
+
+} // namespace devhost

@@ -1,0 +1,74 @@
+#include "devhost/options.h"
+
+#include "devhost/simulated_devices.h"
+
+#include <QCommandLineParser>
+
+namespace devhost {
+
+namespace {
+
+void describe(QCommandLineParser *parser)
+{
+    parser->setApplicationDescription(
+        QStringLiteral("Finds audio devices on the network, loads their plugins and shows their editors."));
+    parser->addHelpOption();
+    parser->addOptions({
+        {QStringLiteral("plugin"),
+         QStringLiteral("Load the plugin FILE; may be given several times. Default: tarnkbx_plugin beside "
+                        "the program."),
+         QStringLiteral("FILE")},
+        {QStringLiteral("interface"),
+         QStringLiteral("Network interface to work on. Default: lo with --simulate, else the first one that "
+                        "can multicast."),
+         QStringLiteral("NAME")},
+        {QStringLiteral("simulate"), QStringLiteral("Start N simulated devices, which end with the program."),
+         QStringLiteral("N"), QStringLiteral("0")},
+        {QStringLiteral("snapshot-dir"), QStringLiteral("Folder in which snapshot files are kept."),
+         QStringLiteral("DIR")},
+        {QStringLiteral("tour"),
+         QStringLiteral("Open the first device, use every page of its editor, write pictures and the "
+                        "messages into DIR, and end."),
+         QStringLiteral("DIR")},
+    });
+}
+
+QString readCount(const QString &text, int *count)
+{
+    bool valid = false;
+    *count = text.toInt(&valid);
+    if (valid && *count >= 0 && *count <= SimulatedDevices::Most)
+        return QString();
+    return QStringLiteral("--simulate takes a whole number from 0 to %1, not \"%2\".")
+        .arg(SimulatedDevices::Most)
+        .arg(text);
+}
+
+} // namespace
+
+ParsedOptions parseOptions(const QStringList &arguments)
+{
+    QCommandLineParser parser;
+    describe(&parser);
+    ParsedOptions parsed;
+    if (!parser.parse(arguments)) {
+        parsed.error = parser.errorText() + QLatin1Char('.');
+        return parsed;
+    }
+    if (parser.isSet(QStringLiteral("help"))) {
+        parsed.help = parser.helpText();
+        return parsed;
+    }
+    if (!parser.positionalArguments().isEmpty()) {
+        parsed.error = QStringLiteral("\"%1\" is no option.").arg(parser.positionalArguments().first());
+        return parsed;
+    }
+    parsed.options.plugins = parser.values(QStringLiteral("plugin"));
+    parsed.options.interface = parser.value(QStringLiteral("interface"));
+    parsed.options.snapshotFolder = parser.value(QStringLiteral("snapshot-dir"));
+    parsed.options.tourFolder = parser.value(QStringLiteral("tour"));
+    parsed.error = readCount(parser.value(QStringLiteral("simulate")), &parsed.options.simulate);
+    return parsed;
+}
+
+} // namespace devhost

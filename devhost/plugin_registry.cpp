@@ -1,0 +1,62 @@
+#include "devhost/plugin_registry.h"
+
+#include "host/plexo_plugin_factory.h"
+
+#include <QFileInfo>
+#include <QJsonObject>
+#include <QPluginLoader>
+
+namespace devhost {
+
+namespace {
+
+PluginInfo describe(const QString &file, PlexoPluginFactory *factory)
+{
+    return {file,
+            factory->getPluginName(),
+            factory->getVersion(),
+            factory->getVendorName(),
+            factory->getSupportedModels(),
+            factory};
+}
+
+} // namespace
+
+PluginRegistry::~PluginRegistry()
+{
+    // A factory may be a widget, which must not outlive the application object.
+    for (const QPointer<QObject> &instance : m_instances)
+        delete instance;
+}
+
+QString PluginRegistry::load(const QString &file)
+{
+    QPluginLoader loader(file);
+    const QString path = loader.fileName();
+    if (path.isEmpty() || !QFileInfo(path).isFile())
+        return tr("There is no plugin file %1. Name an existing one with --plugin.").arg(file);
+    const QString iid = loader.metaData().value(QLatin1String("IID")).toString();
+    if (iid.isEmpty())
+        return tr("%1 is no Qt plugin of this Qt version. Build it for Qt %2.")
+            .arg(path, QLatin1String(qVersion()));
+    if (iid != QLatin1String(PlexoPluginFactory_iid))
+        return tr("%1 is a plugin for something else (%2, not %3). Name a device plugin.")
+            .arg(path, iid, QLatin1String(PlexoPluginFactory_iid));
+    auto *factory = qobject_cast<PlexoPluginFactory *>(loader.instance());
+    if (!factory)
+        return tr("%1 cannot be used: %2. Build it again with this host.").arg(path, loader.errorString());
+    m_instances.append(loader.instance());
+    m_plugins.append(describe(path, factory));
+    return QString();
+}
+
+PlexoPluginFactory *PluginRegistry::factoryFor(const QString &model) const
+{
+    for (const PluginInfo &plugin : m_plugins) {
+        if (plugin.models.contains(model))
+            return plugin.factory;
+    }
+    return nullptr;
+}
+
+} // namespace devhost

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "devhost/simulated_device.h"
+
+#include <QTemporaryDir>
+
+namespace devhost {
+
+/// The simulated devices that the host started: KBX-0001 on 127.0.0.11 and so on, all on one interface.
+class SimulatedDevices : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// @p program is the simulator's executable.
+    explicit SimulatedDevices(const QString &program, QObject *parent = nullptr);
+    ~SimulatedDevices() override;
+
+    /// As many as there are loopback addresses from 127.0.0.11 on.
+    static constexpr int Most = 200;
+
+    /// Starts @p count devices, 0 to Most.
+    void start(int count, const QString &interfaceName);
+    /// Null for a device that the host did not start.
+    SimulatedDevice *device(const QString &name) const;
+
+signals:
+    void said(const QString &deviceName, const QString &line);
+    void failed(const QString &deviceName, const QString &sentence);
+
+private:
+    QStringList argumentsOf(int index, const QString &name, const QString &interfaceName) const;
+
+    QString m_program;
+    QTemporaryDir m_stateFolder;
+    QList<SimulatedDevice *> m_devices;
+};
+
+} // namespace devhost

@@ -1,0 +1,97 @@
+#include "devhost/snapshot_dialogs.h"
+
+#include "devhost/editor_session.h"
+#include "devhost/known_device.h"
+#include "devhost/whole_file.h"
+
+#include <QDate>
+#include <QDir>
+#include <QFileDialog>
+#include <QFileInfo>
+#include <QMessageBox>
+#include <QPointer>
+#include <QPushButton>
+#include <QStandardPaths>
+
+namespace devhost {
+
+namespace {
+
+QString fileFilter()
+{
+    return SnapshotDialogs::tr("Snapshots (*.xml);;All files (*)");
+}
+
+QString suggestedName(const EditorSession &session)
+{
+    return QStringLiteral("%1 %2.xml").arg(session.deviceName(), QDate::currentDate().toString(Qt::ISODate));
+}
+
+} // namespace
+
+SnapshotDialogs::SnapshotDialogs(const QString &folder, QWidget *window)
+    : QObject(window)
+    , m_window(window)
+    , m_folder(folder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
+                                : folder)
+{
+}
+
+void SnapshotDialogs::save(EditorSession *session)
+{
+    // What the editor shows when the user asks, not what a device may have changed to meanwhile.
+    const QByteArray snapshot = session->snapshot();
+    const QString path
+        = QFileDialog::getSaveFileName(m_window, tr("Save Snapshot of %1").arg(session->deviceName()),
+                                       QDir(m_folder).filePath(suggestedName(*session)), fileFilter());
+    if (path.isEmpty())
+        return;
+    m_folder = QFileInfo(path).path();
+    const QString error = writeWholeFile(path, snapshot);
+    if (error.isEmpty())
+        emit saved(tr("The snapshot was saved to %1.").arg(QDir::toNativeSeparators(path)));
+    else
+        warn(error);
+}
+
+void SnapshotDialogs::load(EditorSession *session)
+{
+    const QPointer<EditorSession> alive(session);
+    const QString path = QFileDialog::getOpenFileName(
+        m_window, tr("Load Snapshot into %1").arg(session->deviceName()), m_folder, fileFilter());
+    if (path.isEmpty() || !alive)
+        return;
+    m_folder = QFileInfo(path).path();
+    const FileContent content = readWholeFile(path, LargestSnapshot);
+    if (!content.error.isEmpty()) {
+        warn(content.error);
+    } else if (!session->acceptsSnapshot(content.bytes)) {
+        warn(tr("%1 does not fit %2: it is damaged, or its product, firmware or file version is another "
+                "one. Nothing was changed. Choose a snapshot that was saved from a %3.")
+                 .arg(QFileInfo(path).fileName(), session->deviceName(), session->device()->productName()));
+    } else if (askToOverwrite(*session, path) && alive) {
+        session->applySnapshot(content.bytes);
+    }
+}
+
+void SnapshotDialogs::warn(const QString &sentence)
+{
+    QMessageBox::warning(m_window, tr("Snapshot"), sentence);
+}
+
+bool SnapshotDialogs::askToOverwrite(const EditorSession &session, const QString &path)
+{
+    QMessageBox box(
+        QMessageBox::Question, tr("Load Snapshot"),
+        tr("Overwrite all settings of %1 (%2) with %3?")
+            .arg(session.deviceName(), session.device()->ipAddress().toString(), QFileInfo(path).fileName()),
+        QMessageBox::Cancel, m_window);
+    box.setInformativeText(tr("What is set on the device now is lost unless it was saved."));
+    QPushButton *overwrite = box.addButton(tr("Overwrite"), QMessageBox::AcceptRole);
+    overwrite->setObjectName(QStringLiteral("overwriteButton"));
+    box.setDefaultButton(overwrite);
+    box.exec();
+    return box.clickedButton() == overwrite;
+}
+
+} // namespace devhost

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QObject>
+#include <QString>
+
+class QWidget;
+
+namespace devhost {
+
+class EditorSession;
+
+/// Saves and loads snapshot files with the user: file dialogs, the plugin's check, and the question which
+/// device may be overwritten.
+class SnapshotDialogs : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Dialogs belong to @p window and begin in @p folder, or in the user's documents when it is empty.
+    SnapshotDialogs(const QString &folder, QWidget *window);
+
+    /// The session may end while a dialog is open; nothing happens then.
+    void save(EditorSession *session);
+    void load(EditorSession *session);
+
+signals:
+    void saved(const QString &sentence);
+
+private:
+    void warn(const QString &sentence);
+    bool askToOverwrite(const EditorSession &session, const QString &path);
+
+    QWidget *m_window;
+    QString m_folder;
+};
+
+} // namespace devhost

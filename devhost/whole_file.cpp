@@ -1,0 +1,48 @@
+#include "devhost/whole_file.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFile>
+#include <QSaveFile>
+
+namespace devhost {
+
+namespace {
+
+QString text(const char *source)
+{
+    return QCoreApplication::translate("devhost::WholeFile", source);
+}
+
+FileContent failure(const char *source, const QString &path, const QString &reason)
+{
+    return {{}, text(source).arg(QDir::toNativeSeparators(path), reason)};
+}
+
+} // namespace
+
+FileContent readWholeFile(const QString &path, qint64 most)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return failure("%1 cannot be read: %2. Choose another file.", path, file.errorString());
+    // One byte more than allowed, whatever size the file claims: a device or a pipe claims none.
+    const QByteArray bytes = file.read(most + 1);
+    if (file.error() != QFileDevice::NoError)
+        return failure("%1 cannot be read: %2. Choose another file.", path, file.errorString());
+    if (bytes.size() > most)
+        return failure("%1 is larger than %2 MiB, so it is no snapshot. Choose another file.", path,
+                       QString::number(most / 1024 / 1024));
+    return {bytes, QString()};
+}
+
+QString writeWholeFile(const QString &path, const QByteArray &bytes)
+{
+    QSaveFile file(path);
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+        return QString();
+    return text("%1 was not written: %2. Choose a folder that you may write to, with room left.")
+        .arg(QDir::toNativeSeparators(path), file.errorString());
+}
+
+} // namespace devhost
