@@ -1,12 +1,12 @@
 #pragma once
 
 #include "dsp/channel_strip.h"
-#include "dsp/strip_editor.h"
+#include "dsp/strip_editors.h"
 #include "widgets/vm_dsp_gain.h"
 #include "widgets/vm_meter.h"
 
 #include <QCheckBox>
-#include <QLabel>
+#include <QJsonArray>
 #include <QPushButton>
 #include <QSpinBox>
 
@@ -21,56 +21,43 @@ Widget &child(const QObject &parent, const char *name)
 }
 
 /// Looks at the strip of one channel as a user would: by the widgets on it.
-class StripProbe
+struct StripProbe
 {
-public:
     StripProbe(const StripEditor &editor, int channel)
-        : m_strip(*editor.findChildren<ChannelStrip *>().at(channel))
+        : strip(*editor.findChildren<ChannelStrip *>().at(channel))
+        , fader(child<VmDspGain>(strip, "vmdspgain"))
+        , mute(child<QPushButton>(strip, "digital_mute_pushButton"))
     {
     }
 
-    ChannelStrip &strip() const { return m_strip; }
-    VmDspGain &fader() const { return child<VmDspGain>(m_strip, "vmdspgain"); }
-    QPushButton &mute() const { return child<QPushButton>(m_strip, "digital_mute_pushButton"); }
-    QPushButton &invert() const { return child<QPushButton>(m_strip, "digital_invert_pushButton"); }
-    QCheckBox &limiter() const { return child<QCheckBox>(m_strip, "limiter_en_checkBox"); }
-    QSpinBox &threshold() const { return child<QSpinBox>(m_strip, "limiter_thresh_spinBox"); }
-    QString label() const { return child<QLabel>(m_strip, "strip_label").text(); }
-    double level() const { return fader().getMeter()->dbValuePort1(); }
-
-    /// What the strip shows, limiter or inversion included.
-    QVariantList shown(bool input) const
+    double level() const { return fader.getMeter()->dbValuePort1(); }
+    /// Mute and gain, and inversion or limiter and threshold.
+    QVariantList shown() const
     {
-        QVariantList values{mute().isChecked(), fader().Gain()};
-        if (input)
-            values << invert().isChecked();
-        else
-            values << limiter().isChecked() << threshold().value();
-        return values;
+        QVariantList values{mute.isChecked(), fader.Gain()};
+        if (auto *invert = strip.findChild<QPushButton *>(QStringLiteral("digital_invert_pushButton")))
+            return values << invert->isChecked();
+        return values << child<QCheckBox>(strip, "limiter_en_checkBox").isChecked()
+                      << child<QSpinBox>(strip, "limiter_thresh_spinBox").value();
     }
 
-private:
-    ChannelStrip &m_strip;
+    ChannelStrip &strip;
+    VmDspGain &fader;
+    QPushButton &mute;
 };
 
-/// Keeps everything that an editor reports.
-class EditorRecords
+/// A section with one object a channel; muted and inverted are the odd ones, gains are -1, -11, -21 ... dB.
+inline QJsonObject sectionOf(int channels)
 {
-public:
-    explicit EditorRecords(const StripEditor &editor)
-    {
-        QObject::connect(&editor, &StripEditor::uiChanged, &editor,
-                         [this](const ChannelRecord &record) { m_records.append(record); });
+    QJsonArray value;
+    for (int channel = 0; channel < channels; ++channel) {
+        const bool odd = channel % 2 == 1;
+        const QJsonObject limiter{{QStringLiteral("enable"), odd},
+                                  {QStringLiteral("threshold"), -30 - channel}};
+        value.append(QJsonObject{{QStringLiteral("mute"), odd},
+                                 {QStringLiteral("invert"), odd},
+                                 {QStringLiteral("gain"), -1 - 10 * channel},
+                                 {QStringLiteral("limiter"), limiter}});
     }
-
-    const QVector<ChannelRecord> &all() const { return m_records; }
-    QVector<ChannelRecord> take()
-    {
-        QVector<ChannelRecord> taken;
-        taken.swap(m_records);
-        return taken;
-    }
-
-private:
-    QVector<ChannelRecord> m_records;
-};
+    return {{QStringLiteral("value"), value}};
+}

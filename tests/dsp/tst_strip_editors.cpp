@@ -1,9 +1,32 @@
-#include "tests/dsp/block_cases.h"
+#include "dsp/overlay.h"
 #include "tests/dsp/strip_probe.h"
 
 #include <QJsonDocument>
-#include <QLineEdit>
+#include <QLabel>
 #include <QTest>
+
+namespace {
+
+/// One strip editor as the device's documentation describes it, written out so that no expected value comes
+/// from the code under test.
+struct Block
+{
+    StripEditor *(*make)(const QJsonObject *section);
+    const char *labels;
+    int gainParameter;
+    int firstLevelByte;
+    bool overlay;
+};
+
+template <typename Form, int Channels>
+StripEditor *makeForm(const QJsonObject *section)
+{
+    return new Form(Channels, section);
+}
+
+} // namespace
+
+Q_DECLARE_METATYPE(Block)
 
 /// The six strip editors: what they show of their section, and what they report of the hand.
 class StripEditorsTest : public QObject
@@ -11,108 +34,158 @@ class StripEditorsTest : public QObject
     Q_OBJECT
 
 private slots:
+    void init();
     void showsItsSection_data() { addBlocks(); }
     void showsItsSection();
     void reportsEachChangeByHandOnce_data() { addBlocks(); }
     void reportsEachChangeByHandOnce();
-    void reloadsSilentlyAndLeavesDisabledStripsAlone_data() { addBlocks(); }
-    void reloadsSilentlyAndLeavesDisabledStripsAlone();
-    void survivesOddSections_data();
-    void survivesOddSections();
     void feedsMetersFromTheirOwnBytes_data() { addBlocks(); }
     void feedsMetersFromTheirOwnBytes();
+    void disabledStripsStandStillUnderRed_data() { addBlocks(); }
+    void disabledStripsStandStillUnderRed();
+    void survivesOddSections_data();
+    void survivesOddSections();
     void takesUsbChannelsAway_data();
     void takesUsbChannelsAway();
-    void addressesStripsByChannel();
-    void ignoresStrangers();
-    void asksToBeClosed_data();
+    void stepsTheThreshold_data();
+    void stepsTheThreshold();
     void asksToBeClosed();
 
 private:
-    static void addBlocks()
-    {
-        QTest::addColumn<BlockCase>("block");
-        for (const BlockCase &block : blockCases())
-            QTest::newRow(block.name) << block;
-    }
+    void addBlocks();
+    void open(StripEditor *editor);
+    void openBlock(const Block &block) { open(block.make(&m_section)); }
+    int lastChannel() const { return m_editor->findChildren<ChannelStrip *>().size() - 1; }
+
+    QJsonObject m_section;
+    QScopedPointer<StripEditor> m_editor;
+    QVector<ChannelRecord> m_records;
 };
+
+void StripEditorsTest::init()
+{
+    m_section = sectionOf(4);
+}
+
+void StripEditorsTest::addBlocks()
+{
+    QTest::addColumn<Block>("block");
+    QTest::newRow("network receive") << Block{makeForm<NetRxForm, 4>, "CH 1,CH 2,CH 3,CH 4", 2, 3, false};
+    QTest::newRow("USB playback") << Block{makeForm<UsbInForm, 2>, "CH 1,CH 2", 2, 7, true};
+    QTest::newRow("Bluetooth in") << Block{makeForm<BtInForm, 2>, "BT 1,BT 2", 2, 9, true};
+    QTest::newRow("network transmit") << Block{makeForm<NetTxForm, 4>, "CH 1,CH 2,CH 3,CH 4", 1, 12, true};
+    QTest::newRow("USB record") << Block{makeForm<UsbOutForm, 2>, "CH 1,CH 2", 1, 16, true};
+    QTest::newRow("Bluetooth out") << Block{makeForm<BtOutForm, 1>, "BT Out 1", 1, 18, true};
+}
+
+void StripEditorsTest::open(StripEditor *editor)
+{
+    m_editor.reset(editor);
+    m_records.clear();
+    connect(editor, &StripEditor::uiChanged, this, [this](const ChannelRecord &r) { m_records.append(r); });
+    editor->show();
+    QVERIFY(QTest::qWaitForWindowExposed(editor));
+}
 
 void StripEditorsTest::showsItsSection()
 {
-    QFETCH(BlockCase, block);
-    const QJsonObject section = sectionOf(block.channels());
-    const auto editor = block.open(section);
-    editor->show();
-
-    QCOMPARE(editor->findChildren<ChannelStrip *>().size(), block.channels());
-    QVERIFY(child<QLabel>(*editor, "block_label").isHidden());
-    for (int channel = 0; channel < block.channels(); ++channel) {
-        const StripProbe probe(*editor, channel);
+    QFETCH(Block, block);
+    openBlock(block);
+    QStringList labels;
+    for (int channel = 0; channel <= lastChannel(); ++channel) {
+        const StripProbe probe(*m_editor, channel);
         const bool odd = channel % 2 == 1;
         QVariantList expected{odd, -1.0 - 10 * channel, odd};
-        if (!block.isInput())
+        if (block.gainParameter == 1)
             expected << -30 - channel;
-        QCOMPARE(probe.shown(block.isInput()), expected);
-        QCOMPARE(probe.label(), block.labels.at(channel));
-        QCOMPARE(probe.strip().size(), QSize(92, 324));
-        QCOMPARE(
-            child<QWidget>(probe.strip(), block.isInput() ? "digital_invert_pushButton" : "limiter_widget")
-                .isHidden(),
-            true);
+        QCOMPARE(probe.shown(), expected);
+        QCOMPARE(probe.strip.size(), QSize(92, 324));
+        labels << child<QLabel>(probe.strip, "strip_label").text();
+    }
+    QCOMPARE(labels.join(QLatin1Char(',')), QLatin1String(block.labels));
+    for (const char *hidden :
+         {"block_label", "digital_invert_pushButton", "limiter_widget", "usb_host_widget"}) {
+        for (const QWidget *widget : m_editor->findChildren<QWidget *>(QLatin1String(hidden)))
+            QVERIFY2(widget->isHidden(), hidden);
     }
 }
 
 void StripEditorsTest::reportsEachChangeByHandOnce()
 {
-    QFETCH(BlockCase, block);
-    const QJsonObject section = sectionOf(block.channels());
-    const auto editor = block.open(section);
-    EditorRecords records(*editor);
-    editor->show();
+    QFETCH(Block, block);
+    openBlock(block);
+    const int channel = lastChannel();
+    const bool odd = channel % 2 == 1;
+    const StripProbe probe(*m_editor, channel);
+    const bool input = block.gainParameter == 2;
 
-    for (int channel = 0; channel < block.channels(); ++channel) {
-        const StripProbe probe(*editor, channel);
-        const bool odd = channel % 2 == 1;
-        QTest::mouseClick(&probe.mute(), Qt::LeftButton);
-        QCOMPARE(records.take(), QVector<ChannelRecord>({{channel, {0, !odd}}}));
+    QTest::mouseClick(&probe.mute, Qt::LeftButton);
+    QTest::keyClick(&probe.fader, Qt::Key_Up);
+    child<QAbstractButton>(probe.strip, input ? "digital_invert_pushButton" : "limiter_en_checkBox").click();
+    const QVector<ChannelRecord> expected{{channel, {0, !odd}},
+                                          {channel, {block.gainParameter, -10.0 * channel}},
+                                          {channel, {input ? 1 : 2, !odd}}};
+    QCOMPARE(m_records, expected);
 
-        QTest::keyClick(&probe.fader(), Qt::Key_Up);
-        const QVector<ChannelRecord> gains = records.take();
-        QCOMPARE(gains, QVector<ChannelRecord>({{channel, {block.gainParameter, -10.0 * channel}}}));
-        QCOMPARE(gains.first().second.second.type(), QVariant::Double);
-
-        if (block.isInput()) {
-            probe.invert().click();
-            QCOMPARE(records.take(), QVector<ChannelRecord>({{channel, {1, !odd}}}));
-        } else {
-            probe.limiter().click();
-            QCOMPARE(records.take(), QVector<ChannelRecord>({{channel, {2, !odd}}}));
-        }
-    }
-    QCOMPARE(section, sectionOf(block.channels()));
+    m_editor->onDataChanged();
+    QCOMPARE(probe.fader.Gain(), -1.0 - 10 * channel);
+    // A record from a strip that is not the editor's own, and one from no strip at all.
+    NetRxForm other(4, &m_section);
+    connect(&StripProbe(other, 0).strip, &ChannelStrip::uiChanged, m_editor.get(), &StripEditor::onUiChanged);
+    StripProbe(other, 0).mute.click();
+    m_editor->onUiChanged({0, true});
+    QCOMPARE(m_records, expected);
 }
 
-void StripEditorsTest::reloadsSilentlyAndLeavesDisabledStripsAlone()
+void StripEditorsTest::feedsMetersFromTheirOwnBytes()
 {
-    QFETCH(BlockCase, block);
-    QJsonObject section;
-    const auto editor = block.open(section);
-    EditorRecords records(*editor);
-    const StripProbe first(*editor, 0);
-    const StripProbe last(*editor, block.channels() - 1);
-    QCOMPARE(first.fader().Gain(), 0.0);
+    QFETCH(Block, block);
+    openBlock(block);
+    const int last = lastChannel();
+    const StripProbe probe(*m_editor, last);
+    const int lastByte = block.firstLevelByte + last;
+    QByteArray datagram(19, '\x81');
+    for (int channel = 0; channel <= last; ++channel)
+        datagram[block.firstLevelByte + channel] = char(-10 * channel);
 
-    editor->onEnableStrip(uchar(block.channels() - 1), false);
-    section = sectionOf(block.channels());
-    editor->onDataChanged();
-    QCOMPARE(last.fader().Gain(), 0.0);
-    if (block.channels() > 1)
-        QCOMPARE(first.fader().Gain(), -1.0);
+    m_editor->onLevels(datagram);
+    for (int channel = 0; channel <= last; ++channel)
+        QCOMPARE(StripProbe(*m_editor, channel).level(), -10.0 * channel);
 
-    editor->onEnableStrip(uchar(block.channels() - 1), true);
-    editor->onDataChanged();
-    QCOMPARE(last.fader().Gain(), -1.0 - 10 * (block.channels() - 1));
-    QVERIFY(records.all().isEmpty());
+    datagram[lastByte] = char(-128);
+    for (int length : {0, 1, lastByte})
+        m_editor->onLevels(datagram.left(length));
+    QCOMPARE(probe.level(), -10.0 * last);
+    m_editor->onLevels(datagram + QByteArray(65000, '\x7f'));
+    QCOMPARE(probe.level(), -128.0);
+}
+
+void StripEditorsTest::disabledStripsStandStillUnderRed()
+{
+    QFETCH(Block, block);
+    openBlock(block);
+    const ChannelStrip &strip = StripProbe(*m_editor, 0).strip;
+    const auto redness = [this, &strip] {
+        const QColor pixel = m_editor->grab().toImage().pixelColor(strip.mapTo(m_editor.get(), QPoint(2, 2)));
+        return pixel.red() - pixel.blue();
+    };
+
+    m_editor->onEnableStrip(0, false);
+    m_section = QJsonDocument::fromJson(R"({"value":[{"gain":9}]})").object();
+    m_editor->onDataChanged();
+    m_editor->onLevels(QByteArray(19, char(-7)));
+    QCOMPARE(StripProbe(*m_editor, 0).fader.Gain(), -1.0);
+    QVERIFY(StripProbe(*m_editor, 0).level() != -7.0);
+    QCOMPARE(redness() > 40, block.overlay);
+    if (block.overlay)
+        QCOMPARE(strip.findChild<Overlay *>()->geometry(), strip.rect());
+
+    m_editor->onEnableStrip(0, true);
+    m_editor->onEnableStrip(200, false);
+    m_editor->onDataChanged();
+    QCOMPARE(StripProbe(*m_editor, 0).fader.Gain(), 9.0);
+    QVERIFY(redness() < 10);
+    QVERIFY(m_records.isEmpty());
 }
 
 void StripEditorsTest::survivesOddSections_data()
@@ -122,63 +195,26 @@ void StripEditorsTest::survivesOddSections_data()
     const QVariantList untouched{true, -11.0, true};
     const QVariantList cleared{false, 0.0, false};
     QTest::newRow("no value") << QByteArray(R"({"result":"OK"})") << untouched;
-    QTest::newRow("value is a text") << QByteArray(R"({"value":"mute"})") << untouched;
     QTest::newRow("value is an object") << QByteArray(R"({"value":{"gain":3}})") << untouched;
-    QTest::newRow("no channels") << QByteArray(R"({"value":[]})") << untouched;
     QTest::newRow("one channel") << QByteArray(R"({"value":[{"gain":3}]})") << untouched;
-    QTest::newRow("channels are no objects") << QByteArray(R"({"value":[1,"x",null,[]]})") << cleared;
-    QTest::newRow("members missing") << QByteArray(R"({"value":[{},{},{},{}]})") << cleared;
-    QTest::newRow("members of other types")
-        << QByteArray(R"({"value":[{},{"mute":1,"gain":"-3","invert":"true"}]})") << cleared;
-    QTest::newRow("gain is no whole number") << QByteArray(R"({"value":[{},{"gain":-3.5}]})") << cleared;
-    QTest::newRow("gain out of range")
-        << QByteArray(R"({"value":[{},{"gain":2000000}]})") << QVariantList{false, 20.0, false};
-    QTest::newRow("too many channels")
-        << QByteArray(R"({"value":[{},{"gain":7},{},{},{},{},{}]})") << QVariantList{false, 7.0, false};
+    QTest::newRow("no objects") << QByteArray(R"({"value":[1,"x",null,[]]})") << cleared;
+    QTest::newRow("other types") << QByteArray(R"({"value":[{},{"mute":1,"gain":"-3","invert":"on"}]})")
+                                 << cleared;
+    QTest::newRow("no whole number") << QByteArray(R"({"value":[{},{"gain":-3.5}]})") << cleared;
+    QTest::newRow("too loud") << QByteArray(R"({"value":[{},{"gain":2000000}]})")
+                              << QVariantList{false, 20.0, false};
+    QTest::newRow("too many") << QByteArray(R"({"value":[{},{"gain":7},{},{},{},{}]})")
+                              << QVariantList{false, 7.0, false};
 }
 
 void StripEditorsTest::survivesOddSections()
 {
     QFETCH(QByteArray, json);
-    QFETCH(QVariantList, second);
-    QJsonObject section = sectionOf(4);
-    NetRxForm editor(4, &section);
-    EditorRecords records(editor);
-
-    section = QJsonDocument::fromJson(json).object();
-    editor.onDataChanged();
-    QCOMPARE(StripProbe(editor, 1).shown(true), second);
-    QVERIFY(records.all().isEmpty());
-}
-
-void StripEditorsTest::feedsMetersFromTheirOwnBytes()
-{
-    QFETCH(BlockCase, block);
-    const QJsonObject section;
-    const auto editor = block.open(section);
-    const int last = block.channels() - 1;
-    const int lastByte = block.firstLevelByte + last;
-    QByteArray datagram(19, '\x81');
-    for (int channel = 0; channel <= last; ++channel)
-        datagram[block.firstLevelByte + channel] = char(-10 * channel);
-
-    editor->onLevels(datagram);
-    for (int channel = 0; channel <= last; ++channel)
-        QCOMPARE(StripProbe(*editor, channel).level(), -10.0 * channel);
-
-    datagram[lastByte] = char(-128);
-    for (int length : {0, 1, lastByte})
-        editor->onLevels(datagram.left(length));
-    QCOMPARE(StripProbe(*editor, last).level(), -10.0 * last);
-
-    editor->onEnableStrip(uchar(last), false);
-    editor->onLevels(datagram);
-    QCOMPARE(StripProbe(*editor, last).level(), -10.0 * last);
-
-    editor->onEnableStrip(uchar(last), true);
-    datagram.append(QByteArray(65507 - datagram.size(), '\x7f'));
-    editor->onLevels(datagram);
-    QCOMPARE(StripProbe(*editor, last).level(), -128.0);
+    open(new NetRxForm(4, &m_section));
+    m_section = QJsonDocument::fromJson(json).object();
+    m_editor->onDataChanged();
+    QTEST(StripProbe(*m_editor, 1).shown(), "second");
+    QVERIFY(m_records.isEmpty());
 }
 
 void StripEditorsTest::takesUsbChannelsAway_data()
@@ -188,10 +224,8 @@ void StripEditorsTest::takesUsbChannelsAway_data()
     QTest::addColumn<bool>("enabled"); // of the second strip, enabled before
     QTest::newRow("second taken") << 1 << 0 << false;
     QTest::newRow("low eight bits count") << 257 << 0 << false;
-    QTest::newRow("negative, ends with 1") << -255 << 0 << false;
     QTest::newRow("no such channel") << 2 << 0 << true;
     QTest::newRow("unknown type") << 1 << 2 << true;
-    QTest::newRow("given") << 1 << 1 << true;
 }
 
 void StripEditorsTest::takesUsbChannelsAway()
@@ -199,94 +233,67 @@ void StripEditorsTest::takesUsbChannelsAway()
     QFETCH(int, channel);
     QFETCH(int, type);
     QFETCH(bool, enabled);
-    const QJsonObject section = sectionOf(2);
-    UsbInForm playback(2, &section);
-    UsbOutForm record(2, &section);
-    EditorRecords playbackRecords(playback);
-    EditorRecords recordRecords(record);
-    const StripProbe in(playback, 1);
-    const StripProbe out(record, 1);
-
+    UsbInForm playback(2, &m_section);
+    UsbOutForm record(2, &m_section);
     playback.onUsbMode(channel, type);
     record.onUsbMode(channel, type);
-    QCOMPARE(in.strip().isEnabled(), enabled);
-    QCOMPARE(out.strip().isEnabled(), enabled);
-    QCOMPARE(in.shown(true), enabled ? QVariantList({true, -11.0, true}) : QVariantList({false, 0.0, false}));
-    // The limiter is no part of the channel's availability.
-    QCOMPARE(out.shown(false), QVariantList({enabled, enabled ? -11.0 : 0.0, true, -31}));
+    const double gain = enabled ? -11.0 : 0.0;
+    QCOMPARE(StripProbe(playback, 1).strip.isEnabled(), enabled);
+    QCOMPARE(StripProbe(playback, 1).shown(), QVariantList({enabled, gain, enabled}));
+    QCOMPARE(StripProbe(record, 1).strip.isEnabled(), enabled);
+    QCOMPARE(StripProbe(record, 1).shown(), QVariantList({enabled, gain, true, -31}));
 
-    playback.onUsbMode(1, 1);
     record.onUsbMode(1, 1);
-    QCOMPARE(in.shown(true), QVariantList({true, -11.0, true}));
-    QCOMPARE(out.shown(false), QVariantList({true, -11.0, true, -31}));
-    QVERIFY(playbackRecords.all().isEmpty() && recordRecords.all().isEmpty());
+    QCOMPARE(StripProbe(record, 1).shown(), QVariantList({true, -11.0, true, -31}));
 }
 
-void StripEditorsTest::addressesStripsByChannel()
+void StripEditorsTest::stepsTheThreshold_data()
 {
-    const QJsonObject section = sectionOf(2);
-    UsbInForm editor(2, &section);
-    EditorRecords records(editor);
-    const StripProbe second(editor, 1);
-
-    editor.onSetStripLabel(1, QStringLiteral("Right"));
-    QCOMPARE(second.label(), QStringLiteral("Right"));
-    editor.onChanged({1, {2, 5.9}});
-    QCOMPARE(second.fader().Gain(), 5.9);
-    editor.onChanged({1, {77, 1}});
-    QCOMPARE(second.shown(true), QVariantList({true, 5.9, true}));
-
-    editor.onSetStripLabel(2, QStringLiteral("None"));
-    editor.onEnableStrip(255, false);
-    editor.onChanged({-1, {0, true}});
-    editor.onChanged({2, {0, true}});
-    QCOMPARE(StripProbe(editor, 0).shown(true), QVariantList({false, -1.0, false}));
-    QVERIFY(records.all().isEmpty());
-
-    editor.onUsbHostStatus(QStringLiteral("80 %"), QStringLiteral("off"));
-    QCOMPARE(child<QLineEdit>(editor, "usb_host_vol_lineEdit").text(), QStringLiteral("80 %"));
-    QCOMPARE(child<QLineEdit>(editor, "usb_host_mute_lineEdit").text(), QStringLiteral("off"));
-    QVERIFY(child<QWidget>(editor, "usb_host_widget").isHidden());
+    QTest::addColumn<int>("key"); // 0: wheel
+    QTest::addColumn<int>("wheelDelta");
+    QTest::addColumn<int>("start");
+    QTest::addColumn<int>("expected");
+    QTest::newRow("Up") << int(Qt::Key_Up) << 0 << -10 << -9;
+    QTest::newRow("PageUp") << int(Qt::Key_PageUp) << 0 << 20 << 20;
+    QTest::newRow("Down") << int(Qt::Key_Down) << 0 << -100 << -101;
+    QTest::newRow("PageDown") << int(Qt::Key_PageDown) << 0 << -10 << -11;
+    QTest::newRow("wheel up") << 0 << 120 << -10 << -9;
+    QTest::newRow("wheel sideways") << 0 << 0 << -10 << -11;
 }
 
-void StripEditorsTest::ignoresStrangers()
+void StripEditorsTest::stepsTheThreshold()
 {
-    const QJsonObject section = sectionOf(4);
-    NetRxForm editor(4, &section);
-    NetRxForm other(4, &section);
-    EditorRecords records(editor);
-    connect(&StripProbe(other, 1).strip(), &ChannelStrip::uiChanged, &editor, &StripEditor::onUiChanged);
+    QFETCH(int, key);
+    QFETCH(int, wheelDelta);
+    QFETCH(int, start);
+    QFETCH(int, expected);
+    open(new BtOutForm(1, &m_section));
+    m_editor->onChanged({0, {3, start}});
+    QSpinBox &box = child<QSpinBox>(*m_editor, "limiter_thresh_spinBox");
+    QWheelEvent wheel(QPointF(), QPointF(), QPoint(), QPoint(120, wheelDelta), Qt::NoButton, Qt::NoModifier,
+                      Qt::NoScrollPhase, false);
 
-    StripProbe(other, 1).mute().click();
-    editor.onUiChanged({0, true});
-    QVERIFY(records.all().isEmpty());
-}
-
-void StripEditorsTest::asksToBeClosed_data()
-{
-    QTest::addColumn<bool>("byEscape");
-    QTest::newRow("Escape") << true;
-    QTest::newRow("frame") << false;
+    if (key != 0)
+        QTest::keyClick(&box, Qt::Key(key));
+    else
+        QCoreApplication::sendEvent(&box, &wheel);
+    QCOMPARE(box.value(), expected);
+    QCOMPARE(m_records, QVector<ChannelRecord>({{0, {3, expected}}}));
 }
 
 void StripEditorsTest::asksToBeClosed()
 {
-    QFETCH(bool, byEscape);
-    const QJsonObject section = sectionOf(4);
-    QPointer<StripEditor> editor = new NetTxForm(4, &section);
+    QPointer<StripEditor> editor = new NetTxForm(4, &m_section);
     int asked = 0;
     connect(editor, &BlockEditor::close, this, [&asked] { ++asked; });
     editor->show();
-
-    if (byEscape)
-        QTest::keyClick(editor, Qt::Key_Escape);
-    else
-        editor->QWidget::close();
+    QTest::keyClick(editor, Qt::Key_Escape);
     QCOMPARE(asked, 1);
-    QCOMPARE(editor->isVisible(), byEscape);
+    QVERIFY(editor->isVisible()); // until the owner closes it
 
     connect(editor, &BlockEditor::close, editor, &QObject::deleteLater);
-    editor->reject();
+    editor->QWidget::close();
+    QCOMPARE(asked, 2);
     QTRY_VERIFY(!editor);
 }
 
