@@ -1,7 +1,6 @@
 #pragma once
 
 #include "host/plexo_plugin.h"
-#include "host/px_devices.h"
 
 /// A plugin object without an editor that notes what it tells its host.
 class BarePlugin : public PlexoPlugin
@@ -16,27 +15,25 @@ public:
     void getSnapshot(QByteArray *) override { }
     void applySnapshot(QByteArray) override { }
 
-    QStringList told; ///< one entry a signal, without log lines
-    QStringList logged;
+    QByteArray told; ///< "signal;signal argument;...", without log lines
+    QByteArray logged; ///< "line;line;..."
     int sent = 0; ///< messages on both sides of the channel
 };
 
-/// A host's side of one plugin: the device objects, and its calls as text so that a table can hold them.
+/// A host's side of one plugin: the device, and its calls as text so that a table can hold them.
 class HostSide
 {
 public:
     HostSide();
     ~HostSide() { delete plugin; }
 
-    /// Makes the calls of @p script, "verb;verb argument;...", as HostSide::call() names them, as long as the
-    /// plugin lives. "await" waits for one more message to be sent, "forget" empties the notes.
-    void run(const QString &script);
-    QString told() const { return plugin->told.join(QLatin1Char(';')); }
+    /// Makes the calls of @p script, "verb;verb argument;...", as call() names them, as long as the plugin
+    /// lives. "await" waits for one more message to be sent, "forget" empties the notes.
+    void run(const QByteArray &script);
 
     pxDevice device;
-    pxDevices devices;
     QPointer<BarePlugin> plugin;
 
 private:
-    void call(const QString &verb, const QByteArray &argument);
+    void call(const QByteArray &verb, const QByteArray &argument);
 };

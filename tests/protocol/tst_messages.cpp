@@ -61,55 +61,32 @@ private slots:
         QCOMPARE(message::wholeGain(std::nan("")), 0);
     }
 
-    void knowsWhatIsStored()
-    {
-        QVERIFY(path::changesStoredSettings(path::UsbMode));
-        QVERIFY(path::changesStoredSettings(path::Mixer));
-        QVERIFY(!path::changesStoredSettings(path::BluetoothKeep));
-        QVERIFY(!path::changesStoredSettings(path::LoadPreset));
-        QCOMPARE(path::component(path::MixerRow, 4), QStringLiteral("%1"));
-    }
-
     void translatesChoices()
     {
-        const QStringList modes{QStringLiteral("basic"), QStringLiteral("reconnect"),
-                                QStringLiteral("exclusive")};
-        const QStringList profiles{QStringLiteral("both"), QStringLiteral("media"), QStringLiteral("hfp")};
+        const char *modes[] = {"basic", "reconnect", "exclusive"};
+        const char *profiles[] = {"both", "media", "hfp"};
         for (int i = 0; i < 3; ++i) {
-            QCOMPARE(words::connectionModeWord(i), modes.at(i));
-            QCOMPARE(words::connectionModeIndex(modes.at(i)), i);
-            QCOMPARE(words::profileWord(i), profiles.at(i));
-            QCOMPARE(words::profileIndex(profiles.at(i)), i);
+            QCOMPARE(words::connectionModeWord(i), QLatin1String(modes[i]));
+            QCOMPARE(words::connectionModeIndex(QLatin1String(modes[i])), i);
+            QCOMPARE(words::profileWord(i), QLatin1String(profiles[i]));
+            QCOMPARE(words::profileIndex(QLatin1String(profiles[i])), i);
         }
         QCOMPARE(words::connectionModeIndex(QStringLiteral("Basic")), 2);
         QCOMPARE(words::profileIndex(QString()), 2);
-        QCOMPARE(words::profileWord(-1), QStringLiteral("hfp"));
-    }
-
-    void translatesUsbModes_data()
-    {
-        QTest::addColumn<QString>("word");
-        QTest::addColumn<bool>("speakerphone");
-        QTest::addColumn<bool>("echoCancellation");
-        QTest::addColumn<bool>("telephony");
-        const auto row = [](const char *word, bool speakerphone, bool echoCancellation, bool telephony) {
-            QTest::newRow(word) << QString::fromLatin1(word) << speakerphone << echoCancellation << telephony;
-        };
-        row("2x2", false, false, false);
-        row("speakerphone_no_ec", true, false, false);
-        row("speakerphone_ec", true, true, false);
-        row("speakerphone_telephony_no_ec", true, false, true);
-        row("speakerphone_telephony_ec", true, true, true);
     }
 
     void translatesUsbModes()
     {
-        QFETCH(QString, word);
-        const words::UsbMode mode = words::usbMode(word);
-        QTEST(mode.speakerphone, "speakerphone");
-        QTEST(mode.echoCancellation, "echoCancellation");
-        QTEST(mode.telephony, "telephony");
-        QCOMPARE(words::usbModeWord(mode), word);
+        const QHash<QString, int> options{{QStringLiteral("2x2"), 0},
+                                          {QStringLiteral("speakerphone_no_ec"), 4},
+                                          {QStringLiteral("speakerphone_ec"), 4 + 2},
+                                          {QStringLiteral("speakerphone_telephony_no_ec"), 4 + 1},
+                                          {QStringLiteral("speakerphone_telephony_ec"), 4 + 2 + 1}};
+        for (auto it = options.begin(); it != options.end(); ++it) {
+            const words::UsbMode mode = words::usbMode(it.key());
+            QCOMPARE(4 * mode.speakerphone + 2 * mode.echoCancellation + mode.telephony, it.value());
+            QCOMPARE(words::usbModeWord(mode), it.key());
+        }
     }
 };
 

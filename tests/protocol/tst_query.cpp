@@ -1,8 +1,6 @@
 #include "protocol/derived_state_machine.h"
 #include "tests/protocol/fake_window.h"
 
-#include <QMetaMethod>
-#include <QSignalSpy>
 #include <QTest>
 
 namespace {
@@ -17,14 +15,6 @@ const char AllGets[] = "/info /status/voice_cue /status/usb /status/bluetooth/st
                        "/preset/dsp/usb_record /preset/dsp/bt_sink /preset/dsp/bt_source "
                        "/preset/dsp/voice_cue /preset/dsp/mixer/0 /preset/dsp/mixer/1 /preset/dsp/mixer/2 "
                        "/preset/dsp/mixer/3 /preset/dsp/mixer/4 /preset/dsp/mixer/5 /preset/dsp/mixer/6";
-
-QByteArrayList methodsOf(const QMetaObject &meta)
-{
-    QByteArrayList signatures;
-    for (int i = meta.methodOffset(); i < meta.methodCount(); ++i)
-        signatures.append(meta.method(i).methodSignature());
-    return signatures;
-}
 
 } // namespace
 
@@ -112,23 +102,6 @@ private slots:
         const QByteArray code = QByteArray::number(QSIGNAL_CODE) + signal;
         QVERIFY(connect(m_query, code.constData(), this, SLOT(closeWindow())));
         QTRY_VERIFY(!m_window);
-    }
-
-    void keepsDeclarationOrder()
-    {
-        QCOMPARE(methodsOf(PluginQueryStateMachine::staticMetaObject),
-                 (QByteArrayList{"nextState()", "req_query(pxDevice*)", "req_param_lock(pxDevice*)",
-                                 "sm_finished()", "sendVelmarAsciiGetRequest(QString,QByteArray)",
-                                 "enter_query()", "enter_sm_done()", "nextStateHandled()", "start()",
-                                 "delayed_start()", "timedOut()"}));
-        QCOMPARE(methodsOf(DerivedStateMachine::staticMetaObject).join(' '),
-                 QByteArray("enter_info() enter_status_voice_cue() enter_status_usb() "
-                            "enter_status_bluetooth() enter_system_network() enter_system_notifications() "
-                            "enter_system_metering() enter_system_func_gen() enter_system_usb() "
-                            "enter_system_bluetooth() enter_system_voice_cue() enter_preset_dante_rx() "
-                            "enter_preset_dante_tx() enter_preset_usb_playback() enter_preset_usb_record() "
-                            "enter_preset_bt_sink() enter_preset_bt_source() enter_preset_voice_que() "
-                            "enter_preset_mixer() versionFromString(QString)"));
     }
 
     void readsVersionsOfFileNames()

@@ -25,11 +25,8 @@ class ReplyHandlersTest : public QObject
 private slots:
     void storesReplies_data()
     {
-        QTest::addColumn<QString>("cmd");
-        QTest::addColumn<QString>("param");
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<QString>("section");
-        QTest::addColumn<QString>("before");
+        for (const char *column : {"cmd", "param", "value", "section", "before"})
+            QTest::addColumn<QString>(column);
         QTest::addColumn<QByteArray>("after");
         QTest::addColumn<int>("refreshes");
         const auto row = [](const char *request, const char *value, const char *section, const char *before,
