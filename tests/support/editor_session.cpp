@@ -2,8 +2,11 @@
 
 #include "host/plexo_plugin_factory.h"
 
-#include <QCoreApplication>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTabWidget>
 #include <QTest>
+#include <QXmlStreamReader>
 
 namespace support {
 
@@ -32,6 +35,47 @@ bool EditorSession::goLive()
     editor()->show();
     // The metering request is the first thing that a live editor sends.
     return QTest::qWaitFor([this] { return !script->commands().isEmpty(); });
+}
+
+void EditorSession::click(QWidget *widget) const
+{
+    for (QWidget *page = widget; page; page = page->parentWidget()) {
+        auto *tabs = page->parentWidget() ? qobject_cast<QTabWidget *>(page->parentWidget()->parentWidget())
+                                          : nullptr;
+        if (tabs && tabs->indexOf(page) >= 0)
+            tabs->setCurrentWidget(page);
+    }
+    // A check box reacts where its mark and text are, which is not its middle.
+    QTest::mouseClick(widget, Qt::LeftButton, {}, {qMin(8, widget->width() / 2), widget->height() / 2});
+}
+
+QStringList EditorSession::commandsOf(const std::function<void()> &action)
+{
+    const QString end = QStringLiteral("{\"set\":\"end\"}");
+    script->forget();
+    action();
+    plugin->queueVelmarAsciiMsg(device.name(), end.toUtf8(), false);
+    const bool all = QTest::qWaitFor([&] { return script->commands().contains(end) && script->isIdle(); });
+    QStringList commands = script->commands();
+    commands.removeAll(all ? end : QString());
+    commands.removeAll(QStringLiteral("{\"set\":\"/control/req_metering\", \"value\":100}"));
+    return commands;
+}
+
+void EditorSession::deviceReports(const char *path, const QJsonValue &value)
+{
+    script->setValue(QLatin1String(path), value);
+    script->deliverGet(QLatin1String(path), value);
+}
+
+QJsonValue EditorSession::cached(const char *element) const
+{
+    QByteArray snapshot;
+    plugin->getSnapshot(&snapshot);
+    QXmlStreamReader xml(snapshot);
+    while (!xml.atEnd() && !(xml.isStartElement() && xml.name() == QLatin1String(element)))
+        xml.readNext();
+    return QJsonDocument::fromJson(xml.readElementText().toUtf8()).object().value(QLatin1String("value"));
 }
 
 void EditorSession::close()

@@ -3,8 +3,14 @@
 #include "host/px_device.h"
 #include "tests/support/scripted_device.h"
 
+#include <QApplication>
+#include <QJsonValue>
+#include <QPointer>
 #include <QScopedPointer>
+#include <QTimer>
 #include <QWidget>
+
+#include <functional>
 
 class PlexoPluginFactory;
 
@@ -32,6 +38,19 @@ public:
         return widget;
     }
 
+    /// Brings the page that the widget is on to the front and clicks it.
+    void click(QWidget *widget) const;
+    void click(const char *name) const { click(find<QWidget>(name)); }
+
+    /// The set messages that an action leads to by the time that all of them have been answered; repeated
+    /// level requests are left out.
+    QStringList commandsOf(const std::function<void()> &action);
+    /// Changes what the device holds and has the editor read it.
+    void deviceReports(const char *path, const QJsonValue &value);
+
+    /// The "value" that a snapshot of the editor holds for a section's element.
+    QJsonValue cached(const char *element) const;
+
     /// Destroys the plugin object and what it has posted for deletion.
     void close();
 
@@ -42,5 +61,21 @@ public:
 private:
     PlexoPluginFactory *m_factory;
 };
+
+/// Hands the next modal dialog of that class to @p action, once it is open.
+template <typename Dialog>
+void onceOpen(std::function<void(Dialog *)> action)
+{
+    auto *poll = new QTimer(qApp);
+    QObject::connect(poll, &QTimer::timeout, poll, [poll, action] {
+        auto *dialog = qobject_cast<Dialog *>(QApplication::activeModalWidget());
+        if (!dialog || !dialog->isVisible())
+            return;
+        poll->deleteLater();
+        poll->stop();
+        action(dialog);
+    });
+    poll->start(5);
+}
 
 } // namespace support

@@ -94,13 +94,23 @@ QStringList ScriptedDevice::commands() const
     return m_sent.filter(QLatin1String("{\"set\":"));
 }
 
+QStringList ScriptedDevice::gets() const
+{
+    QStringList paths;
+    for (const QString &message : m_sent.filter(QLatin1String("{\"get\":")))
+        paths.append(message.section(QLatin1Char('"'), 3, 3));
+    return paths;
+}
+
 void ScriptedDevice::take(const QString &name, const QByteArray &bytes)
 {
     m_sent.append(QString::fromUtf8(bytes));
     if (m_silent)
         return;
     const QByteArray answered = answer(bytes);
+    ++m_unanswered;
     QTimer::singleShot(0, this, [this, name, answered] {
+        --m_unanswered;
         if (m_plugin)
             m_plugin->recvVelmarAsciiMsg(name, answered);
     });

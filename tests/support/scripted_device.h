@@ -23,7 +23,11 @@ public:
     const QStringList &sent() const { return m_sent; }
     /// Sent messages other than gets.
     QStringList commands() const;
+    /// The paths of the gets among them.
+    QStringList gets() const;
     void forget() { m_sent.clear(); }
+    /// Whether every request that it took has been answered.
+    bool isIdle() const { return m_unanswered == 0; }
 
     /// What the device answers to a get of @p path from now on.
     void setValue(const QString &path, const QJsonValue &value) { m_tree.insert(path, value); }
@@ -49,6 +53,7 @@ private:
     QHash<QString, QJsonValue> m_tree;
     QSet<QString> m_refused;
     QStringList m_sent;
+    int m_unanswered = 0;
     bool m_silent = false;
 };
 
