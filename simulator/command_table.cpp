@@ -12,7 +12,7 @@ Outcome CommandTable::run(const QString &path, const QJsonValue &argument) const
     const auto command = m_commands.constFind(path);
     if (command == m_commands.constEnd())
         return Outcome::refuse(path, QStringLiteral("no such command"));
-    const Outcome checked = check(command->argument, path, {}, argument);
+    Outcome checked = check(command->argument, path, {}, argument);
     if (!checked.accepted())
         return checked;
     const QString obstacle = command->action(checked.value);

@@ -40,11 +40,18 @@ void ControlService::serve(const QByteArray &request, const QHostAddress &addres
     Reply reply{m_answer(request), address, port, fate};
     if (fate.garbage)
         reply.bytes = m_faults.garbage();
-    if (!fate.loseReply && fate.delayMs > 0)
-        QTimer::singleShot(fate.delayMs, Qt::PreciseTimer, this, [this, reply] { dispatch(reply); });
-    else if (!fate.loseReply)
-        dispatch(reply);
+    if (!fate.loseReply)
+        delay(reply);
     emit answered(++m_answered);
+}
+
+void ControlService::delay(const Reply &reply)
+{
+    if (reply.fate.delayMs == 0) {
+        dispatch(reply);
+        return;
+    }
+    QTimer::singleShot(reply.fate.delayMs, Qt::PreciseTimer, this, [this, reply] { dispatch(reply); });
 }
 
 void ControlService::dispatch(const Reply &reply)

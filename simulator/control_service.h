@@ -47,6 +47,7 @@ private:
 
     void readRequests();
     void serve(const QByteArray &request, const QHostAddress &address, quint16 port);
+    void delay(const Reply &reply);
     void dispatch(const Reply &reply);
     void transmit(const Reply &reply);
     void releaseHeld();

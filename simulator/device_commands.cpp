@@ -82,9 +82,8 @@ QString DeviceModel::beginFetch(const QJsonObject &order)
         return QStringLiteral("no target");
     if (!source)
         return QStringLiteral("the uri is not of the form tftp://ADDRESS:PORT/FILE");
-    if (m_loading)
+    if (m_cues.isLoading())
         return QStringLiteral("another file is being fetched");
-    m_loading = true;
     m_cues.beginLoad(cue);
     emit fetchRequested(*source);
     return {};
@@ -92,9 +91,6 @@ QString DeviceModel::beginFetch(const QJsonObject &order)
 
 void DeviceModel::finishLoad(int ms)
 {
-    if (!m_loading) // given up by a restart meanwhile
-        return;
-    m_loading = false;
     m_cues.finishLoad(ms);
     publishStatus();
     emit settingsChanged();
@@ -102,7 +98,6 @@ void DeviceModel::finishLoad(int ms)
 
 void DeviceModel::abandonLoad()
 {
-    m_loading = false;
     m_cues.abandonLoad();
     publishStatus();
 }
@@ -115,7 +110,7 @@ void DeviceModel::savePreset(int slot)
 
 QString DeviceModel::loadPreset(int slot)
 {
-    const QString obstacle = m_presets.load(slot, &m_tree);
+    QString obstacle = m_presets.load(slot, &m_tree);
     if (obstacle.isEmpty())
         settingsApplied();
     return obstacle;
@@ -134,7 +129,7 @@ void DeviceModel::restoreDefaults()
 QString DeviceModel::textAnswer(const QString &command)
 {
     const QStringList words = command.split(QLatin1Char(' '));
-    const QString verb = words.first();
+    const QString &verb = words.first();
     if (command == QLatin1String("QUERY"))
         return QStringLiteral("ACK QUERY %1 %2\r").arg(m_identity.name(), m_identity.version());
     if (words.size() != 2 || (verb != QLatin1String("SAVE") && verb != QLatin1String("LOAD")))

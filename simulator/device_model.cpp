@@ -42,8 +42,8 @@ DeviceModel::DeviceModel(const Identity &identity, quint32 seed, QObject *parent
 QByteArray DeviceModel::answer(const QByteArray &bytes)
 {
     const Request request = parseRequest(bytes);
-    const QByteArray reply = request.kind == Request::Kind::Text ? textAnswer(request.text).toLatin1()
-                                                                 : replyBytes(request, jsonAnswer(request));
+    QByteArray reply = request.kind == Request::Kind::Text ? textAnswer(request.text).toLatin1()
+                                                           : replyBytes(request, jsonAnswer(request));
     publishStatus();
     return reply;
 }
@@ -65,7 +65,7 @@ Outcome DeviceModel::jsonAnswer(const Request &request)
 
 Outcome DeviceModel::set(const QString &path, const QJsonValue &value)
 {
-    const Outcome outcome = m_tree.set(path, value);
+    Outcome outcome = m_tree.set(path, value);
     if (!outcome.accepted())
         return outcome;
     if (path.startsWith(QLatin1String("/status/bluetooth/list")))

@@ -81,7 +81,6 @@ private:
     VoiceCues m_cues;
     Programme m_programme;
     QString m_refuse;
-    bool m_loading = false;
 };
 
 } // namespace sim

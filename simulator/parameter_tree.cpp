@@ -116,7 +116,7 @@ Outcome ParameterTree::set(const QString &path, const QJsonValue &value)
     const Node *node = describe(*steps);
     if (!node)
         return Outcome::refuse(path, QStringLiteral("read-only"));
-    const Outcome outcome = check(*node, path, current, value);
+    Outcome outcome = check(*node, path, current, value);
     if (outcome.accepted())
         m_root = replaced(m_root, *steps, outcome.value);
     return outcome;

@@ -6,12 +6,12 @@ namespace {
 
 constexpr double roomDb = -72.0; // what a microphone hears in a pause
 
-constexpr ProgrammeStyle presenter{-12, 210, 9, 8, 14, 0.2};
-constexpr ProgrammeStyle guest{-16, 240, 10, 9, 9, 0.55};
-constexpr ProgrammeStyle concert{-10, 520, 14, 7, 64, 0.05};
-constexpr ProgrammeStyle desktop{-9, 430, 8, 4, 48, 0.1};
-constexpr ProgrammeStyle song{-8, 480, 7, 3, 128, 0.0};
-constexpr ProgrammeStyle prompt{-6, 190, 8, 5, 128, 0.0};
+constexpr ProgrammeStyle presenter{-12, 9, 8, 0.2, 210, 14};
+constexpr ProgrammeStyle guest{-16, 10, 9, 0.55, 240, 9};
+constexpr ProgrammeStyle concert{-10, 14, 7, 0.05, 520, 64};
+constexpr ProgrammeStyle desktop{-9, 8, 4, 0.1, 430, 48};
+constexpr ProgrammeStyle song{-8, 7, 3, 0.0, 480, 128};
+constexpr ProgrammeStyle prompt{-6, 8, 5, 0.0, 190, 128};
 
 } // namespace
 

@@ -10,11 +10,11 @@ namespace sim {
 struct ProgrammeStyle
 {
     double peakDb; ///< level of the loudest beats
-    int beatMs; ///< time from one beat or syllable to the next
     double fallDb; ///< how far the level falls until the next beat
     double accentDb; ///< how much softer than the loudest a beat can be
-    int phraseBeats; ///< beats until there may be a pause
     double pauseShare; ///< share of phrases that are pauses, 0 to 1
+    int beatMs; ///< time from one beat or syllable to the next
+    int phraseBeats; ///< beats until there may be a pause
 };
 
 /// The level of one audio source over time: beats that decay, softer and louder ones, pauses between

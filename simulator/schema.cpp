@@ -144,7 +144,7 @@ Outcome checkBool(const QString &path, const QJsonValue &offered)
 
 Outcome checkTrue(const QString &path, const QJsonValue &offered)
 {
-    const Outcome outcome = checkBool(path, offered);
+    Outcome outcome = checkBool(path, offered);
     if (outcome.accepted() && !outcome.value.toBool())
         return Outcome::refuse(path, QStringLiteral("expected true"));
     return outcome;
@@ -220,8 +220,8 @@ Outcome checkObject(const Node &node, const QString &path, const QJsonValue &cur
         const int index = node.names.indexOf(member.key());
         if (index < 0)
             return Outcome::refuse(path, QStringLiteral("no member \"%1\"").arg(member.key()));
-        const Outcome outcome = check(node.children[size_t(index)], path + QLatin1Char('/') + member.key(),
-                                      result.value(member.key()), member.value());
+        Outcome outcome = check(node.children[size_t(index)], path + QLatin1Char('/') + member.key(),
+                                result.value(member.key()), member.value());
         if (!outcome.accepted())
             return outcome;
         result.insert(member.key(), outcome.value);
@@ -240,8 +240,8 @@ Outcome checkArray(const Node &node, const QString &path, const QJsonValue &curr
             path, QStringLiteral("expected %1 entries, got %2").arg(node.max).arg(elements.size()));
     QJsonArray result;
     for (int i = 0; i < elements.size(); ++i) {
-        const Outcome outcome = check(node.children.front(), path + QLatin1Char('/') + QString::number(i),
-                                      current.toArray().at(i), elements.at(i));
+        Outcome outcome = check(node.children.front(), path + QLatin1Char('/') + QString::number(i),
+                                current.toArray().at(i), elements.at(i));
         if (!outcome.accepted())
             return outcome;
         result.append(outcome.value);

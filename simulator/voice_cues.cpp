@@ -34,7 +34,8 @@ void VoiceCues::abandonLoad()
 
 void VoiceCues::finishLoad(int ms)
 {
-    m_length.at(size_t(m_loading)) = qMax(ms, 1);
+    if (isLoading())
+        m_length.at(size_t(m_loading)) = qMax(ms, 1);
     m_loading = -1;
 }
 

@@ -18,9 +18,10 @@ public:
     bool isPlaying() const { return m_playing >= 0; }
 
     /// While a recording is fetched the cue is not valid; a failed fetch leaves it as it was.
+    bool isLoading() const { return m_loading >= 0; }
     void beginLoad(int cue);
     void abandonLoad();
-    void finishLoad(int ms);
+    void finishLoad(int ms); ///< without effect when the load was abandoned meanwhile
 
     void restoreFactory();
 

@@ -74,7 +74,6 @@ class TestFaults : public QObject
 
 private slots:
     void fatesRepeatBySeed();
-    void dropIsSharedByBothWays();
     void pattern_data();
     void pattern();
     void link_data();
@@ -96,23 +95,6 @@ void TestFaults::fatesRepeatBySeed()
     FaultDealer without(noDrop, 5);
     for (int i = 0; i < 100; ++i) // one fault more does not shift the others
         QCOMPARE(with.next().garbage, without.next().garbage);
-}
-
-void TestFaults::dropIsSharedByBothWays()
-{
-    FaultSettings settings;
-    settings.drop = 0.5;
-    FaultDealer dealer(settings, 3);
-    int requests = 0;
-    int replies = 0;
-    for (int i = 0; i < 1000; ++i) {
-        const Fate fate = dealer.next();
-        QVERIFY(!(fate.loseRequest && fate.loseReply));
-        requests += fate.loseRequest;
-        replies += fate.loseReply;
-    }
-    QVERIFY(requests > 200 && requests < 300);
-    QVERIFY(replies > 200 && replies < 300);
 }
 
 void TestFaults::pattern_data()

@@ -1,7 +1,6 @@
 #include "simulator/device_model.h"
 
 #include <QJsonDocument>
-#include <QSignalSpy>
 #include <QTest>
 
 using sim::DeviceModel;
@@ -39,7 +38,6 @@ private slots:
     void sectionSet();
     void presets();
     void defaults();
-    void commandSignals();
 };
 
 void TestRequests::reply_data()
@@ -241,18 +239,6 @@ void TestRequests::defaults()
     ask(&model, R"({"set":"/control/defaults","value":1})");
 
     QCOMPARE(model.toJson(), fresh);
-}
-
-void TestRequests::commandSignals()
-{
-    DeviceModel model(sim::Identity(QStringLiteral("KBX-0001")), 1);
-    QSignalSpy reboot(&model, &DeviceModel::rebootRequested);
-    QSignalSpy metering(&model, &DeviceModel::meteringRequested);
-    ask(&model, R"({"set":"/control/reboot", "value":true})");
-    ask(&model, R"({"set":"/control/req_metering", "value":100})");
-    QCOMPARE(reboot.size(), 1);
-    QCOMPARE(metering.size(), 1);
-    QCOMPARE(metering.first().first().toBool(), true);
 }
 
 QTEST_GUILESS_MAIN(TestRequests)
