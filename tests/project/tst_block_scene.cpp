@@ -59,6 +59,7 @@ private slots:
     void initTestCase();
     void init();
     void cleanup();
+    void cleanupTestCase();
     void beginsAtItsOwnSize();
     void areasFollowThePicture_data();
     void areasFollowThePicture();
@@ -98,6 +99,16 @@ void TestBlockScene::init()
 void TestBlockScene::cleanup()
 {
     m_tabs.reset();
+}
+
+/// Quick keeps the picture for the next view and lets go of a dropped one in the next frame of any window.
+void TestBlockScene::cleanupTestCase()
+{
+    QQuickWindow window;
+    window.releaseResources();
+    QSignalSpy frames(&window, &QQuickWindow::frameSwapped);
+    window.show();
+    QVERIFY(frames.wait());
 }
 
 QQuickItem *TestBlockScene::area(const QString &alias) const
