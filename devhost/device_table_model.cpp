@@ -4,6 +4,7 @@
 #include "devhost/known_device.h"
 
 #include <QColor>
+#include <QIcon>
 #include <QPainter>
 #include <QPixmap>
 
@@ -28,6 +29,15 @@ QPixmap presenceDot(bool present)
     painter.setBrush(present ? QBrush(QColor(PresentColor)) : QBrush(Qt::NoBrush));
     painter.drawEllipse(QRectF(1.5, 1.5, 9, 9));
     return dot;
+}
+
+// The same dot for every state of its row: a style would tint it where the row is selected.
+QIcon presenceIcon(bool present)
+{
+    const QPixmap dot = presenceDot(present);
+    QIcon icon(dot);
+    icon.addPixmap(dot, QIcon::Selected);
+    return icon;
 }
 
 } // namespace
@@ -127,7 +137,7 @@ QVariant DeviceTableModel::data(const QModelIndex &index, int role) const
     case Qt::ToolTipRole:
         return shown(device, index.column());
     case Qt::DecorationRole:
-        return index.column() == Presence ? QVariant(presenceDot(device.isPresent())) : QVariant();
+        return index.column() == Presence ? QVariant(presenceIcon(device.isPresent())) : QVariant();
     case Qt::ForegroundRole:
         return colorOf(device, index.column());
     default:

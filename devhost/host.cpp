@@ -53,6 +53,7 @@ void Host::useInterface(const QNetworkInterface &interface)
     m_interface = interface;
     reportProblem(m_finder.listenOn(interface));
     m_sessions.setInterfaceIndex(interface.index());
+    emit interfaceChanged();
 }
 
 void Host::reportProblem(const QString &sentence, const QString &deviceName)

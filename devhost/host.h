@@ -46,6 +46,7 @@ signals:
     void problem(const QString &sentence);
     /// A status text of a plugin or of the host; already in the log.
     void status(const QString &text);
+    void interfaceChanged();
 
 private:
     void wireLog();

@@ -50,7 +50,7 @@ HostWindow::HostWindow(Host *host, const QString &snapshotFolder)
     setUpStatusBar();
     setUpConnections();
     refreshActions();
-    refreshCounts();
+    showInterface();
 }
 
 QWidget *HostWindow::createDevicePart()
@@ -67,6 +67,7 @@ void HostWindow::setUpStatusBar()
 {
     m_status->setObjectName(QStringLiteral("hostStatus"));
     m_status->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    statusBar()->setContentsMargins(8, 0, 8, 0);
     statusBar()->addWidget(m_status, 1);
     statusBar()->addPermanentWidget(m_counts);
 }
@@ -77,6 +78,7 @@ void HostWindow::setUpConnections()
     connect(m_host, &Host::status, this, [this](const QString &text) { showStatus(text, false); });
     connect(m_log, &LogPanel::problem, this, [this](const QString &text) { m_host->reportProblem(text); });
     connect(m_log, &LogPanel::saved, this, [this](const QString &text) { m_host->reportStatus(text); });
+    connect(m_host, &Host::interfaceChanged, this, &HostWindow::showInterface);
     connect(m_snapshots, &SnapshotDialogs::saved, this,
             [this](const QString &text) { m_host->reportStatus(text); });
     connect(m_devices, &DeviceView::openRequested, this, &HostWindow::open);
@@ -129,13 +131,15 @@ void HostWindow::refreshCounts()
                           .arg(m_host->interface().name()));
 }
 
-void HostWindow::refreshEmptyText()
+void HostWindow::showInterface()
 {
+    const QString name = m_host->interface().name();
+    m_interfaces->setCurrentIndex(m_interfaces->findData(name));
     m_devices->setEmptyText(
-        tr("Looking for devices on %1 ...\nA device announces itself once a second. Nothing "
-           "here? Check its cable and choose the network interface it is connected to, or "
-           "start the host with --simulate 1.")
-            .arg(m_host->interface().name()));
+        tr("Looking for devices on %1 ...\nA device announces itself once a second. Nothing here? Check its "
+           "cable and choose the network interface it is connected to, or start the host with --simulate 1.")
+            .arg(name));
+    refreshCounts();
 }
 
 void HostWindow::showDeviceList(const QString &deviceName)

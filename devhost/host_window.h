@@ -6,6 +6,7 @@ class QAction;
 class QComboBox;
 class QLabel;
 class QMenu;
+class QToolBar;
 
 namespace devhost {
 
@@ -45,9 +46,10 @@ private:
     void fillPresetMenu(QMenu *menu, const QString &tip, bool store);
     void fillFaultMenu();
     void createToolBar();
+    void addMenuButton(QToolBar *bar, QMenu *menu, const QString &text);
     QAction *addAction(QMenu *menu, const QString &text, const QKeySequence &keys, const QString &tip,
                        void (HostWindow::*slot)());
-    void fillInterfaces();
+    void fillInterfaceChooser();
 
     // What the actions do
     void openSelected();
@@ -65,7 +67,7 @@ private:
     // Keeping the window true
     void refreshActions();
     void refreshCounts();
-    void refreshEmptyText();
+    void showInterface();
     void showDeviceList(const QString &deviceName);
     void showStatus(const QString &text, bool highlight);
 

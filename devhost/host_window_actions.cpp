@@ -13,7 +13,6 @@
 
 #include <QActionGroup>
 #include <QComboBox>
-#include <QLabel>
 #include <QMenuBar>
 #include <QMessageBox>
 #include <QToolBar>
@@ -24,16 +23,6 @@ namespace devhost {
 namespace {
 
 constexpr int PresetCount = 8;
-
-QToolButton *menuButton(QMenu *menu, const QString &text)
-{
-    auto *button = new QToolButton;
-    button->setText(text + QStringLiteral("    "));
-    button->setToolTip(menu->toolTip());
-    button->setMenu(menu);
-    button->setPopupMode(QToolButton::InstantPopup);
-    return button;
-}
 
 } // namespace
 
@@ -67,9 +56,9 @@ void HostWindow::createActions()
 
 void HostWindow::fillDeviceMenu(QMenu *menu)
 {
-    m_open = addAction(menu, tr("&Open Editor"), tr("Ctrl+O"), tr("Open the editor of the selected device"),
+    m_open = addAction(menu, tr("&Open"), tr("Ctrl+O"), tr("Open the editor of the selected device"),
                        &HostWindow::openSelected);
-    QAction *close = addAction(menu, tr("&Close Editor"), tr("Ctrl+W"),
+    QAction *close = addAction(menu, tr("&Close"), tr("Ctrl+W"),
                                tr("Close the editor of the selected device"), &HostWindow::closeSelected);
     menu->addSeparator();
     QAction *save = addAction(menu, tr("&Save Snapshot..."), tr("Ctrl+S"),
@@ -126,31 +115,38 @@ void HostWindow::createToolBar()
     bar->addAction(m_editorActions.at(1));
     bar->addAction(m_editorActions.at(2));
     bar->addSeparator();
-    for (QMenu *menu : {m_storeMenu, m_recallMenu, m_faultMenu}) {
-        QToolButton *button = menuButton(menu, menu->title().remove(QLatin1Char('&')));
-        bar->addWidget(button);
-        connect(menu->menuAction(), &QAction::changed, button,
-                [button, menu] { button->setEnabled(menu->menuAction()->isEnabled()); });
-    }
+    addMenuButton(bar, m_storeMenu, tr("Store Preset"));
+    addMenuButton(bar, m_recallMenu, tr("Recall Preset"));
+    addMenuButton(bar, m_faultMenu, tr("Faults"));
     auto *gap = new QWidget;
     gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
     bar->addWidget(gap);
-    auto *caption = new QLabel(tr("Network interface "));
-    bar->addWidget(caption);
-    m_interfaces->setToolTip(tr("Devices are looked for on this network interface"));
-    m_interfaces->setAccessibleName(tr("Network interface"));
+    fillInterfaceChooser();
     bar->addWidget(m_interfaces);
-    fillInterfaces();
 }
 
-void HostWindow::fillInterfaces()
+void HostWindow::addMenuButton(QToolBar *bar, QMenu *menu, const QString &text)
+{
+    auto *button = new QToolButton;
+    button->setText(text + QStringLiteral("   ")); // room for the arrow
+    button->setToolTip(menu->toolTip());
+    button->setMenu(menu);
+    button->setPopupMode(QToolButton::InstantPopup);
+    bar->addWidget(button);
+    connect(menu->menuAction(), &QAction::changed, button,
+            [button, menu] { button->setEnabled(menu->menuAction()->isEnabled()); });
+}
+
+void HostWindow::fillInterfaceChooser()
 {
     for (const QNetworkInterface &interface : usableInterfaces())
-        m_interfaces->addItem(interface.humanReadableName(), interface.name());
-    m_interfaces->setCurrentIndex(m_interfaces->findData(m_host->interface().name()));
+        m_interfaces->addItem(tr("Interface: %1").arg(interface.humanReadableName()), interface.name());
+    m_interfaces->setObjectName(QStringLiteral("interfaceChooser"));
+    m_interfaces->setToolTip(tr("Devices are looked for on this network interface"));
+    m_interfaces->setAccessibleName(tr("Network interface"));
+    m_interfaces->setMinimumWidth(130);
     connect(m_interfaces, QOverload<int>::of(&QComboBox::activated), this,
             [this] { useInterface(m_interfaces->currentData().toString()); });
-    refreshEmptyText();
 }
 
 void HostWindow::useInterface(const QString &name)
@@ -159,8 +155,8 @@ void HostWindow::useInterface(const QString &name)
     m_host->reportProblem(choice.error);
     if (choice.error.isEmpty())
         m_host->useInterface(choice.interface);
-    refreshEmptyText();
-    refreshCounts();
+    else
+        showInterface();
 }
 
 void HostWindow::openSelected()

@@ -20,6 +20,16 @@
 
 namespace devhost {
 
+namespace {
+
+// Four buttons that are down most of the time would outshine the log in the accent's colour.
+const char PanelSheet[]
+    = "QToolButton:checked { background-color: #3c3f43; border-color: #ff7707; color: #e6e6e6; }"
+      "QToolButton[checkable=\"true\"]:!checked { background-color: transparent; color: #8a8f95; }"
+      "QTableView::item:selected { background-color: #513c28; color: #ffffff; }";
+
+} // namespace
+
 LogPanel::LogPanel(CommunicationLog *log, QWidget *parent)
     : QWidget(parent)
     , m_log(log)
@@ -27,8 +37,9 @@ LogPanel::LogPanel(CommunicationLog *log, QWidget *parent)
     , m_view(new QTableView(this))
     , m_filterEdit(new QLineEdit(this))
 {
+    setStyleSheet(QLatin1String(PanelSheet));
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
+    column->setContentsMargins(0, 6, 0, 0);
     column->setSpacing(6);
     column->addLayout(createToolRow());
     column->addWidget(m_view);

@@ -3,6 +3,7 @@
 #include "devhost/look.h"
 #include "devhost/network_choice.h"
 #include "devhost/options.h"
+#include "devhost/tour/tour_run.h"
 #include "devhost/upload_port.h"
 
 #include <QApplication>
@@ -14,6 +15,18 @@ int complain(const QString &sentence)
 {
     QTextStream(stderr) << "plexo-devhost: " << sentence << Qt::endl;
     return 2;
+}
+
+/// The exit code: 0 when every step was confirmed.
+int takeTour(devhost::Host *host, devhost::HostWindow *window, const QString &folder)
+{
+    // The tour types into file dialogs and finds their parts by name.
+    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    devhost::tour::TourRun run(host, window, folder);
+    QObject::connect(&run, &devhost::tour::TourRun::finished, qApp,
+                     [](bool success) { QApplication::exit(success ? 0 : 1); });
+    const QString error = run.start();
+    return error.isEmpty() ? QApplication::exec() : complain(error);
 }
 
 } // namespace
@@ -44,5 +57,7 @@ int main(int argc, char *argv[])
     host.start(parsed.options, choice.interface);
     window.setNotice(devhost::uploadPortProblem());
     window.show();
-    return application.exec();
+    if (parsed.options.tourFolder.isEmpty())
+        return application.exec();
+    return takeTour(&host, &window, parsed.options.tourFolder);
 }

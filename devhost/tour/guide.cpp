@@ -1,0 +1,189 @@
+#include "devhost/tour/guide.h"
+
+#include "devhost/host.h"
+#include "devhost/host_window.h"
+#include "devhost/known_device.h"
+#include "devhost/tour/hands.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QTabBar>
+#include <QTabWidget>
+#include <QWindow>
+
+namespace devhost::tour {
+
+namespace {
+
+constexpr int FullQuery = 35; // replies until an editor has read the whole device
+
+QString textOf(const QJsonValue &value)
+{
+    const QByteArray array = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(array.mid(1, array.size() - 2));
+}
+
+} // namespace
+
+QString unless(bool holds, const QString &what)
+{
+    return holds ? QString() : what;
+}
+
+Guide::Guide(Host *host, HostWindow *window, const QString &folder, QObject *parent)
+    : QObject(parent)
+    , m_host(host)
+    , m_window(window)
+    , m_folder(folder)
+    , m_traffic(host->transport())
+{
+}
+
+KnownDevice *Guide::device() const
+{
+    return m_host->finder()->devices().value(0);
+}
+
+EditorSession *Guide::session() const
+{
+    return device() ? m_host->sessions()->session(device()->name()) : nullptr;
+}
+
+QWidget *Guide::editor() const
+{
+    return session() ? session()->editor() : nullptr;
+}
+
+QWidget *Guide::windowTitled(const QString &title) const
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->isVisible() && widget->windowTitle() == title)
+            return widget;
+    }
+    return nullptr;
+}
+
+QTabBar *Guide::tabBarOf(const QString &tabWidget) const
+{
+    const auto *tabs = find<QTabWidget>(tabWidget);
+    return tabs ? tabs->tabBar() : nullptr;
+}
+
+QTabBar *Guide::pages() const
+{
+    return tabBarOf(QStringLiteral("tabWidget"));
+}
+
+QWindow *Guide::scene() const
+{
+    for (QWindow *window : QGuiApplication::allWindows()) {
+        if (window->inherits("QQuickWindow") && window->isVisible())
+            return window;
+    }
+    return nullptr;
+}
+
+std::function<QRect()> Guide::areaOf(const std::function<QWidget *()> &window) const
+{
+    return [window]() -> QRect {
+        QWidget *widget = window();
+        if (!widget)
+            return QRect();
+        widget->window()->raise();
+        return widget->window()->frameGeometry();
+    };
+}
+
+std::function<QRect()> Guide::editorArea() const
+{
+    return areaOf([this] { return editor(); });
+}
+
+std::function<QRect()> Guide::titledArea(const QString &title) const
+{
+    return areaOf([this, title] { return windowTitled(title); });
+}
+
+Step Guide::confirmed(const QString &name, const std::function<QString()> &act, const QString &path,
+                      const QJsonValue &value)
+{
+    Step step;
+    step.name = name;
+    step.act = [this, act] {
+        m_traffic.forget();
+        return act();
+    };
+    step.missing = [this, path, value] { return missingConfirmation(path, value); };
+    step.area = editorArea();
+    return step;
+}
+
+Step Guide::page(const QString &name, int index, const QString &picture)
+{
+    Step step;
+    step.name = name;
+    step.act = [this, index] { return hands::chooseTab(pages(), index); };
+    step.missing = [this, index] {
+        return unless(pages() && pages()->currentIndex() == index,
+                      QStringLiteral("the page is not in front"));
+    };
+    step.picture = picture;
+    step.area = editorArea();
+    return step;
+}
+
+Step Guide::push(const QString &name, const QString &button, const QString &path)
+{
+    return confirmed(
+        name, [this, button] { return hands::click(find(button)); }, path);
+}
+
+Step Guide::set(const QString &name, const QString &box, bool checked, const QString &path,
+                const QJsonValue &value)
+{
+    return confirmed(
+        name, [this, box, checked] { return hands::check(find<QCheckBox>(box), checked); }, path, value);
+}
+
+Step Guide::look(const QString &name, const QStringList &paths)
+{
+    Step step;
+    step.name = name;
+    step.act = [this, paths] {
+        m_probe.read(*device(), paths);
+        return QString();
+    };
+    step.missing = [this] { return unless(m_probe.isDone(), QStringLiteral("the device has not answered")); };
+    return step;
+}
+
+QString Guide::missingUntilLive() const
+{
+    const QWidget *frame = find(QStringLiteral("plugin_frame"));
+    if (!frame || !frame->isEnabled())
+        return QStringLiteral("the editor is not enabled");
+    return unless(m_traffic.count(QStringLiteral("set"), QStringLiteral("/control/req_metering")) > 0,
+                  QStringLiteral("no levels have been asked for"));
+}
+
+QString Guide::missingUntilReread() const
+{
+    const int gets = m_traffic.countAll(QStringLiteral("get"));
+    if (gets < FullQuery)
+        return QStringLiteral("only %1 of %2 sections have been read").arg(gets).arg(FullQuery);
+    return missingUntilLive();
+}
+
+QString Guide::missingConfirmation(const QString &path, const QJsonValue &value) const
+{
+    const QJsonValue answer = m_traffic.value(QStringLiteral("set"), path);
+    if (answer.isUndefined())
+        return QStringLiteral("%1 is not confirmed").arg(path);
+    if (value.isUndefined() || answer == value)
+        return QString();
+    return QStringLiteral("%1 is confirmed as %2, not %3").arg(path, textOf(answer), textOf(value));
+}
+
+} // namespace devhost::tour

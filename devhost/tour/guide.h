@@ -1,0 +1,95 @@
+#pragma once
+
+#include "devhost/tour/device_probe.h"
+#include "devhost/tour/step.h"
+#include "devhost/tour/traffic_watch.h"
+
+#include <QElapsedTimer>
+#include <QPointer>
+#include <QRect>
+#include <QWidget>
+
+class QTabBar;
+class QWindow;
+
+namespace devhost {
+class EditorSession;
+class Host;
+class HostWindow;
+class KnownDevice;
+} // namespace devhost
+
+namespace devhost::tour {
+
+/// Knows where things are on screen and what the device has said; the steps of every area use it.
+class Guide : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// Neither is owned. @p folder is where steps may keep files.
+    Guide(Host *host, HostWindow *window, const QString &folder, QObject *parent = nullptr);
+
+    Host *host() const { return m_host; }
+    HostWindow *window() const { return m_window; }
+    QString folder() const { return m_folder; }
+    /// The first device found; null before that.
+    KnownDevice *device() const;
+    EditorSession *session() const;
+    TrafficWatch &traffic() { return m_traffic; }
+    DeviceProbe &probe() { return m_probe; }
+
+    /// A widget of the editor by object name; null when there is none of that type.
+    template <typename T = QWidget>
+    T *find(const QString &objectName) const
+    {
+        const QWidget *window = editor();
+        return window ? window->findChild<T *>(objectName) : nullptr;
+    }
+    QWidget *editor() const;
+    /// A visible window by title; null when there is none.
+    QWidget *windowTitled(const QString &title) const;
+    QTabBar *pages() const;
+    QTabBar *tabBarOf(const QString &tabWidget) const;
+    /// The Quick view in the editor; null while it has none.
+    QWindow *scene() const;
+
+    /// The frame and all of a window, as an area to picture; raises it first.
+    std::function<QRect()> areaOf(const std::function<QWidget *()> &window) const;
+    std::function<QRect()> editorArea() const;
+    std::function<QRect()> titledArea(const QString &title) const;
+
+    // Steps that every area needs
+
+    /// A page of the editor's tabs, pictured when @p picture is not empty.
+    Step page(const QString &name, int index, const QString &picture);
+    /// Clicks a button of the editor and waits for the device to confirm @p path.
+    Step push(const QString &name, const QString &button, const QString &path);
+    /// Sets a check box of the editor and waits for the device to confirm @p path with @p value.
+    Step set(const QString &name, const QString &box, bool checked, const QString &path,
+             const QJsonValue &value);
+    /// Does @p act and waits for a confirmed set of @p path that has @p value; undefined: any value.
+    Step confirmed(const QString &name, const std::function<QString()> &act, const QString &path,
+                   const QJsonValue &value = QJsonValue(QJsonValue::Undefined));
+    /// Asks the device for @p paths; probe().values() holds the answers afterwards.
+    Step look(const QString &name, const QStringList &paths);
+
+    /// What is missing until the editor shows a device that has been read completely.
+    QString missingUntilLive() const;
+    /// The same, after all of the device was read anew since the traffic was forgotten.
+    QString missingUntilReread() const;
+    /// What is missing until a set of @p path is confirmed with @p value; undefined: any value.
+    QString missingConfirmation(const QString &path, const QJsonValue &value) const;
+
+private:
+    Host *m_host;
+    HostWindow *m_window;
+    QString m_folder;
+    TrafficWatch m_traffic;
+    DeviceProbe m_probe;
+};
+
+/// Empty when @p holds, else @p what.
+QString unless(bool holds, const QString &what);
+
+} // namespace devhost::tour

@@ -1,0 +1,119 @@
+#include "devhost/tour/tour.h"
+
+#include <QGuiApplication>
+#include <QPixmap>
+#include <QScreen>
+
+namespace devhost::tour {
+
+Tour::Tour(const Steps &steps, const QString &folder, QTextStream *out, QObject *parent)
+    : QObject(parent)
+    , m_steps(steps)
+    , m_folder(folder)
+    , m_out(out)
+{
+    m_poll.setInterval(20);
+    connect(&m_poll, &QTimer::timeout, this, &Tour::poll);
+}
+
+void Tour::setPace(int pollMs, int paintMs)
+{
+    m_poll.setInterval(pollMs);
+    m_paintMs = paintMs;
+}
+
+void Tour::start()
+{
+    m_poll.start();
+    begin();
+}
+
+void Tour::begin()
+{
+    if (m_current == m_steps.size()) {
+        m_poll.stop();
+        emit finished(true);
+        return;
+    }
+    m_phase = Phase::Acting;
+    m_clock.start();
+    // Posted: the act may open a dialog and return only after later steps have closed it.
+    QMetaObject::invokeMethod(
+        this, [this, number = m_current] { act(number); }, Qt::QueuedConnection);
+}
+
+void Tour::act(int number)
+{
+    m_phase = Phase::Waiting;
+    const Step step = m_steps.at(number);
+    const QString obstacle = step.act ? step.act() : QString();
+    if (!obstacle.isEmpty() && number == m_current)
+        end(obstacle);
+}
+
+void Tour::poll()
+{
+    const Step &step = m_steps.at(m_current);
+    if (m_phase == Phase::Painting) {
+        if (m_clock.elapsed() >= m_paintMs)
+            photograph();
+        return;
+    }
+    if (m_phase == Phase::Acting)
+        return;
+    const QString missing = step.missing ? step.missing() : QString();
+    if (missing.isEmpty())
+        confirm();
+    else if (m_clock.elapsed() > step.timeLimitMs)
+        end(QStringLiteral("after %1 s %2").arg(step.timeLimitMs / 1000.0).arg(missing));
+}
+
+void Tour::confirm()
+{
+    if (m_steps.at(m_current).picture.isEmpty()) {
+        print(QStringLiteral("ok"));
+        ++m_current;
+        begin();
+        return;
+    }
+    m_phase = Phase::Painting;
+    m_clock.start();
+    m_steps.at(m_current).area();
+}
+
+void Tour::photograph()
+{
+    const Step &step = m_steps.at(m_current);
+    const QString name
+        = QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(step.picture);
+    const QRect area = step.area();
+    // The screen, not the widget: a Quick view and the windows above are on it as the user sees them.
+    const QPixmap picture
+        = QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height());
+    if (area.isEmpty() || picture.isNull() || !picture.save(m_folder.filePath(name))) {
+        end(QStringLiteral("the picture %1 could not be taken").arg(name));
+        return;
+    }
+    print(QStringLiteral("ok"));
+    ++m_current;
+    begin();
+}
+
+void Tour::end(const QString &failure)
+{
+    m_poll.stop();
+    print(QStringLiteral("FAILED: %1").arg(failure));
+    QGuiApplication::primaryScreen()->grabWindow(0).save(m_folder.filePath(QStringLiteral("failed.png")));
+    emit finished(false);
+}
+
+void Tour::print(const QString &outcome)
+{
+    *m_out << QStringLiteral("%1/%2 %3: %4")
+                  .arg(m_current + 1)
+                  .arg(m_steps.size())
+                  .arg(m_steps.at(m_current).name, outcome)
+           << Qt::endl;
+}
+
+} // namespace devhost::tour

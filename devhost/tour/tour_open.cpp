@@ -1,0 +1,118 @@
+// Opening, identifying, refreshing and closing.
+
+#include "devhost/device_view.h"
+#include "devhost/host_window.h"
+#include "devhost/known_device.h"
+#include "devhost/tour/areas.h"
+#include "devhost/tour/guide.h"
+#include "devhost/tour/hands.h"
+
+namespace devhost::tour {
+
+namespace {
+
+constexpr int QuietPolls = 2; // by which time the poll's rhythm shows in the recorded messages
+
+QString identifyPath()
+{
+    return QStringLiteral("/control/identify");
+}
+
+Step find(Guide &guide)
+{
+    Step step;
+    step.name = QStringLiteral("find the first device");
+    step.missing = [&guide] {
+        return unless(guide.device() && guide.device()->isPresent(),
+                      QStringLiteral("no device has announced itself"));
+    };
+    step.picture = QStringLiteral("host");
+    step.area = guide.areaOf([&guide] { return guide.window(); });
+    return step;
+}
+
+Step open(Guide &guide)
+{
+    Step step;
+    step.name = QStringLiteral("open its editor with a double-click");
+    step.act = [&guide] {
+        const auto *view = guide.window()->findChild<DeviceView *>();
+        return hands::doubleClick(view->viewport(), view->visualRect(view->model()->index(0, 1)).center());
+    };
+    step.missing = [&guide] {
+        return unless(guide.editor() && guide.editor()->isVisible(), QStringLiteral("no editor is shown"));
+    };
+    return step;
+}
+
+Step live(Guide &guide)
+{
+    Step step;
+    step.name = QStringLiteral("the editor comes alive");
+    step.missing = [&guide] { return guide.missingUntilReread(); };
+    step.picture = QStringLiteral("device-config");
+    step.area = guide.editorArea();
+    step.timeLimitMs = 30000;
+    return step;
+}
+
+Step watchPolls(Guide &guide)
+{
+    Step step;
+    step.name = QStringLiteral("left alone, it polls the device");
+    step.act = [&guide] {
+        guide.traffic().forget();
+        return QString();
+    };
+    step.missing = [&guide] {
+        return unless(guide.traffic().count(QStringLiteral("get"), QStringLiteral("/status/usb"))
+                          > QuietPolls,
+                      QStringLiteral("too few polls"));
+    };
+    return step;
+}
+
+Step refresh(Guide &guide)
+{
+    Step step;
+    step.name = QStringLiteral("refresh reads the device anew");
+    step.act = [&guide] {
+        guide.traffic().forget();
+        return hands::click(guide.find(QStringLiteral("refresh_pushButton")));
+    };
+    step.missing = [&guide] { return guide.missingUntilReread(); };
+    step.timeLimitMs = 30000;
+    return step;
+}
+
+} // namespace
+
+Steps openSteps(Guide &guide)
+{
+    const QString box = QStringLiteral("identify_checkBox");
+    Step identify = guide.set(QStringLiteral("identify on"), box, true, identifyPath(), true);
+    identify.picture = QStringLiteral("identify");
+    return {find(guide),   open(guide),
+            live(guide),   watchPolls(guide),
+            identify,      guide.set(QStringLiteral("identify off"), box, false, identifyPath(), false),
+            refresh(guide)};
+}
+
+Steps closeSteps(Guide &guide)
+{
+    Step log;
+    log.name = QStringLiteral("the host's log shows it all");
+    log.picture = QStringLiteral("host-log");
+    log.area = guide.areaOf([&guide] { return guide.window(); });
+    Step close
+        = guide.push(QStringLiteral("close the editor"), QStringLiteral("close_pushButton"), identifyPath());
+    close.missing = [&guide] {
+        const QString unconfirmed = guide.missingConfirmation(identifyPath(), false);
+        if (!unconfirmed.isEmpty())
+            return unconfirmed;
+        return unless(!guide.session(), QStringLiteral("the editor is still open"));
+    };
+    return {log, close};
+}
+
+} // namespace devhost::tour

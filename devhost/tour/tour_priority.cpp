@@ -1,0 +1,120 @@
+// The pairing-priority dialog.
+
+#include "devhost/tour/areas.h"
+#include "devhost/tour/guide.h"
+#include "devhost/tour/hands.h"
+
+#include <QDialogButtonBox>
+#include <QPushButton>
+#include <QSharedPointer>
+#include <QStyle>
+#include <QStyleOptionViewItem>
+#include <QTableWidget>
+
+namespace devhost::tour {
+
+namespace {
+
+QString title()
+{
+    return QStringLiteral("Bluetooth Pairing Priority");
+}
+
+QTableWidget *table(const Guide &guide)
+{
+    const QWidget *dialog = guide.windowTitled(title());
+    return dialog ? dialog->findChild<QTableWidget *>(QStringLiteral("tableWidget")) : nullptr;
+}
+
+bool isProtected(const Guide &guide, int row)
+{
+    const QTableWidgetItem *item = table(guide) ? table(guide)->item(row, 0) : nullptr;
+    return item && item->checkState() == Qt::Checked;
+}
+
+QString clickBox(const Guide &guide, int row)
+{
+    QTableWidget *view = table(guide);
+    if (!view || !view->item(row, 0))
+        return QStringLiteral("no phone is listed");
+    QStyleOptionViewItem option;
+    option.initFrom(view);
+    option.rect = view->visualItemRect(view->item(row, 0));
+    option.features = QStyleOptionViewItem::HasCheckIndicator;
+    option.widget = view;
+    const QRect box = view->style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, view);
+    return hands::click(view->viewport(), box.center());
+}
+
+Step open(Guide &guide, const QString &name, const QString &picture)
+{
+    Step step;
+    step.name = name;
+    step.act
+        = [&guide] { return hands::click(guide.find(QStringLiteral("bt_priority_pairing_pushButton"))); };
+    step.missing = [&guide] {
+        return unless(table(guide) && table(guide)->rowCount() > 0,
+                      QStringLiteral("the dialog shows no phones"));
+    };
+    step.picture = picture;
+    step.area = guide.titledArea(title());
+    return step;
+}
+
+Step applyChanges(Guide &guide)
+{
+    const QString first = QStringLiteral("/status/bluetooth/list/0/keep");
+    Step step = guide.confirmed(
+        QStringLiteral("apply the changes"),
+        [&guide] {
+            const QWidget *dialog = guide.windowTitled(title());
+            const auto *box = dialog ? dialog->findChild<QDialogButtonBox *>() : nullptr;
+            return hands::click(box ? box->button(QDialogButtonBox::Ok) : nullptr);
+        },
+        first);
+    step.missing = [&guide, first] {
+        const QString unconfirmed = guide.missingConfirmation(first, QJsonValue(QJsonValue::Undefined));
+        if (!unconfirmed.isEmpty())
+            return unconfirmed;
+        if (guide.windowTitled(title()))
+            return QStringLiteral("the dialog is still open");
+        // The hidden dialog takes over what the device says with the next poll.
+        return unless(guide.traffic().count(QStringLiteral("get"), QStringLiteral("/status/bluetooth/device"))
+                          > 1,
+                      QStringLiteral("the phones have not been read again"));
+    };
+    return step;
+}
+
+} // namespace
+
+Steps prioritySteps(Guide &guide)
+{
+    const QSharedPointer<bool> before(new bool(false));
+    Step tick;
+    tick.name = QStringLiteral("change the protection of the first phone");
+    tick.act = [&guide, before] {
+        *before = isProtected(guide, 0);
+        return clickBox(guide, 0);
+    };
+    tick.missing = [&guide, before] {
+        return unless(isProtected(guide, 0) != *before, QStringLiteral("its box has not changed"));
+    };
+    Step see = open(guide, QStringLiteral("the device has kept the change"), QStringLiteral("priority-kept"));
+    const auto opened = see.missing;
+    see.missing = [&guide, before, opened] {
+        const QString closed = opened();
+        return closed.isEmpty()
+            ? unless(isProtected(guide, 0) != *before, QStringLiteral("the box is as before"))
+            : closed;
+    };
+    Step close;
+    close.name = QStringLiteral("close the dialog with Escape");
+    close.act = [&guide] { return hands::press(guide.windowTitled(title()), Qt::Key_Escape); };
+    close.missing
+        = [&guide] { return unless(!guide.windowTitled(title()), QStringLiteral("it is still open")); };
+    return {open(guide, QStringLiteral("open the pairing priority"), QStringLiteral("priority")), tick,
+            applyChanges(guide), see, close};
+}
+
+} // namespace devhost::tour

@@ -1,0 +1,252 @@
+// Bluetooth, USB and voice cue settings.
+
+#include "devhost/tour/areas.h"
+#include "devhost/tour/dsp_places.h"
+#include "devhost/tour/guide.h"
+#include "devhost/tour/hands.h"
+
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QSharedPointer>
+
+namespace devhost::tour {
+
+namespace {
+
+constexpr int RemoteTab = 1;
+constexpr int SettingsTab = 0;
+constexpr int UnavailableSource = 7; // "BT IN 2", taken away by every USB mode but 2x2
+
+QString usbMode()
+{
+    return QStringLiteral("/system/usb/mode");
+}
+
+QString bluetooth(const char *setting)
+{
+    return QStringLiteral("/system/bluetooth/%1").arg(QLatin1String(setting));
+}
+
+QString remote(const char *key)
+{
+    return QStringLiteral("/control/bluetooth/%1").arg(QLatin1String(key));
+}
+
+QString shown(const Guide &guide, const char *label)
+{
+    const auto *widget = guide.find<QLabel>(QLatin1String(label));
+    return widget ? widget->text() : QString();
+}
+
+QString fieldText(const Guide &guide, const char *field)
+{
+    const auto *widget = guide.find<QLineEdit>(QLatin1String(field));
+    return widget ? widget->text() : QString();
+}
+
+Step switchBluetooth(Guide &guide, bool on)
+{
+    Step step = guide.set(on ? QStringLiteral("Bluetooth on") : QStringLiteral("Bluetooth off"),
+                          QStringLiteral("bt_interface_en_checkBox"), on, bluetooth("enable"), on);
+    step.missing = [&guide, on] {
+        const QString unconfirmed = guide.missingConfirmation(bluetooth("enable"), on);
+        const QWidget *tabs = guide.find(QStringLiteral("bt_tabWidget"));
+        if (!unconfirmed.isEmpty())
+            return unconfirmed;
+        return unless(tabs && tabs->isEnabled() == on, QStringLiteral("the Bluetooth tabs do not follow"));
+    };
+    if (!on)
+        step.picture = QStringLiteral("bluetooth-off");
+    return step;
+}
+
+Step rename(Guide &guide)
+{
+    const QString name = QStringLiteral("Stage_KBX");
+    return guide.confirmed(
+        QStringLiteral("rename it"),
+        [&guide, name] {
+            const QString why = hands::enter(guide.find(QStringLiteral("bt_friendly_name_lineEdit")), name);
+            return why.isEmpty()
+                ? hands::click(guide.find(QStringLiteral("bt_apply_friendly_name_pushButton")))
+                : why;
+        },
+        bluetooth("name"), name);
+}
+
+Step becomeDiscoverable(Guide &guide)
+{
+    Step step = guide.push(QStringLiteral("activate pairing"),
+                           QStringLiteral("bt_activate_pairing_pushButton"), remote("pair"));
+    step.missing = [&guide] {
+        const QString state = fieldText(guide, "bt_status_lineEdit");
+        return unless(state == QLatin1String("discoverable") || state == QLatin1String("pairing"),
+                      QStringLiteral("the status is \"%1\"").arg(state));
+    };
+    step.picture = QStringLiteral("pairing");
+    return step;
+}
+
+Step becomeConnected(Guide &guide)
+{
+    Step step;
+    step.name = QStringLiteral("a phone pairs and connects");
+    step.missing = [&guide] {
+        const QString state = fieldText(guide, "bt_status_lineEdit");
+        const bool named = !fieldText(guide, "bt_connected_dev_lineEdit").isEmpty();
+        return unless(state == QLatin1String("connected") && named,
+                      QStringLiteral("the status is \"%1\"").arg(state));
+    };
+    step.picture = QStringLiteral("connected");
+    step.area = guide.editorArea();
+    step.timeLimitMs = 30000;
+    return step;
+}
+
+Step bluetoothTab(Guide &guide, const QString &name, int index)
+{
+    Step step;
+    step.name = name;
+    step.act
+        = [&guide, index] { return hands::chooseTab(guide.tabBarOf(QStringLiteral("bt_tabWidget")), index); };
+    return step;
+}
+
+/// A media key that changes the track on display.
+Step changeTrack(Guide &guide, const QString &name, const char *button, const char *key)
+{
+    const QSharedPointer<QString> before(new QString);
+    Step step = guide.confirmed(
+        name,
+        [&guide, before, button] {
+            *before = shown(guide, "bt_track_label");
+            return hands::click(guide.find(QLatin1String(button)));
+        },
+        remote(key));
+    step.missing = [&guide, before, key] {
+        const QString unconfirmed = guide.missingConfirmation(remote(key), QJsonValue(QJsonValue::Undefined));
+        if (!unconfirmed.isEmpty())
+            return unconfirmed;
+        return unless(shown(guide, "bt_track_label") != *before, QStringLiteral("the track is the same"));
+    };
+    step.picture = QStringLiteral("track-%1").arg(QLatin1String(key));
+    return step;
+}
+
+Steps remoteSteps(Guide &guide)
+{
+    return {
+        bluetoothTab(guide, QStringLiteral("go to the phone's remote control"), RemoteTab),
+        guide.push(QStringLiteral("pause"), QStringLiteral("avrcp_pause_pushButton"), remote("pause")),
+        guide.push(QStringLiteral("play"), QStringLiteral("avrcp_play_pushButton"), remote("play")),
+        changeTrack(guide, QStringLiteral("next track"), "avrcp_next_pushButton", "next"),
+        changeTrack(guide, QStringLiteral("previous track"), "avrcp_prev_pushButton", "prev"),
+        guide.push(QStringLiteral("louder"), QStringLiteral("avrcp_vol_up_pushButton"), remote("vol_up")),
+        guide.push(QStringLiteral("softer"), QStringLiteral("avrcp_vol_dn_pushButton"), remote("vol_down")),
+        bluetoothTab(guide, QStringLiteral("go back to the Bluetooth settings"), SettingsTab),
+    };
+}
+
+bool mixerCellEnabled(const Guide &guide)
+{
+    const QWidget *dial = dialOf(guide, UnavailableSource, 0);
+    return dial && dial->isEnabled();
+}
+
+Step withOverlay(Guide &guide, Step step, bool available, const QString &word)
+{
+    step.missing = [&guide, available, word] {
+        const QString unconfirmed = guide.missingConfirmation(usbMode(), word);
+        if (!unconfirmed.isEmpty())
+            return unconfirmed;
+        return unless(mixerCellEnabled(guide) == available, QStringLiteral("the mixer does not follow"));
+    };
+    return step;
+}
+
+Step chooseMode(Guide &guide, const QString &name, int index, const QString &word)
+{
+    const Step step = guide.confirmed(
+        name,
+        [&guide, index] {
+            return hands::choose(guide.find<QComboBox>(QStringLiteral("usb_audio_mode_comboBox")), index);
+        },
+        usbMode(), word);
+    return withOverlay(guide, step, index == 0, word);
+}
+
+Step chooseOption(Guide &guide, const QString &name, const QString &box, bool checked, const QString &word)
+{
+    return withOverlay(guide, guide.set(name, box, checked, usbMode(), word), false, word);
+}
+
+Steps usbSteps(Guide &guide)
+{
+    const QString echo = QStringLiteral("usb_mode_aec_checkBox");
+    const QString telephony = QStringLiteral("usb_mode_telephony_checkBox");
+    Step speakerphone
+        = chooseMode(guide, QStringLiteral("USB as a speakerphone, and the mixer's cells close"), 1,
+                     QStringLiteral("speakerphone_no_ec"));
+    speakerphone.picture = QStringLiteral("mixer-unavailable");
+    speakerphone.area = guide.titledArea(mixer().title);
+    Step both = chooseOption(guide, QStringLiteral("and telephony"), telephony, true,
+                             QStringLiteral("speakerphone_telephony_ec"));
+    both.picture = QStringLiteral("usb-mode");
+    return {
+        speakerphone,
+        chooseOption(guide, QStringLiteral("with echo cancellation"), echo, true,
+                     QStringLiteral("speakerphone_ec")),
+        both,
+        chooseOption(guide, QStringLiteral("telephony alone"), echo, false,
+                     QStringLiteral("speakerphone_telephony_no_ec")),
+        chooseMode(guide, QStringLiteral("USB as a sound card again, and the cells open"), 0,
+                   QStringLiteral("2x2")),
+        guide.confirmed(
+            QStringLiteral("USB priority"),
+            [&guide] {
+                return hands::click(guide.find(QStringLiteral("usb_priority_checkBox")), {8, 10});
+            },
+            QStringLiteral("/system/usb/priority")),
+    };
+}
+
+Steps cueSteps(Guide &guide)
+{
+    const char *const rows[] = {"pair_init", "pair_end", "pair_success", "connect_failed"};
+    Steps steps{guide.page(QStringLiteral("go to the voice cues"), CuePage, QStringLiteral("voice-cues"))};
+    for (int cue = 0; cue < 4; ++cue) {
+        const QString row = QLatin1String(rows[cue]);
+        const QString box = QStringLiteral("vc_%1_en_checkBox").arg(row);
+        const QString enable = QStringLiteral("/system/voice_cue/%1/enable").arg(cue);
+        steps.append(guide.set(QStringLiteral("voice cue %1 off").arg(cue), box, false, enable, false));
+        steps.append(guide.set(QStringLiteral("voice cue %1 on").arg(cue), box, true, enable, true));
+        steps.append(guide.push(QStringLiteral("play voice cue %1").arg(cue),
+                                QStringLiteral("vc_%1_play_pushButton").arg(row),
+                                QStringLiteral("/control/voice_cue/%1/play").arg(cue)));
+    }
+    return steps;
+}
+
+} // namespace
+
+Steps settingsSteps(Guide &guide)
+{
+    Steps steps{
+        guide.page(QStringLiteral("go back to the diagram"), DspPage, QString()),
+        openBlock(guide, mixer()),
+        guide.page(QStringLiteral("go to the audio settings"), AudioPage, QStringLiteral("audio-config")),
+        switchBluetooth(guide, false),
+        switchBluetooth(guide, true),
+        rename(guide),
+        becomeDiscoverable(guide),
+        becomeConnected(guide),
+    };
+    steps.append(remoteSteps(guide));
+    steps.append(prioritySteps(guide));
+    steps.append(usbSteps(guide));
+    steps.append(cueSteps(guide));
+    return steps;
+}
+
+} // namespace devhost::tour

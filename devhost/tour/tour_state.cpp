@@ -1,0 +1,233 @@
+// Snapshots and device presets: saved, everything changed, brought back, compared with what the device had.
+
+#include "devhost/host_window.h"
+#include "devhost/known_device.h"
+#include "devhost/tour/areas.h"
+#include "devhost/tour/file_dialogs.h"
+#include "devhost/tour/guide.h"
+#include "devhost/tour/hands.h"
+#include "devhost/tour/other_values.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QMenuBar>
+#include <QSharedPointer>
+
+namespace devhost::tour {
+
+namespace {
+
+using Saved = QSharedPointer<DeviceProbe::Values>;
+
+constexpr int PresetNumber = 3;
+
+QStringList sections()
+{
+    QStringList paths;
+    for (const char *name :
+         {"network", "notifications", "metering", "function_gen", "usb", "bluetooth", "voice_cue"})
+        paths.append(QStringLiteral("/system/%1").arg(QLatin1String(name)));
+    for (const char *name :
+         {"dante_rx", "dante_tx", "usb_playback", "usb_record", "bt_sink", "bt_source", "voice_cue"})
+        paths.append(QStringLiteral("/preset/dsp/%1").arg(QLatin1String(name)));
+    for (int row = 0; row < 7; ++row)
+        paths.append(QStringLiteral("/preset/dsp/mixer/%1").arg(row));
+    return paths;
+}
+
+/// What a device preset holds of them.
+QStringList presetSections()
+{
+    return sections().filter(QStringLiteral("/preset/")) << QStringLiteral("/system/function_gen");
+}
+
+Step remember(Guide &guide, const QString &name, const QStringList &paths, const Saved &saved)
+{
+    Step step = guide.look(name, paths);
+    const auto unanswered = step.missing;
+    step.missing = [&guide, saved, unanswered] {
+        const QString why = unanswered();
+        if (why.isEmpty())
+            *saved = guide.probe().values();
+        return why;
+    };
+    return step;
+}
+
+QString differences(const DeviceProbe::Values &now, const DeviceProbe::Values &saved)
+{
+    QStringList paths;
+    for (auto it = saved.cbegin(); it != saved.cend(); ++it) {
+        if (now.value(it.key()) != it.value())
+            paths.append(it.key());
+    }
+    return paths.join(QStringLiteral(", "));
+}
+
+Step compare(Guide &guide, const QString &name, const QStringList &paths, const Saved &saved)
+{
+    Step step = guide.look(name, paths);
+    const auto unanswered = step.missing;
+    step.missing = [&guide, saved, unanswered] {
+        const QString why = unanswered();
+        if (!why.isEmpty())
+            return why;
+        const QString other = differences(guide.probe().values(), *saved);
+        return unless(other.isEmpty(), QStringLiteral("not as saved: %1").arg(other));
+    };
+    step.timeLimitMs = 5000;
+    return step;
+}
+
+Step changeEverything(Guide &guide, const QString &name, const Saved &saved)
+{
+    const QSharedPointer<DeviceProbe::Values> changed(new DeviceProbe::Values);
+    Step step;
+    step.name = name;
+    step.act = [&guide, saved, changed] {
+        for (auto it = saved->cbegin(); it != saved->cend(); ++it)
+            changed->insert(it.key(), otherValue(it.value()));
+        guide.probe().write(*guide.device(), *changed);
+        return QString();
+    };
+    step.missing = [&guide, saved, changed] {
+        if (!guide.probe().isDone())
+            return QStringLiteral("the device has not taken every change");
+        const QString refused = differences(guide.probe().values(), *changed);
+        return unless(refused.isEmpty(), QStringLiteral("not changed: %1").arg(refused));
+    };
+    return step;
+}
+
+QString chooseDeviceMenu(const Guide &guide, const QStringList &path)
+{
+    return hands::chooseMenu(guide.window()->menuBar(), QStringList{QStringLiteral("Device")} + path);
+}
+
+Step refreshEditor(Guide &guide, const QString &picture)
+{
+    Step step;
+    step.name = QStringLiteral("refresh, and the editor shows it");
+    step.act = [&guide] {
+        guide.traffic().forget();
+        return hands::click(guide.find(QStringLiteral("refresh_pushButton")));
+    };
+    step.missing = [&guide] { return guide.missingUntilReread(); };
+    step.picture = picture;
+    step.area = guide.editorArea();
+    step.timeLimitMs = 30000;
+    return step;
+}
+
+Steps saveSteps(Guide &guide, const QString &file)
+{
+    Step ask;
+    ask.name = QStringLiteral("save a snapshot");
+    ask.act = [&guide, file] {
+        QFile::remove(file);
+        return chooseDeviceMenu(guide, {QStringLiteral("Save Snapshot...")});
+    };
+    ask.missing = [] { return unless(fileDialog(), QStringLiteral("no file dialog opens")); };
+    Step answer;
+    answer.name = QStringLiteral("name its file");
+    answer.act = [file] { return chooseFile(file); };
+    answer.missing = [file] {
+        return unless(!fileDialog() && QFileInfo(file).size() > 0, QStringLiteral("there is no file"));
+    };
+    return {ask, answer};
+}
+
+Steps loadSteps(Guide &guide, const QString &file)
+{
+    Step ask;
+    ask.name = QStringLiteral("load the snapshot");
+    ask.act = [&guide] { return chooseDeviceMenu(guide, {QStringLiteral("Load Snapshot...")}); };
+    ask.missing = [] { return unless(fileDialog(), QStringLiteral("no file dialog opens")); };
+    Step answer;
+    answer.name = QStringLiteral("choose its file, and be asked which device to overwrite");
+    answer.act = [file] { return chooseFile(file); };
+    answer.missing = [] {
+        const QWidget *box = QApplication::activeModalWidget();
+        return unless(box && box->findChild<QAbstractButton *>(QStringLiteral("overwriteButton")),
+                      QStringLiteral("nobody asks"));
+    };
+    answer.picture = QStringLiteral("overwrite");
+    answer.area = guide.areaOf([] { return QApplication::activeModalWidget(); });
+    const QString last = QStringLiteral("/preset/dsp/mixer/6");
+    Step overwrite = guide.confirmed(
+        QStringLiteral("overwrite, and the device confirms all of it"),
+        [] {
+            QWidget *box = QApplication::activeModalWidget();
+            return hands::click(box ? box->findChild<QAbstractButton *>(QStringLiteral("overwriteButton"))
+                                    : nullptr);
+        },
+        last);
+    overwrite.missing = [&guide, last] {
+        for (const QString &path : sections()) {
+            const QString why = guide.missingConfirmation(path, QJsonValue(QJsonValue::Undefined));
+            if (!why.isEmpty())
+                return why;
+        }
+        const QWidget *frame = guide.find(QStringLiteral("plugin_frame"));
+        return unless(frame && frame->isEnabled(), QStringLiteral("the editor is not enabled"));
+    };
+    overwrite.picture = QStringLiteral("snapshot-loaded");
+    return {ask, answer, overwrite};
+}
+
+Step usePreset(Guide &guide, const QString &name, const QString &menu, const QString &path)
+{
+    Step step = guide.confirmed(
+        name,
+        [&guide, menu] {
+            return chooseDeviceMenu(guide, {menu, QStringLiteral("Preset %1").arg(PresetNumber)});
+        },
+        path);
+    step.missing = [&guide, path] {
+        const QString unconfirmed = guide.missingConfirmation(path, QJsonValue(QJsonValue::Undefined));
+        return unconfirmed.isEmpty() ? guide.missingUntilReread() : unconfirmed;
+    };
+    step.timeLimitMs = 30000;
+    return step;
+}
+
+Steps snapshotSteps(Guide &guide)
+{
+    const Saved saved(new DeviceProbe::Values);
+    const QString file = QDir(guide.folder()).filePath(QStringLiteral("snapshot.xml"));
+    Steps steps{remember(guide, QStringLiteral("ask the device for every section"), sections(), saved)};
+    steps.append(saveSteps(guide, file));
+    steps.append(changeEverything(guide, QStringLiteral("change every section of the device"), saved));
+    steps.append(refreshEditor(guide, QStringLiteral("everything-changed")));
+    steps.append(loadSteps(guide, file));
+    steps.append(compare(guide, QStringLiteral("the device has every section as saved"), sections(), saved));
+    return steps;
+}
+
+Steps presetSteps(Guide &guide)
+{
+    const Saved saved(new DeviceProbe::Values);
+    return {
+        remember(guide, QStringLiteral("ask the device for its sound"), presetSections(), saved),
+        usePreset(guide, QStringLiteral("store a preset, and the editor reads the device anew"),
+                  QStringLiteral("Store Preset"), QStringLiteral("/control/save_preset")),
+        changeEverything(guide, QStringLiteral("change all of its sound"), saved),
+        usePreset(guide, QStringLiteral("recall the preset, and the editor reads the device anew"),
+                  QStringLiteral("Recall Preset"), QStringLiteral("/control/load_preset")),
+        compare(guide, QStringLiteral("the device sounds as stored"), presetSections(), saved),
+    };
+}
+
+} // namespace
+
+Steps stateSteps(Guide &guide)
+{
+    Steps steps = snapshotSteps(guide);
+    steps.append(presetSteps(guide));
+    steps.append(uploadSteps(guide));
+    return steps;
+}
+
+} // namespace devhost::tour

@@ -1,0 +1,120 @@
+// Voice cues replaced by a recording of the user's and by the default one.
+
+#include "devhost/tour/areas.h"
+#include "devhost/tour/dsp_places.h"
+#include "devhost/tour/file_dialogs.h"
+#include "devhost/tour/guide.h"
+#include "devhost/tour/hands.h"
+#include "devhost/tour/test_tone.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QFileDialog>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QPushButton>
+
+namespace devhost::tour {
+
+namespace {
+
+constexpr int ToneSeconds = 8; // long enough to see the progress bar on its way
+
+QPushButton *closeButton(const Guide &guide)
+{
+    const QWidget *dialog = guide.windowTitled(QStringLiteral("tarnKBX Voice Cue Update"));
+    return dialog ? dialog->findChild<QPushButton *>(QStringLiteral("close_pushButton")) : nullptr;
+}
+
+Step underWay(Guide &guide, const QString &name, const std::function<QString()> &act, const QString &picture)
+{
+    Step step;
+    step.name = name;
+    step.act = act;
+    // The button is disabled exactly while the device fetches the file.
+    step.missing = [&guide] {
+        const QPushButton *button = closeButton(guide);
+        return unless(button && !button->isEnabled(), QStringLiteral("no transfer has begun"));
+    };
+    step.picture = picture;
+    step.area = guide.areaOf([&guide]() -> QWidget * { return closeButton(guide); });
+    return step;
+}
+
+Step done(Guide &guide, const QString &picture)
+{
+    Step step;
+    step.name = QStringLiteral("all of it has been fetched");
+    step.missing = [&guide] {
+        const QPushButton *button = closeButton(guide);
+        return unless(button && button->isEnabled(), QStringLiteral("the transfer has not ended"));
+    };
+    step.picture = picture;
+    step.area = guide.areaOf([&guide]() -> QWidget * { return closeButton(guide); });
+    step.timeLimitMs = 60000;
+    return step;
+}
+
+Step reread(Guide &guide, int cue)
+{
+    Step step;
+    step.name = QStringLiteral("close the dialog, and the device has a valid cue");
+    step.act = [&guide] {
+        guide.traffic().forget();
+        return hands::click(closeButton(guide));
+    };
+    step.missing = [&guide, cue] {
+        const QString unread = guide.missingUntilReread();
+        if (!unread.isEmpty())
+            return unread;
+        const QJsonValue status
+            = guide.traffic().value(QStringLiteral("get"), QStringLiteral("/status/voice_cue"));
+        return unless(status.toArray().at(cue).toObject().value(QLatin1String("valid")).toBool(),
+                      QStringLiteral("the cue is not valid"));
+    };
+    step.timeLimitMs = 30000;
+    return step;
+}
+
+Steps userSteps(Guide &guide)
+{
+    const QString file = QDir(guide.folder()).filePath(QStringLiteral("user-cue.wav"));
+    Step ask;
+    ask.name = QStringLiteral("load a recording of one's own");
+    ask.act = [&guide, file] {
+        if (!writeTestTone(file, ToneSeconds))
+            return QStringLiteral("the recording cannot be written");
+        return hands::click(guide.find(QStringLiteral("vc_pair_init_load_pushButton")));
+    };
+    ask.missing = [] { return unless(fileDialog(), QStringLiteral("no file dialog opens")); };
+    ask.picture = QStringLiteral("choose-recording");
+    ask.area = guide.areaOf([]() -> QWidget * { return fileDialog(); });
+    return {ask,
+            underWay(
+                guide, QStringLiteral("choose it, and the device fetches it"),
+                [file] { return chooseFile(file); }, QStringLiteral("upload-under-way")),
+            done(guide, QStringLiteral("upload-done")), reread(guide, 0)};
+}
+
+Steps defaultSteps(Guide &guide)
+{
+    return {
+        underWay(
+            guide, QStringLiteral("load a default, and the device fetches it"),
+            [&guide] { return hands::click(guide.find(QStringLiteral("vc_connect_failed_def_pushButton"))); },
+            QString()),
+        done(guide, QStringLiteral("default-done")), reread(guide, 3)};
+}
+
+} // namespace
+
+Steps uploadSteps(Guide &guide)
+{
+    Steps steps{guide.page(QStringLiteral("go to the voice cues again"), CuePage, QString())};
+    steps.append(userSteps(guide));
+    steps.append(guide.page(QStringLiteral("and once more"), CuePage, QString()));
+    steps.append(defaultSteps(guide));
+    return steps;
+}
+
+} // namespace devhost::tour
