@@ -134,12 +134,15 @@ void UpdateDialog::handleProgress(int percent)
 
 void UpdateDialog::handleFinished(bool error)
 {
-    if (!m_ended && error)
+    // A peer that goes on sending makes the transfer end more than once; the user hears of the first.
+    if (m_ended)
+        return;
+    m_ended = true;
+    if (error)
         showStatus(updatetexts::failed(m_transfer ? m_transfer->failure() : VmTftp::Failure::NoAnswer),
                    QStyle::SP_MessageBoxWarning);
-    else if (!m_ended)
+    else
         showStatus(updatetexts::finished(m_data.size()), QStyle::SP_DialogApplyButton);
-    m_ended = true;
     releaseTransfer();
 }
 

@@ -13,7 +13,13 @@ QByteArray pattern(int size)
 
 QStringList words(const char *text)
 {
-    return QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QStringList list;
+    for (const QString &word : QString::fromLatin1(text).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
+        const int star = word.indexOf(QLatin1Char('*'));
+        for (int left = star < 0 ? 1 : word.leftRef(star).toInt(); left > 0; --left)
+            list.append(word.mid(star + 1));
+    }
+    return list;
 }
 
 TftpClient::TftpClient(double faults, quint32 seed)

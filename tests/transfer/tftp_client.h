@@ -9,7 +9,7 @@
 /// Bytes that differ from block to block, so that a lost, doubled or swapped block shows.
 QByteArray pattern(int size);
 
-/// The blank-separated words of @p text.
+/// The blank-separated words of @p text; "3*x" stands for three times "x".
 QStringList words(const char *text);
 
 /// Fetches a file in blocks of 256 bytes and repeats what gets lost. A share of the packets in either

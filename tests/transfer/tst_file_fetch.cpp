@@ -1,9 +1,5 @@
-#include "host/px_device.h"
-#include "tests/transfer/tftp_client.h"
-#include "transfer/update_dialog.h"
-#include "transfer/update_texts.h"
+#include "tests/transfer/opened_dialog.h"
 
-#include <QLabel>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
@@ -12,29 +8,6 @@
 using namespace std::chrono_literals;
 
 namespace {
-
-const QHostAddress server(QStringLiteral("127.0.0.2"));
-
-/// An open dialog that offers a file of some length.
-struct Offer
-{
-    explicit Offer(int bytes, const UpdateDialog::Intervals &intervals = {})
-        : size(bytes)
-    {
-        dialog.setIntervals(intervals);
-        dialog.setFile(QStringLiteral("cue.wav"), pattern(size));
-        dialog.show();
-    }
-
-    bool isFinished() const
-    {
-        return dialog.findChild<QLabel *>(QStringLiteral("status_label"))->text()
-            == updatetexts::finished(size);
-    }
-
-    const int size;
-    UpdateDialog dialog;
-};
 
 /// Fetches with Net::TFTP; its engine stays as it is, only the block size it expects is the device's.
 const char FetchScript[] = R"(
@@ -84,13 +57,13 @@ void TestFileFetch::arrives()
         intervals.transfer.packetTimeout = 100ms;
         intervals.transfer.step = 0ms;
     }
-    Offer offer(size, intervals);
+    OpenedDialog offer(size, intervals);
     TftpClient client(faults, 20240607);
     QSignalSpy fetched(&client, &TftpClient::finished);
     client.fetch(server);
     QVERIFY(fetched.wait(150000));
     QVERIFY2(client.content() == pattern(size), "the file differs");
-    QTRY_VERIFY(offer.isFinished());
+    QTRY_COMPARE(offer.status(), updatetexts::finished(size));
     QVERIFY(faults == 0.0 || size < 100000 || client.packetsLost() > size / 256 / 20);
 }
 
@@ -104,14 +77,14 @@ void TestFileFetch::arrivesAtAForeignClient_data()
 void TestFileFetch::arrivesAtAForeignClient()
 {
     QFETCH(int, size);
-    Offer offer(size);
+    OpenedDialog offer(size);
     QProcess perl;
     perl.start(QStringLiteral("perl"), {QStringLiteral("-e"), QLatin1String(FetchScript)});
     QSignalSpy ended(&perl, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished));
     QVERIFY2(ended.wait(30000), "needs perl with Net::TFTP (Debian: libnet-tftp-perl)");
     QCOMPARE(QString::fromLatin1(perl.readAllStandardError()), QString());
     QVERIFY2(perl.readAllStandardOutput() == pattern(size), "the file differs");
-    QTRY_VERIFY(offer.isFinished());
+    QTRY_COMPARE(offer.status(), updatetexts::finished(size));
 }
 
 void TestFileFetch::readsAsTftpToAProtocolAnalyser()
@@ -122,10 +95,10 @@ void TestFileFetch::readsAsTftpToAProtocolAnalyser()
     recorder.start(QStringLiteral("tcpdump"), words("-i lo -U --immediate-mode -Z root udp -w") << capture);
     QByteArray said;
     QTRY_VERIFY2((said += recorder.readAllStandardError()).contains("listening on"), "needs tcpdump");
-    Offer offer(512);
+    OpenedDialog offer(512);
     TftpClient client;
     client.fetch(QHostAddress::LocalHost);
-    QTRY_VERIFY(offer.isFinished());
+    QTRY_COMPARE(offer.status(), updatetexts::finished(512));
     const QStringList expected = words("1,,, 3,1,256, 4,1,, 3,2,256, 4,2,, 3,3,, 4,3,,");
     QStringList seen;
     for (int attempt = 0; attempt < 10 && seen.size() < expected.size(); ++attempt) {
