@@ -1,0 +1,307 @@
+// The built library against the simulated device: real sockets, real TFTP on port 69, real widgets.
+
+#include "host/plexo_plugin_factory.h"
+#include "tests/e2e/live_device.h"
+#include "tests/support/box_answerer.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QDialog>
+#include <QFile>
+#include <QJsonArray>
+#include <QJsonObject>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPluginLoader>
+#include <QPushButton>
+#include <QSignalSpy>
+#include <QTemporaryDir>
+#include <QtTest>
+
+using support::LiveDevice;
+
+namespace {
+
+QWidget *topLevel(const QString &title)
+{
+    for (QWidget *widget : QApplication::topLevelWidgets()) {
+        if (widget->isVisible() && widget->windowTitle() == title)
+            return widget;
+    }
+    return nullptr;
+}
+
+/// The strips of a block editor, from left to right.
+QList<QWidget *> faders(QWidget *editor)
+{
+    QList<QWidget *> found = editor->findChildren<QWidget *>(QStringLiteral("vmdspgain"));
+    std::sort(found.begin(), found.end(), [editor](QWidget *a, QWidget *b) {
+        return a->mapTo(editor, QPoint()).x() < b->mapTo(editor, QPoint()).x();
+    });
+    return found;
+}
+
+QObject *meterOf(QWidget *fader)
+{
+    for (QObject *child : fader->findChildren<QObject *>()) {
+        if (child->inherits("VMMeter"))
+            return child;
+    }
+    return nullptr;
+}
+
+double level(QObject *meter)
+{
+    return meter->property("dbValuePort1").toDouble();
+}
+
+const QStringList StoredSections = {
+    QStringLiteral("/system/network"),
+    QStringLiteral("/system/notifications"),
+    QStringLiteral("/system/metering"),
+    QStringLiteral("/system/function_gen"),
+    QStringLiteral("/system/usb"),
+    QStringLiteral("/system/bluetooth"),
+    QStringLiteral("/system/voice_cue"),
+    QStringLiteral("/preset/dsp/dante_rx"),
+    QStringLiteral("/preset/dsp/dante_tx"),
+    QStringLiteral("/preset/dsp/usb_playback"),
+    QStringLiteral("/preset/dsp/usb_record"),
+    QStringLiteral("/preset/dsp/bt_sink"),
+    QStringLiteral("/preset/dsp/bt_source"),
+    QStringLiteral("/preset/dsp/voice_cue"),
+    QStringLiteral("/preset/dsp/mixer/0"),
+    QStringLiteral("/preset/dsp/mixer/3"),
+    QStringLiteral("/preset/dsp/mixer/6"),
+};
+
+/// Presses Close in the update dialog once the transfer is over. The dialog's event loop holds the test, so
+/// this works from a timer.
+class CloseWhenDone
+{
+public:
+    explicit CloseWhenDone(std::function<void(QWidget *dialog)> look)
+        : m_look(std::move(look))
+    {
+        QObject::connect(&m_poll, &QTimer::timeout, [this] { poll(); });
+        m_poll.start(20);
+    }
+
+private:
+    void poll()
+    {
+        QWidget *dialog = topLevel(QStringLiteral("tarnKBX Voice Cue Update"));
+        auto *close = dialog ? dialog->findChild<QPushButton *>(QStringLiteral("close_pushButton")) : nullptr;
+        if (!close)
+            return;
+        m_started |= !close->isEnabled();
+        if (!m_started || !close->isEnabled())
+            return;
+        m_poll.stop();
+        m_look(dialog);
+        QTest::mouseClick(close, Qt::LeftButton);
+    }
+
+    std::function<void(QWidget *)> m_look;
+    QTimer m_poll;
+    bool m_started = false;
+};
+
+} // namespace
+
+class AgainstSimulatorTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+    void faderAndMuteAreSeenOnTheMeter();
+    void meteringFollowsItsGroup();
+    void snapshotMovesTheStateToAnotherDevice();
+    void presetBringsBackWhatWasStored();
+    void defaultCueArrivesWhole();
+    void userCueThatTheDeviceRefusesLeavesItAsItWas();
+    void lostDeviceClosesTheEditor();
+
+private:
+    PlexoPluginFactory *m_factory = nullptr;
+};
+
+void AgainstSimulatorTest::initTestCase()
+{
+    auto *loader = new QPluginLoader(QStringLiteral(PLUGIN_FILE), this);
+    m_factory = qobject_cast<PlexoPluginFactory *>(loader->instance());
+    QVERIFY2(m_factory, qPrintable(loader->errorString()));
+}
+
+void AgainstSimulatorTest::faderAndMuteAreSeenOnTheMeter()
+{
+    LiveDevice live(m_factory, 1);
+    QVERIFY(live.goLive());
+    QMetaObject::invokeMethod(live.editor(), "onNetRxGainClicked");
+    QWidget *editor = topLevel(QStringLiteral("Dante Network Rx"));
+    QVERIFY(editor);
+    QWidget *fader = faders(editor).first();
+    QObject *meter = meterOf(fader);
+    QTRY_VERIFY(level(meter) > -60 && level(meter) < 20);
+
+    fader->setFocus();
+    QTest::keyClick(fader, Qt::Key_Home);
+    const QString gain = QStringLiteral("/preset/dsp/dante_rx/0/gain");
+    QTRY_VERIFY(live.sent.contains(QStringLiteral("{\"set\":\"%1\", \"value\":-100}").arg(gain)));
+    QTRY_COMPARE(live.ask(gain), QJsonValue(-100));
+    QTRY_VERIFY(level(meter) < -90);
+
+    QTest::keyClick(fader, Qt::Key_End);
+    QTRY_VERIFY(level(meter) > -40);
+    auto *mute = editor->findChild<QPushButton *>(QStringLiteral("digital_mute_pushButton"));
+    QTest::mouseClick(mute, Qt::LeftButton);
+    QTRY_COMPARE(live.sent.filter(QStringLiteral("/mute")).size(), 1);
+    QTRY_VERIFY(level(meterOf(mute->window()->findChild<QWidget *>(QStringLiteral("vmdspgain")))) <= -100);
+    QTRY_COMPARE(live.ask(QStringLiteral("/preset/dsp/dante_rx/0/mute")), QJsonValue(true));
+
+    // A new editor shows what the device confirmed.
+    QTest::keyClick(editor, Qt::Key_Escape);
+    QTRY_VERIFY(!topLevel(QStringLiteral("Dante Network Rx")));
+    QMetaObject::invokeMethod(live.editor(), "onNetRxGainClicked");
+    editor = topLevel(QStringLiteral("Dante Network Rx"));
+    QCOMPARE(faders(editor).first()->property("gain").toDouble(), 20.0);
+    QVERIFY(editor->findChild<QPushButton *>(QStringLiteral("digital_mute_pushButton"))->isChecked());
+}
+
+void AgainstSimulatorTest::meteringFollowsItsGroup()
+{
+    LiveDevice live(m_factory, 1);
+    QVERIFY(live.goLive());
+    QSignalSpy levels(live.editor(), SIGNAL(meteringLevels(QByteArray)));
+    QTRY_VERIFY(levels.count() > 2);
+    auto *group = live.find<QLineEdit>("multicast_metering_ip_lineEdit");
+    auto *port = live.find<QLineEdit>("multicast_metering_port_lineEdit");
+    group->setText(QStringLiteral("239.9.9.9"));
+    port->setText(QStringLiteral("6199"));
+    QTest::mouseClick(live.find<QPushButton>("multicast_metering_apply_pushButton"), Qt::LeftButton);
+    QTRY_COMPARE(live.ask(QStringLiteral("/system/metering")),
+                 QJsonValue(QJsonObject{{QStringLiteral("ip"), QStringLiteral("239.9.9.9")},
+                                        {QStringLiteral("port"), 6199}}));
+    const auto isListening = [&live] {
+        const QList<QUdpSocket *> sockets = live.editor()->findChildren<QUdpSocket *>();
+        return sockets.size() == 1 && sockets.first()->localPort() == 6199;
+    };
+    QTRY_VERIFY(isListening());
+    levels.clear();
+    QTRY_VERIFY(levels.count() > 2);
+    QCOMPARE(uchar(levels.last().first().toByteArray().at(0)), uchar(0x81));
+}
+
+void AgainstSimulatorTest::snapshotMovesTheStateToAnotherDevice()
+{
+    LiveDevice source(m_factory, 1);
+    LiveDevice target(m_factory, 2);
+    QVERIFY(source.goLive());
+    QVERIFY(target.goLive());
+    source.plugin->queueVelmarAsciiMsg(
+        source.device.name(), "{\"set\":\"/system/bluetooth/name\",\"value\":\"B\xc3\xbcro 3\"}", true);
+    source.plugin->queueVelmarAsciiMsg(source.device.name(),
+                                       "{\"set\":\"/preset/dsp/dante_tx/2/gain\", \"value\":-7}", true);
+    QTRY_COMPARE(source.ask(QStringLiteral("/preset/dsp/dante_tx/2/gain")), QJsonValue(-7));
+    source.sent.clear();
+    QTest::mouseClick(source.find<QPushButton>("refresh_pushButton"), Qt::LeftButton);
+    QTRY_VERIFY(source.sent.filter(QStringLiteral("req_metering")).size() == 1);
+
+    QByteArray snapshot;
+    source.plugin->getSnapshot(&snapshot);
+    QVERIFY(target.plugin->checkSnapshot(snapshot));
+    QVERIFY(source.ask(StoredSections.at(5)) != target.ask(StoredSections.at(5)));
+    target.sent.clear();
+    QSignalSpy finished(target.plugin.data(), &PlexoPlugin::presetLoadFinished);
+    target.plugin->applySnapshot(snapshot);
+    QCOMPARE(finished.value(0), QVariantList{true});
+    QVERIFY(!target.find<QWidget>("plugin_frame")->isEnabled());
+    QTRY_VERIFY(target.find<QWidget>("plugin_frame")->isEnabled());
+    QCOMPARE(target.sent.filter(QStringLiteral("{\"set\":\"/"))
+                 .filter(QRegularExpression(QStringLiteral("system|preset")))
+                 .size(),
+             21);
+    for (const QString &section : StoredSections)
+        QCOMPARE(target.ask(section), source.ask(section));
+}
+
+void AgainstSimulatorTest::presetBringsBackWhatWasStored()
+{
+    LiveDevice live(m_factory, 1);
+    QVERIFY(live.goLive());
+    const QString gain = QStringLiteral("/preset/dsp/bt_source/0/gain");
+    const QJsonValue before = live.ask(gain);
+    live.sent.clear();
+    QMetaObject::invokeMethod(live.plugin.data(), "storePreset", Q_ARG(int, 2));
+    QTRY_COMPARE(live.sent.value(0), QStringLiteral("{\"set\":\"/control/save_preset\", \"value\":\"2\"}"));
+    QTRY_VERIFY(!live.sent.filter(QStringLiteral("req_metering")).isEmpty());
+    live.plugin->queueVelmarAsciiMsg(live.device.name(),
+                                     "{\"set\":\"/preset/dsp/bt_source/0/gain\", \"value\":-33}", true);
+    QTRY_COMPARE(live.ask(gain), QJsonValue(-33));
+    QMetaObject::invokeMethod(live.plugin.data(), "recallPreset", Q_ARG(int, 2));
+    QTRY_COMPARE(live.ask(gain), before);
+}
+
+void AgainstSimulatorTest::defaultCueArrivesWhole()
+{
+    QTemporaryDir folder;
+    const QString kept = folder.filePath(QStringLiteral("kept.wav"));
+    LiveDevice live(m_factory, 1, {QStringLiteral("--keep-upload"), kept});
+    QVERIFY(live.goLive());
+    QString shownName;
+    CloseWhenDone close([&shownName](QWidget *dialog) {
+        shownName = dialog->findChild<QLabel *>(QStringLiteral("img_filename_label"))->text();
+    });
+    QTest::mouseClick(live.find<QPushButton>("vc_connect_failed_def_pushButton"), Qt::LeftButton);
+    QCOMPARE(shownName, QStringLiteral("def_connect_failed.wav"));
+    QFile original(QStringLiteral(CUE_FOLDER "/def_connect_failed.wav"));
+    QFile arrived(kept);
+    QVERIFY(original.open(QIODevice::ReadOnly));
+    QTRY_VERIFY(arrived.exists());
+    QVERIFY(arrived.open(QIODevice::ReadOnly));
+    QCOMPARE(arrived.readAll(), original.readAll());
+    const QString command = QStringLiteral("{\"set\":\"/control/fwdl\",\"value\":{\"target\":\"VC_BT_FAIL\","
+                                           "\"uri\":\"tftp://127.0.0.2:69/def_connect_failed.wav\"}}");
+    QVERIFY(live.sent.contains(command));
+    QTRY_COMPARE(live.sent.filter(QStringLiteral("req_metering")).size(), 2);
+    QVERIFY(live.find<QCheckBox>("vc_connect_failed_en_checkBox")->isEnabled());
+}
+
+void AgainstSimulatorTest::userCueThatTheDeviceRefusesLeavesItAsItWas()
+{
+    LiveDevice live(m_factory, 1);
+    QVERIFY(live.goLive());
+    const QJsonValue before = live.ask(QStringLiteral("/status/voice_cue"));
+    support::BoxAnswerer failure(QMessageBox::Ok);
+    QTimer::singleShot(0, live.editor(), [&live] {
+        QMetaObject::invokeMethod(
+            live.editor(), "helper_load_user_vc_file", Q_ARG(QString, QStringLiteral("empty.wav")),
+            Q_ARG(QString, QStringLiteral("VC_BT_PAIR")), Q_ARG(QByteArray, QByteArray()));
+    });
+    QTRY_COMPARE(failure.seen().size(), 1);
+    QCOMPARE(failure.seen().first().title, QStringLiteral("Failed to update the image"));
+    QCOMPARE(failure.seen().first().text,
+             QStringLiteral("There was a failure in updating the voice cue wav file."));
+    QTRY_VERIFY(!topLevel(QStringLiteral("tarnKBX Voice Cue Update")));
+    QTRY_COMPARE_WITH_TIMEOUT(live.ask(QStringLiteral("/status/voice_cue")), before, 30000);
+}
+
+void AgainstSimulatorTest::lostDeviceClosesTheEditor()
+{
+    LiveDevice live(m_factory, 1, {QStringLiteral("--vanish-after"), QStringLiteral("38")});
+    QVERIFY(live.goLive());
+    QSignalSpy closing(live.plugin.data(), &PlexoPlugin::pluginRequestClose);
+    live.plugin->setVelmarAsciiTimeout(200);
+    support::BoxAnswerer question(QMessageBox::Retry);
+    question.setWhileOpen([&live] { live.device.setPresent(false); });
+    support::BoxAnswerer message(QMessageBox::Ok);
+    QTRY_COMPARE_WITH_TIMEOUT(closing.count(), 1, 20000);
+    QCOMPARE(question.seen().size(), 1);
+    QCOMPARE(message.seen().size(), 1);
+    QCOMPARE(message.seen().first().text,
+             QStringLiteral("Warning:  Communications with the device have failed."));
+}
+
+QTEST_MAIN(AgainstSimulatorTest)
+#include "tst_against_simulator.moc"
