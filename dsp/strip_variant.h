@@ -38,29 +38,20 @@ struct StripVariant
     }
 };
 
+// clang-format off
 inline constexpr StripVariant netRxVariant{
-    StripKind::Input, path::literal("Dante Network Rx"), 4, path::DanteRx, path::literal("CH %1"), 3, false,
-    QSize(320, 274)};
+    StripKind::Input, path::literal("Dante Network Rx"), 4, path::DanteRx, path::literal("CH %1"), 3, false, {320, 274}};
 inline constexpr StripVariant usbInVariant{
-    StripKind::Input, path::literal("USB Playback"), 2, path::UsbPlayback, path::literal("CH %1"), 7, true,
-    QSize(320, 357)};
+    StripKind::Input, path::literal("USB Playback"), 2, path::UsbPlayback, path::literal("CH %1"), 7, true, {320, 357}};
 inline constexpr StripVariant btInVariant{
-    StripKind::Input, path::literal("Bluetooth In"), 2, path::BtSink, path::literal("BT %1"), 9, true,
-    QSize(320, 357)};
+    StripKind::Input, path::literal("Bluetooth In"), 2, path::BtSink, path::literal("BT %1"), 9, true, {320, 357}};
 inline constexpr StripVariant netTxVariant{
-    StripKind::Output, path::literal("Dante Network Tx"), 4, path::DanteTx, path::literal("CH %1"), 12, true,
-    QSize(320, 274)};
+    StripKind::Output, path::literal("Dante Network Tx"), 4, path::DanteTx, path::literal("CH %1"), 12, true, {320, 274}};
 inline constexpr StripVariant usbOutVariant{
-    StripKind::Output, path::literal("USB Record"), 2, path::UsbRecord, path::literal("CH %1"), 16, true,
-    QSize(320, 274)};
-inline constexpr StripVariant btOutVariant{StripKind::Output,
-                                           path::literal("Bluetooth Out"),
-                                           1,
-                                           path::BtSource,
-                                           path::literal("BT Out %1"),
-                                           18,
-                                           true,
-                                           QSize(320, 274)};
+    StripKind::Output, path::literal("USB Record"), 2, path::UsbRecord, path::literal("CH %1"), 16, true, {320, 274}};
+inline constexpr StripVariant btOutVariant{
+    StripKind::Output, path::literal("Bluetooth Out"), 1, path::BtSource, path::literal("BT Out %1"), 18, true, {320, 274}};
+// clang-format on
 
 /// Everything that a channel object of a section says, in the order in which a strip shows it. Members that
 /// are missing or of another type read as false and 0.
