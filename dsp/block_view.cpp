@@ -1,13 +1,53 @@
 #include "dsp/block_view.h"
 
+#include <QEvent>
 #include <QQmlContext>
 #include <QQuickView>
+#include <QTimer>
 #include <QUrl>
 #include <QWidget>
+
+namespace {
+
+// Longer than the view needs to follow its scene.
+constexpr int SettleMs = 100;
+
+/// Keeps the view as large as its container. A view that sizes itself to its scene follows the scene from a
+/// timer, so while a user drags the window's edge it can fall back to a size that the container has left.
+class SizeKeeper : public QObject
+{
+public:
+    SizeKeeper(QWindow *view, QWidget *container)
+        : QObject(container)
+        , m_view(view)
+        , m_container(container)
+    {
+        m_settled.setSingleShot(true);
+        m_settled.setInterval(SettleMs);
+        connect(&m_settled, &QTimer::timeout, this, [this] { m_view->resize(m_container->size()); });
+        container->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Resize)
+            m_settled.start();
+        return false;
+    }
+
+private:
+    QWindow *m_view; ///< owned by the container
+    QWidget *m_container;
+    QTimer m_settled;
+};
+
+} // namespace
 
 QWidget *createBlockView(QObject *backend, QWidget *parent)
 {
     auto *view = new QQuickView(QUrl(QStringLiteral("qrc:/TarnKBX_QML/DSP.qml")));
     view->rootContext()->setContextProperty(QStringLiteral("tarnkbx_backend"), backend);
-    return QWidget::createWindowContainer(view, parent);
+    QWidget *container = QWidget::createWindowContainer(view, parent);
+    new SizeKeeper(view, container);
+    return container;
 }
