@@ -69,7 +69,10 @@ void EditorSession::connectTraffic()
 void EditorSession::connectReports()
 {
     connect(m_plugin, &PlexoPlugin::pluginRequestClose, this, &EditorSession::end);
-    connect(m_plugin, &QObject::destroyed, this, &EditorSession::end);
+    connect(m_plugin, &QObject::destroyed, this, [this] {
+        m_plugin.clear(); // what is left of it is no plugin any more
+        end();
+    });
     connect(m_plugin, &PlexoPlugin::logData, this, &EditorSession::logged);
     connect(m_plugin, &PlexoPlugin::updateMainWindowStatus, this, &EditorSession::hostStatus);
     connect(m_plugin, &PlexoPlugin::switchToDeviceView, this, &EditorSession::deviceViewRequested);

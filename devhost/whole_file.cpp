@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSaveFile>
 
 namespace devhost {
@@ -38,8 +39,14 @@ FileContent readWholeFile(const QString &path, qint64 most)
 
 QString writeWholeFile(const QString &path, const QByteArray &bytes)
 {
+    // Renaming over it would replace a device or a pipe by a file.
+    if (QFileInfo::exists(path) && !QFileInfo(path).isFile())
+        return text("%1 was not written: it is no file. Choose another name.")
+            .arg(QDir::toNativeSeparators(path));
     QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit())
+    // Flushed first: commit() does not notice what fails when the last of the buffer is written.
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()
+        && file.commit())
         return QString();
     return text("%1 was not written: %2. Choose a folder that you may write to, with room left.")
         .arg(QDir::toNativeSeparators(path), file.errorString());

@@ -151,7 +151,7 @@ QString press(QWidget *widget, Qt::Key key, const QString &text)
     return QString();
 }
 
-QString type(QWidget *field, const QString &text)
+QString enter(QWidget *field, const QString &text)
 {
     const QString why = click(field);
     if (!why.isEmpty())
@@ -159,16 +159,8 @@ QString type(QWidget *field, const QString &text)
     sendKey(field, Qt::Key_A, Qt::ControlModifier, QString());
     for (const QChar letter : text)
         sendKey(field, Qt::Key_unknown, Qt::NoModifier, letter);
-    // A completer's list would take the next click for itself.
-    if (QWidget *list = QApplication::activePopupWidget())
-        list->close();
+    sendKey(field, Qt::Key_Return, Qt::NoModifier, QStringLiteral("\r"));
     return QString();
-}
-
-QString enter(QWidget *field, const QString &text)
-{
-    const QString why = type(field, text);
-    return why.isEmpty() ? press(field, Qt::Key_Return, QStringLiteral("\r")) : why;
 }
 
 QString check(QCheckBox *box, bool checked)
@@ -215,6 +207,9 @@ QString chooseMenu(QWidget *menuBar, const QStringList &path)
         const QString why = click(holder, place.center());
         if (!why.isEmpty() || !next)
             return why;
+        // A menu in a menu opens in its own time; the arrow key does not wait.
+        if (!next->isVisible())
+            sendKey(holder, Qt::Key_Right, Qt::NoModifier, QString());
         holder = next;
     }
     return QString();

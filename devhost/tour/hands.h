@@ -24,9 +24,7 @@ QString drag(QWidget *widget, const QPoint &from, const QPoint &way);
 /// A press of one key, after giving @p widget the keyboard focus; @p text as the key would type it.
 QString press(QWidget *widget, Qt::Key key, const QString &text = QString());
 
-/// Replaces what is in the line edit or spin box.
-QString type(QWidget *field, const QString &text);
-/// The same, ended with Enter.
+/// Replaces what is in the line edit or spin box, and ends with Enter.
 QString enter(QWidget *field, const QString &text);
 /// Clicks the box only when it is not as wanted already.
 QString check(QCheckBox *box, bool checked);

@@ -1,0 +1,214 @@
+#include "devhost/announcement.h"
+#include "devhost/device_transport.h"
+#include "devhost/editor_session.h"
+#include "devhost/known_device.h"
+#include "host/px_devices.h"
+#include "tests/devhost/fake_device.h"
+#include "tests/devhost/fake_plugin.h"
+
+#include <QPointer>
+#include <QSignalSpy>
+#include <QTest>
+
+#include <functional>
+
+using namespace devhost;
+
+using Ending = std::function<void(EditorSession *, PlexoPlugin *)>;
+Q_DECLARE_METATYPE(Ending)
+
+class Session : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void presentsEditor();
+    void carriesTextAndBinaryApart();
+    void ignoresRepliesOfOtherDevices();
+    void passesOnWhatPluginSays();
+    void endsOnce_data();
+    void endsOnce();
+    void endsInsideOwnSignal();
+    void failsToStart_data();
+    void failsToStart();
+    void callsPresetSlotsByName();
+
+private:
+    PlexoPlugin *plugin() const { return qobject_cast<PlexoPlugin *>(m_session->editor()->parentWidget()); }
+    void start();
+
+    pxDevices m_devices;
+    FakeFactory m_factory;
+    QScopedPointer<DeviceTransport> m_text;
+    QScopedPointer<DeviceTransport> m_aes67;
+    QScopedPointer<FakeDevice> m_fake;
+    QScopedPointer<KnownDevice> m_device;
+    QPointer<EditorSession> m_session;
+    QWidget m_styleSource;
+};
+
+void Session::init()
+{
+    m_text.reset(new DeviceTransport);
+    m_aes67.reset(new DeviceTransport);
+    m_text->open();
+    m_aes67->open();
+    m_fake.reset(new FakeDevice);
+    m_device.reset(new KnownDevice(QStringLiteral("KBX-0001"), 60000));
+    m_device->hear(*parseAnnouncement(m_fake->announcement("KBX-0001", "FAKE")), m_fake->address());
+    for (DeviceTransport *transport : {m_text.data(), m_aes67.data()})
+        transport->setRoute(m_device->name(), m_fake->address(), m_fake->port());
+    m_styleSource.setStyleSheet(QStringLiteral("QWidget { color: #ff7707; }"));
+    m_session
+        = new EditorSession({&m_devices, m_text.data(), m_aes67.data(), &m_styleSource, 7}, m_device.data());
+    m_factory.givesEditor = true;
+    m_factory.closesAtOnce = false;
+}
+
+void Session::cleanup()
+{
+    delete m_session;
+}
+
+void Session::start()
+{
+    QCOMPARE(m_session->start(&m_factory), QString());
+}
+
+void Session::presentsEditor()
+{
+    start();
+    QVERIFY(m_session->editor()->isVisible());
+    QCOMPARE(m_session->editor()->windowTitle(), QStringLiteral("KBX-0001 - Fake_Plugin"));
+    QCOMPARE(m_session->editor()->styleSheet(), m_styleSource.styleSheet());
+    QCOMPARE(plugin()->getNetInterfaceIndex(), 7);
+    QCOMPARE(plugin()->getDevice(), m_device.data());
+    QCOMPARE(plugin()->getDevices(), &m_devices);
+    m_session->setInterfaceIndex(9);
+    QCOMPARE(plugin()->getNetInterfaceIndex(), 9);
+}
+
+void Session::carriesTextAndBinaryApart()
+{
+    start();
+    plugin()->queueVelmarAsciiMsg(m_device->name(), "text", false);
+    QTRY_COMPARE(m_fake->heard(), QList<QByteArray>{"text"});
+    m_fake->answer("text reply");
+    QTRY_COMPARE(plugin()->property("received").toStringList(), QStringList{QStringLiteral("text reply")});
+    plugin()->sendVelmarAsciiMsgDirect(m_device->name(), "at once");
+    QTRY_COMPARE(m_fake->heard().last(), QByteArray("at once"));
+    plugin()->queueVelmarAES67Msg(m_device->name(), "binary");
+    QTRY_COMPARE(m_fake->heard().last(), QByteArray("binary"));
+    m_fake->answer("binary reply");
+    QTRY_COMPARE(plugin()->property("binary").toStringList(), QStringList{QStringLiteral("binary reply")});
+    QCOMPARE(plugin()->property("received").toStringList().size(), 1);
+}
+
+void Session::ignoresRepliesOfOtherDevices()
+{
+    start();
+    emit m_text->received(QStringLiteral("kbx-0001"), "other case");
+    emit m_text->received(QStringLiteral("KBX-0002"), "other device");
+    emit m_text->received(m_device->name(), "mine");
+    QCOMPARE(plugin()->property("received").toStringList(), QStringList{QStringLiteral("mine")});
+}
+
+void Session::passesOnWhatPluginSays()
+{
+    start();
+    QSignalSpy logged(m_session, &EditorSession::logged);
+    QSignalSpy status(m_session, &EditorSession::statusChanged);
+    QSignalSpy hostStatus(m_session, &EditorSession::hostStatus);
+    QSignalSpy view(m_session, &EditorSession::deviceViewRequested);
+    QSignalSpy overdue(m_session, &EditorSession::replyOverdue);
+    QSignalSpy loaded(m_session, &EditorSession::presetLoadFinished);
+    emit plugin()->logData(QStringLiteral("line"));
+    emit plugin()->updatePluginStatus(QStringLiteral("changed"), true);
+    emit plugin()->updateMainWindowStatus(QStringLiteral("saving"));
+    emit plugin()->switchToDeviceView();
+    emit plugin()->sendVelmarAsciiMsgTimeout();
+    m_session->applySnapshot("good");
+    QCOMPARE(logged.value(0), QVariantList{QStringLiteral("line")});
+    QCOMPARE(status.count(), 1);
+    QCOMPARE(m_session->status(), QStringLiteral("changed"));
+    QVERIFY(m_session->isStatusHighlighted());
+    QCOMPARE(hostStatus.value(0), QVariantList{QStringLiteral("saving")});
+    QCOMPARE(view.count(), 1);
+    QCOMPARE(overdue.count(), 1);
+    QCOMPARE(loaded.value(0), QVariantList{true});
+}
+
+void Session::endsOnce_data()
+{
+    QTest::addColumn<Ending>("ending");
+    QTest::newRow("the plugin asks") << Ending([](EditorSession *, PlexoPlugin *plugin) {
+        emit plugin->pluginRequestClose();
+        emit plugin->pluginRequestClose();
+    });
+    QTest::newRow("the frame is closed")
+        << Ending([](EditorSession *session, PlexoPlugin *) { session->editor()->close(); });
+    QTest::newRow("the host ends it") << Ending([](EditorSession *session, PlexoPlugin *) {
+        session->end();
+        session->end();
+    });
+    QTest::newRow("the plugin dies") << Ending([](EditorSession *, PlexoPlugin *plugin) { delete plugin; });
+}
+
+void Session::endsOnce()
+{
+    QFETCH(const Ending, ending);
+    start();
+    QSignalSpy ended(m_session, &EditorSession::ended);
+    const QPointer<PlexoPlugin> gone(plugin());
+    connect(m_session, &EditorSession::ended, this, [this] { QVERIFY(!m_session->editor()); });
+    ending(m_session, gone);
+    QCOMPARE(ended.count(), 1);
+    emit m_text->received(m_device->name(), "too late");
+    QTRY_VERIFY(!gone);
+    QVERIFY(m_session->snapshot().isEmpty());
+    QVERIFY(!m_session->storePreset(1));
+}
+
+void Session::endsInsideOwnSignal()
+{
+    start();
+    const QPointer<PlexoPlugin> gone(plugin());
+    connect(m_session, &EditorSession::logged, this, [this] { delete m_session; });
+    emit gone->logData(QStringLiteral("last words"));
+    QVERIFY(!m_session);
+    QVERIFY(!gone);
+}
+
+void Session::failsToStart_data()
+{
+    QTest::addColumn<bool>("givesEditor");
+    QTest::addColumn<bool>("closesAtOnce");
+    QTest::newRow("no editor") << false << false;
+    QTest::newRow("closes when it is attached") << true << true;
+}
+
+void Session::failsToStart()
+{
+    QFETCH(const bool, givesEditor);
+    QFETCH(const bool, closesAtOnce);
+    m_factory.givesEditor = givesEditor;
+    m_factory.closesAtOnce = closesAtOnce;
+    const QString sentence = m_session->start(&m_factory);
+    QVERIFY2(sentence.contains(m_device->name()), qPrintable(sentence));
+    QVERIFY(!m_session->editor() || !m_session->editor()->isVisible());
+}
+
+void Session::callsPresetSlotsByName()
+{
+    start();
+    QVERIFY(m_session->storePreset(2));
+    QVERIFY(m_session->recallPreset(5));
+    QCOMPARE(plugin()->property("stored").toInt(), 2);
+    QCOMPARE(plugin()->property("recalled").toInt(), 5);
+}
+
+QTEST_MAIN(Session)
+#include "tst_editor_session.moc"

@@ -1,0 +1,219 @@
+#include "devhost/communication_log.h"
+#include "devhost/device_transport.h"
+#include "devhost/log_filter.h"
+#include "devhost/message_recorder.h"
+#include "devhost/whole_file.h"
+
+#include <QAbstractItemModelTester>
+#include <QDir>
+#include <QFile>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <csignal>
+#include <sys/resource.h>
+#include <sys/stat.h>
+
+using namespace devhost;
+
+namespace {
+
+/// Lets no file of the process grow beyond a size, as on a full disk, while it lives.
+class FileSizeLimit
+{
+public:
+    explicit FileSizeLimit(rlim_t bytes)
+        : m_handler(signal(SIGXFSZ, SIG_IGN))
+    {
+        getrlimit(RLIMIT_FSIZE, &m_before);
+        const rlimit limit{bytes, m_before.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &limit);
+    }
+    ~FileSizeLimit()
+    {
+        setrlimit(RLIMIT_FSIZE, &m_before);
+        signal(SIGXFSZ, m_handler);
+    }
+    Q_DISABLE_COPY(FileSizeLimit)
+
+private:
+    rlimit m_before{};
+    void (*m_handler)(int);
+};
+
+} // namespace
+
+class Log : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void staysBounded();
+    void showsOneLineOfText();
+    void filters_data();
+    void filters();
+    void writesLines();
+    void recordsMessages();
+    void readsWholeFilesOnly_data();
+    void readsWholeFilesOnly();
+    void writesAllOrNothing();
+};
+
+void Log::staysBounded()
+{
+    constexpr int most = 30;
+    CommunicationLog log(most);
+    const QAbstractItemModelTester tester(&log, QAbstractItemModelTester::FailureReportingMode::Fatal);
+    for (int line = 0; line < 100; ++line) {
+        log.append(LogSource::Sent, QString(), QString::number(line));
+        QVERIFY(log.rowCount() <= most);
+    }
+    QCOMPARE(log.entry(log.rowCount() - 1).text, QStringLiteral("99"));
+    const int first = log.entry(0).text.toInt();
+    for (int row = 0; row < log.rowCount(); ++row)
+        QCOMPARE(log.entry(row).text.toInt(), first + row);
+    log.clear();
+    QCOMPARE(log.rowCount(), 0);
+}
+
+void Log::showsOneLineOfText()
+{
+    CommunicationLog log(10);
+    log.append(LogSource::Sent, QString(), QStringLiteral("SAVE 1\r"));
+    QCOMPARE(log.index(0, CommunicationLog::Text).data().toString(), QStringLiteral("SAVE 1\\r"));
+}
+
+void Log::filters_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QList<int>>("hidden");
+    QTest::addColumn<QStringList>("shown");
+    const QString get = QStringLiteral("{\"get\":\"/system/usb\"}");
+    const QString poll = QStringLiteral("{\"get\":\"/status/usb\"}");
+    const QString reply = QStringLiteral("{\"result\":\"OK\"}");
+    const QString alarm = QStringLiteral("usb is on fire");
+    QTest::newRow("nothing asked") << QString() << QList<int>() << QStringList{get, poll, reply, alarm};
+    QTest::newRow("a word") << QStringLiteral("USB") << QList<int>() << QStringList{get, poll, alarm};
+    QTest::newRow("every word") << QStringLiteral("usb get") << QList<int>() << QStringList{get, poll};
+    QTest::newRow("not a word") << QStringLiteral("usb -status") << QList<int>() << QStringList{get, alarm};
+    QTest::newRow("a lone minus") << QStringLiteral("-") << QList<int>()
+                                  << QStringList{get, poll, reply, alarm};
+    QTest::newRow("a device") << QStringLiteral("kbx-2") << QList<int>() << QStringList{poll};
+    QTest::newRow("no sent ones") << QString() << QList<int>{int(LogSource::Sent)}
+                                  << QStringList{reply, alarm};
+    QTest::newRow("text and source") << QStringLiteral("usb") << QList<int>{int(LogSource::Sent)}
+                                     << QStringList{alarm};
+}
+
+void Log::filters()
+{
+    QFETCH(const QString, text);
+    QFETCH(const QList<int>, hidden);
+    QFETCH(const QStringList, shown);
+    CommunicationLog log(10);
+    LogFilter filter(&log);
+    log.append(LogSource::Sent, QStringLiteral("KBX-1"), QStringLiteral("{\"get\":\"/system/usb\"}"));
+    log.append(LogSource::Sent, QStringLiteral("KBX-2"), QStringLiteral("{\"get\":\"/status/usb\"}"));
+    filter.setText(text);
+    for (int source : hidden)
+        filter.setSourceShown(LogSource(source), false);
+    // Lines that come in later are filtered the same way.
+    log.append(LogSource::Received, QStringLiteral("KBX-1"), QStringLiteral("{\"result\":\"OK\"}"));
+    log.append(LogSource::Problem, QString(), QStringLiteral("usb is on fire"));
+    QStringList lines;
+    for (int row = 0; row < filter.rowCount(); ++row)
+        lines.append(filter.index(row, CommunicationLog::Text).data().toString());
+    QCOMPARE(lines, shown);
+    for (int source : hidden)
+        filter.setSourceShown(LogSource(source), true);
+    filter.setText(QString());
+    QCOMPARE(filter.rowCount(), log.rowCount());
+}
+
+void Log::writesLines()
+{
+    CommunicationLog log(10);
+    LogFilter filter(&log);
+    log.append(LogSource::Sent, QStringLiteral("KBX-1"), QStringLiteral("one"));
+    log.append(LogSource::Received, QStringLiteral("KBX-1"), QStringLiteral("two"));
+    filter.setText(QStringLiteral("two"));
+    const QString line = filter.allLines();
+    QCOMPARE(line.count(QLatin1Char('\n')), 1);
+    QVERIFY2(line.endsWith(QStringLiteral("\tKBX-1\trx\ttwo\n")), qPrintable(line));
+}
+
+void Log::recordsMessages()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("messages.jsonl"));
+    DeviceTransport transport;
+    MessageRecorder recorder;
+    QVERIFY(!recorder.start(folder.filePath(QStringLiteral("no/such/folder"))).isEmpty());
+    QCOMPARE(recorder.start(path), QString());
+    recorder.record(&transport);
+    emit transport.sent(QStringLiteral("KBX-1"), "{\"get\":\"/info\"}");
+    emit transport.received(QStringLiteral("Büro"), "a\n\xff");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = file.readAll().split('\n');
+    QCOMPARE(lines.size(), 3); // the last one empty
+    const QJsonObject sent = QJsonDocument::fromJson(lines.at(0)).object();
+    QCOMPARE(sent.keys(),
+             (QStringList{QStringLiteral("device"), QStringLiteral("dir"), QStringLiteral("t_ms"),
+                          QStringLiteral("text")}));
+    QVERIFY(sent.value(QStringLiteral("t_ms")).isDouble());
+    QCOMPARE(sent.value(QStringLiteral("dir")).toString(), QStringLiteral("tx"));
+    QCOMPARE(sent.value(QStringLiteral("text")).toString(), QStringLiteral("{\"get\":\"/info\"}"));
+    const QJsonObject received = QJsonDocument::fromJson(lines.at(1)).object();
+    QCOMPARE(received.value(QStringLiteral("dir")).toString(), QStringLiteral("rx"));
+    QCOMPARE(received.value(QStringLiteral("device")).toString(), QStringLiteral("Büro"));
+    QVERIFY(received.value(QStringLiteral("text")).toString().startsWith(QStringLiteral("a\n")));
+}
+
+void Log::readsWholeFilesOnly_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<bool>("read");
+    QTest::newRow("empty") << 0 << true;
+    QTest::newRow("as large as allowed") << 1000 << true;
+    QTest::newRow("one byte more") << 1001 << false;
+    QTest::newRow("no file") << -1 << false;
+}
+
+void Log::readsWholeFilesOnly()
+{
+    QFETCH(const int, size);
+    QFETCH(const bool, read);
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.xml"));
+    if (size >= 0)
+        QCOMPARE(writeWholeFile(path, QByteArray(size, 'x')), QString());
+    const FileContent content = readWholeFile(path, 1000);
+    QCOMPARE(content.error.isEmpty(), read);
+    QCOMPARE(content.bytes.size(), read ? size : 0);
+    QVERIFY(read || content.error.contains(path));
+}
+
+void Log::writesAllOrNothing()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("a.xml"));
+    QCOMPARE(writeWholeFile(path, "before"), QString());
+    {
+        const FileSizeLimit full(100);
+        QVERIFY(!writeWholeFile(path, QByteArray(10000, 'x')).isEmpty());
+    }
+    const QString pipe = folder.filePath(QStringLiteral("pipe"));
+    QCOMPARE(mkfifo(QFile::encodeName(pipe).constData(), 0600), 0);
+    QVERIFY(!writeWholeFile(pipe, "lost").isEmpty());
+    QVERIFY(!writeWholeFile(folder.filePath(QStringLiteral("none/a.xml")), "lost").isEmpty());
+    QVERIFY(!writeWholeFile(folder.path(), "lost").isEmpty());
+    QCOMPARE(readWholeFile(path, 100).bytes, QByteArray("before"));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::System),
+             (QStringList{QStringLiteral("a.xml"), QStringLiteral("pipe")}));
+}
+
+QTEST_GUILESS_MAIN(Log)
+#include "tst_log.moc"

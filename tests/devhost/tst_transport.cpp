@@ -1,0 +1,139 @@
+#include "devhost/device_transport.h"
+#include "tests/devhost/fake_device.h"
+
+#include <QEventLoop>
+#include <QSignalSpy>
+#include <QTest>
+#include <QTimer>
+
+using namespace devhost;
+
+namespace {
+
+QString name()
+{
+    return QStringLiteral("KBX-0001");
+}
+
+} // namespace
+
+class Transport : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void carriesBytesUnchanged();
+    void tellsDevicesApart();
+    void ignoresStrangers();
+    void keepsDeliveringInsideNestedLoop();
+    void saysWhatWasNotSent_data();
+    void saysWhatWasNotSent();
+
+private:
+    QScopedPointer<DeviceTransport> m_transport;
+    QScopedPointer<FakeDevice> m_device;
+};
+
+void Transport::init()
+{
+    m_device.reset(new FakeDevice);
+    m_transport.reset(new DeviceTransport);
+    QCOMPARE(m_transport->open(), QString());
+    m_transport->setRoute(name(), m_device->address(), m_device->port());
+}
+
+void Transport::carriesBytesUnchanged()
+{
+    const QByteArray request = QByteArray::fromHex("00ff7b0d0a");
+    QSignalSpy sent(m_transport.data(), &DeviceTransport::sent);
+    QSignalSpy received(m_transport.data(), &DeviceTransport::received);
+    m_transport->send(name(), request);
+    QTRY_COMPARE(m_device->heard(), QList<QByteArray>{request});
+    QCOMPARE(sent.count(), 1);
+    const QList<QByteArray> replies{QByteArray(), QByteArray("a\0b", 3), QByteArray(60000, 'x')};
+    for (const QByteArray &reply : replies)
+        m_device->answer(reply);
+    QTRY_COMPARE(received.count(), replies.size());
+    for (int i = 0; i < replies.size(); ++i)
+        QCOMPARE(received.at(i), (QVariantList{name(), replies.at(i)}));
+}
+
+void Transport::tellsDevicesApart()
+{
+    // One address, two ports.
+    FakeDevice other;
+    m_transport->setRoute(QStringLiteral("other"), other.address(), other.port());
+    QSignalSpy received(m_transport.data(), &DeviceTransport::received);
+    m_transport->send(name(), "1");
+    m_transport->send(QStringLiteral("other"), "2");
+    QTRY_COMPARE(other.heard(), QList<QByteArray>{"2"});
+    QTRY_COMPARE(m_device->heard(), QList<QByteArray>{"1"});
+    other.answer("from other");
+    QTRY_COMPARE(received.count(), 1);
+    QCOMPARE(received.takeFirst().first().toString(), QStringLiteral("other"));
+    m_device->answer("from first");
+    QTRY_COMPARE(received.count(), 1);
+    QCOMPARE(received.first().first().toString(), name());
+}
+
+void Transport::ignoresStrangers()
+{
+    FakeDevice stranger;
+    m_transport->setRoute(QStringLiteral("moved"), stranger.address(), stranger.port());
+    m_transport->send(QStringLiteral("moved"), "?");
+    m_transport->send(name(), "?");
+    QTRY_VERIFY(!stranger.heard().isEmpty() && !m_device->heard().isEmpty());
+    m_transport->setRoute(QStringLiteral("moved"), stranger.address(), 9);
+    QSignalSpy received(m_transport.data(), &DeviceTransport::received);
+    stranger.answer("from where no device is any more");
+    m_device->answer("known");
+    QTRY_COMPARE(received.count(), 1);
+    QCOMPARE(received.first().at(1).toByteArray(), QByteArray("known"));
+}
+
+void Transport::keepsDeliveringInsideNestedLoop()
+{
+    QEventLoop dialog;
+    bool openAtSecond = false;
+    QSignalSpy received(m_transport.data(), &DeviceTransport::received);
+    connect(m_transport.data(), &DeviceTransport::received, &dialog,
+            [&](const QString &, const QByteArray &bytes) {
+                openAtSecond = dialog.isRunning();
+                if (bytes != "open a dialog") {
+                    dialog.quit();
+                    return;
+                }
+                QTimer::singleShot(0, &dialog, [this] { m_device->answer("while it is open"); });
+                QTimer::singleShot(3000, &dialog, &QEventLoop::quit);
+                dialog.exec();
+            });
+    m_transport->send(name(), "?");
+    QTRY_VERIFY(!m_device->heard().isEmpty());
+    m_device->answer("open a dialog");
+    QTRY_COMPARE(received.count(), 2);
+    QVERIFY(openAtSecond);
+}
+
+void Transport::saysWhatWasNotSent_data()
+{
+    QTest::addColumn<QString>("device");
+    QTest::addColumn<int>("size");
+    QTest::newRow("unknown device") << QStringLiteral("nobody") << 10;
+    QTest::newRow("too large for a datagram") << name() << 70000;
+}
+
+void Transport::saysWhatWasNotSent()
+{
+    QFETCH(const QString, device);
+    QFETCH(const int, size);
+    QSignalSpy problem(m_transport.data(), &DeviceTransport::problem);
+    QSignalSpy sent(m_transport.data(), &DeviceTransport::sent);
+    m_transport->send(device, QByteArray(size, 'x'));
+    QCOMPARE(sent.count(), 0);
+    QCOMPARE(problem.count(), 1);
+    QVERIFY(problem.first().first().toString().contains(device));
+}
+
+QTEST_MAIN(Transport)
+#include "tst_transport.moc"
