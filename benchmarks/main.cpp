@@ -4,17 +4,35 @@
 #include "benchmarks/report.h"
 
 #include <QApplication>
-#include <QTextStream>
 
+namespace {
+
+struct Area
+{
+    const char *name;
+    void (*measure)(bench::Report &report);
+};
+
+constexpr Area Areas[] = {
+    {"opening", bench::measureOpening},   {"dispatcher", bench::measureDispatcher},
+    {"mixer", bench::measureMixer},       {"painting", bench::measurePainting},
+    {"levels", bench::measureLevels},     {"snapshots", bench::measureSnapshots},
+    {"transfer", bench::measureTransfer},
+};
+
+} // namespace
+
+/// Arguments name the areas to measure; without any, all are.
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
+    const QStringList wanted = QApplication::arguments().mid(1);
     bench::Report report;
-    for (auto *measure :
-         {bench::measureOpening, bench::measureDispatcher, bench::measureMixer, bench::measurePainting,
-          bench::measureLevels, bench::measureSnapshots, bench::measureTransfer})
-        measure(report);
+    for (const Area &area : Areas) {
+        if (wanted.isEmpty() || wanted.contains(QLatin1String(area.name)))
+            area.measure(report);
+    }
     report.print();
     return report.allGoalsMet() ? 0 : 1;
 }
