@@ -1,181 +1,221 @@
 // Every command of the settings pages: what the hand does, what goes onto the wire, whether it counts as a
-// change of stored settings, and what the editor's caches hold once the device has confirmed it.
+// change of stored settings, and what the editor holds once the device has confirmed it.
 
-#include "plugin/velmar_sample_plugin_factory.h"
-#include "tests/support/editor_session.h"
+#include "tests/editor/live_editor_test.h"
+#include "tests/support/box_answerer.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QJsonArray>
-#include <QJsonObject>
 #include <QLineEdit>
-#include <QStatusBar>
-#include <QtTest>
+#include <QPushButton>
 
-Q_DECLARE_METATYPE(QJsonValue)
-
-class CommandsTest : public QObject
+class CommandsTest : public LiveEditorTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanupTestCase() { m_session.reset(); }
     void sendsAndTakesOver_data();
     void sendsAndTakesOver();
     void usbModeOfWidgets_data();
     void usbModeOfWidgets();
     void refusalLeavesTheCache();
+    void addressesAreChecked_data();
+    void addressesAreChecked();
+    void applySendsWhatItWarnedAbout();
+    void staticAddressEnablesItsFields();
 
 private:
-    VelmarSamplePluginFactory m_factory;
-    QScopedPointer<support::EditorSession> m_session;
-};
-
-void CommandsTest::init()
-{
-    if (!m_session) {
-        m_session.reset(new support::EditorSession(&m_factory));
-        QVERIFY(m_session->goLive());
+    QByteArray sentByHand(QWidget *control, Qt::Key key)
+    {
+        if (qobject_cast<QComboBox *>(control))
+            return sentBy([&] { QTest::keyClick(control, key); });
+        return sentBy([&] { session->click(control); });
     }
-    m_session->script->acceptAll();
-    for (const char *path : {"/system/usb", "/system/bluetooth", "/system/voice_cue", "/system/notifications",
-                             "/system/metering"})
-        m_session->deviceReports(path, m_session->script->value(QLatin1String(path)));
-    m_session->find<QCheckBox>("identify_checkBox")->setChecked(false);
-    m_session->plugin->setSettingsChanged(false);
-}
+};
 
 void CommandsTest::sendsAndTakesOver_data()
 {
-    QTest::addColumn<QString>("widget");
-    QTest::addColumn<QString>("path");
-    QTest::addColumn<QJsonValue>("value");
-    QTest::addColumn<QString>("element"); // of the cached section; empty for a command without a cache
-    QTest::addColumn<int>("index");
-    const auto command = [](const char *widget, const char *path) {
-        QTest::newRow(widget) << widget << path << QJsonValue(true) << QString() << -1;
+    struct Command
+    {
+        const char *widget;
+        const char *path;
+        const char *value;
+        const char *element; // of the section that holds it; none for a command that is no setting
+        const char *cached; // part of what the section then holds
     };
-    const auto setting
-        = [](const char *widget, const char *path, const QJsonValue &value, const char *element,
-             int index = -1) { QTest::newRow(widget) << widget << path << value << element << index; };
-    command("identify_checkBox", "/control/identify");
-    command("bt_activate_pairing_pushButton", "/control/bluetooth/pair");
-    command("bt_close_connection_pushButton", "/control/bluetooth/disconnect");
-    command("bt_clear_pairing_pushButton", "/control/bluetooth/clear_list");
-    command("avrcp_play_pushButton", "/control/bluetooth/play");
-    command("avrcp_pause_pushButton", "/control/bluetooth/pause");
-    command("avrcp_prev_pushButton", "/control/bluetooth/prev");
-    command("avrcp_next_pushButton", "/control/bluetooth/next");
-    command("avrcp_vol_dn_pushButton", "/control/bluetooth/vol_down");
-    command("avrcp_vol_up_pushButton", "/control/bluetooth/vol_up");
-    command("vc_pair_init_play_pushButton", "/control/voice_cue/0/play");
-    command("vc_pair_end_play_pushButton", "/control/voice_cue/1/play");
-    command("vc_pair_success_play_pushButton", "/control/voice_cue/2/play");
-    command("vc_connect_failed_play_pushButton", "/control/voice_cue/3/play");
-    setting("bt_interface_en_checkBox", "/system/bluetooth/enable", false, "SYSTEM_BLUETOOTH");
-    setting("bt_disable_pairing_button_checkBox", "/system/bluetooth/button", false, "SYSTEM_BLUETOOTH");
-    setting("bt_connection_mode_comboBox", "/system/bluetooth/connection_mode", QStringLiteral("reconnect"),
-            "SYSTEM_BLUETOOTH");
-    setting("bt_audio_bridging_comboBox", "/system/bluetooth/profile", QStringLiteral("media"),
-            "SYSTEM_BLUETOOTH");
-    setting("bt_apply_friendly_name_pushButton", "/system/bluetooth/name", QStringLiteral("KBX"),
-            "SYSTEM_BLUETOOTH");
-    setting("usb_audio_mode_comboBox", "/system/usb/mode", QStringLiteral("speakerphone_no_ec"),
-            "SYSTEM_USB");
-    setting("usb_priority_checkBox", "/system/usb/priority", true, "SYSTEM_USB");
-    setting("vc_pair_init_en_checkBox", "/system/voice_cue/0/enable", false, "SYSTEM_VOICE_CUE", 0);
-    setting("vc_pair_end_en_checkBox", "/system/voice_cue/1/enable", false, "SYSTEM_VOICE_CUE", 1);
-    setting("vc_pair_success_en_checkBox", "/system/voice_cue/2/enable", false, "SYSTEM_VOICE_CUE", 2);
-    setting("vc_connect_failed_en_checkBox", "/system/voice_cue/3/enable", false, "SYSTEM_VOICE_CUE", 3);
-    setting("en_multicast_async_notify_checkBox", "/system/notifications/enable", true,
-            "SYSTEM_NOTIFICATIONS");
-    setting("multicast_async_notify_apply_pushButton", "/system/notifications",
-            QJsonObject{{QStringLiteral("enable"), false},
-                        {QStringLiteral("ip"), QStringLiteral("239.1.1.1")},
-                        {QStringLiteral("port"), 5000}},
-            "SYSTEM_NOTIFICATIONS");
-    setting(
-        "multicast_metering_apply_pushButton", "/system/metering",
-        QJsonObject{{QStringLiteral("ip"), QStringLiteral("239.255.1.1")}, {QStringLiteral("port"), 5100}},
-        "SYSTEM_METERING");
+    const char *bt = "SYSTEM_BLUETOOTH";
+    const char *cue = "SYSTEM_VOICE_CUE";
+    const char *metering = R"({"ip":"239.255.1.1","port":5100})";
+    const Command commands[] = {
+        {"identify_checkBox", "/control/identify", "true", "", ""},
+        {"bt_activate_pairing_pushButton", "/control/bluetooth/pair", "true", "", ""},
+        {"bt_close_connection_pushButton", "/control/bluetooth/disconnect", "true", "", ""},
+        {"bt_clear_pairing_pushButton", "/control/bluetooth/clear_list", "true", "", ""},
+        {"avrcp_play_pushButton", "/control/bluetooth/play", "true", "", ""},
+        {"avrcp_pause_pushButton", "/control/bluetooth/pause", "true", "", ""},
+        {"avrcp_prev_pushButton", "/control/bluetooth/prev", "true", "", ""},
+        {"avrcp_next_pushButton", "/control/bluetooth/next", "true", "", ""},
+        {"avrcp_vol_dn_pushButton", "/control/bluetooth/vol_down", "true", "", ""},
+        {"avrcp_vol_up_pushButton", "/control/bluetooth/vol_up", "true", "", ""},
+        {"vc_pair_init_play_pushButton", "/control/voice_cue/0/play", "true", "", ""},
+        {"vc_pair_end_play_pushButton", "/control/voice_cue/1/play", "true", "", ""},
+        {"vc_pair_success_play_pushButton", "/control/voice_cue/2/play", "true", "", ""},
+        {"vc_connect_failed_play_pushButton", "/control/voice_cue/3/play", "true", "", ""},
+        {"bt_disable_pairing_button_checkBox", "/system/bluetooth/button", "false", bt, R"("button":false)"},
+        {"bt_connection_mode_comboBox", "/system/bluetooth/connection_mode", R"("reconnect")", bt,
+         "reconnect"},
+        {"bt_audio_bridging_comboBox", "/system/bluetooth/profile", R"("media")", bt, "media"},
+        {"bt_apply_friendly_name_pushButton", "/system/bluetooth/name", R"("KBX")", bt, "KBX"},
+        {"bt_interface_en_checkBox", "/system/bluetooth/enable", "false", bt, R"("enable":false)"},
+        {"usb_audio_mode_comboBox", "/system/usb/mode", R"("speakerphone_no_ec")", "SYSTEM_USB", "no_ec"},
+        {"usb_priority_checkBox", "/system/usb/priority", "true", "SYSTEM_USB", R"("priority":true)"},
+        {"vc_pair_init_en_checkBox", "/system/voice_cue/0/enable", "false", cue,
+         R"([{"enable":false},{"enable":t)"},
+        {"vc_pair_end_en_checkBox", "/system/voice_cue/1/enable", "false", cue,
+         R"(false},{"enable":false},{)"},
+        {"vc_pair_success_en_checkBox", "/system/voice_cue/2/enable", "false", cue,
+         R"(false},{"enable":true}])"},
+        {"vc_connect_failed_en_checkBox", "/system/voice_cue/3/enable", "false", cue, R"({"enable":false}])"},
+        {"en_multicast_async_notify_checkBox", "/system/notifications/enable", "true", "SYSTEM_NOTIFICATIONS",
+         R"("enable":true)"},
+        {"multicast_metering_apply_pushButton", "/system/metering", metering, "SYSTEM_METERING", metering},
+    };
+    QTest::addColumn<QString>("widget");
+    QTest::addColumn<QByteArray>("sent");
+    QTest::addColumn<QByteArray>("element");
+    QTest::addColumn<QByteArray>("cached");
+    for (const Command &c : commands)
+        QTest::newRow(c.widget) << c.widget
+                                << QByteArray("{\"set\":\"") + c.path + "\",\"value\":" + c.value + '}'
+                                << QByteArray(c.element) << QByteArray(c.cached);
 }
 
 void CommandsTest::sendsAndTakesOver()
 {
     QFETCH(QString, widget);
-    QFETCH(QString, path);
-    QFETCH(QJsonValue, value);
-    QFETCH(QString, element);
-    QFETCH(int, index);
-    auto *control = m_session->find<QWidget>(widget.toLatin1().constData());
-    const QStringList sent = m_session->commandsOf([&] {
-        if (qobject_cast<QComboBox *>(control))
-            QTest::keyClick(control, Qt::Key_Down);
-        else
-            m_session->click(control);
-    });
-    const QString json = QString::fromUtf8(
-        QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact).chopped(1).mid(1));
-    QCOMPARE(sent, {QStringLiteral("{\"set\":\"%1\",\"value\":%2}").arg(path, json)});
-    QCOMPARE(m_session->plugin->getSettingsChanged(), !element.isEmpty());
-    QCOMPARE(m_session->find<QStatusBar>("statusbar")->currentMessage(),
-             element.isEmpty() ? QStringLiteral("Device connected...")
-                               : QStringLiteral("Device connected - Settings have changed"));
+    QFETCH(QByteArray, element);
+    QTEST(sentByHand(session->find<QWidget>(widget), Qt::Key_Down), "sent");
+    QCOMPARE(session->plugin->getSettingsChanged(), !element.isEmpty());
     if (element.isEmpty())
         return;
-    QJsonValue cached = m_session->cached(element.toLatin1().constData());
-    if (index >= 0)
-        cached = cached.toArray().at(index);
-    if (!value.isObject())
-        cached = cached.toObject().value(path.section(QLatin1Char('/'), -1));
-    QCOMPARE(cached, value);
+    QFETCH(QByteArray, cached);
+    const QByteArray held = session->cached(element.constData());
+    QVERIFY2(held.contains(cached), held);
+    QCOMPARE(session->find<QWidget>("bt_tabWidget")->isEnabled(),
+             widget != QLatin1String("bt_interface_en_checkBox"));
+    session->deviceReports(
+        QStringLiteral("/system/bluetooth"),
+        R"({"enable":true,"button":true,"name":"KBX","connection_mode":"basic","profile":"both"})");
 }
 
 void CommandsTest::usbModeOfWidgets_data()
 {
-    QTest::addColumn<QString>("before");
+    QTest::addColumn<QByteArray>("before");
     QTest::addColumn<QString>("widget");
-    QTest::addColumn<QString>("word");
-    const char *aec = "usb_mode_aec_checkBox";
-    const char *telephony = "usb_mode_telephony_checkBox";
-    const char *mode = "usb_audio_mode_comboBox";
-    QTest::newRow("echo cancellation") << "speakerphone_no_ec" << aec << "speakerphone_ec";
-    QTest::newRow("telephony") << "speakerphone_no_ec" << telephony << "speakerphone_telephony_no_ec";
-    QTest::newRow("both") << "speakerphone_ec" << telephony << "speakerphone_telephony_ec";
-    QTest::newRow("one less") << "speakerphone_telephony_ec" << aec << "speakerphone_telephony_no_ec";
-    QTest::newRow("sound card whatever the ticks") << "speakerphone_telephony_ec" << mode << "2x2";
+    QTest::addColumn<QByteArray>("word");
+    const auto row = [](const char *before, const char *widget, const char *word) {
+        QTest::newRow(word) << QByteArray(before) << widget << QByteArray(word);
+    };
+    row("speakerphone_no_ec", "usb_mode_aec_checkBox", "speakerphone_ec");
+    row("speakerphone_no_ec", "usb_mode_telephony_checkBox", "speakerphone_telephony_no_ec");
+    row("speakerphone_ec", "usb_mode_telephony_checkBox", "speakerphone_telephony_ec");
+    row("speakerphone_telephony_ec", "usb_audio_mode_comboBox", "2x2");
 }
 
 void CommandsTest::usbModeOfWidgets()
 {
-    QFETCH(QString, before);
+    QFETCH(QByteArray, before);
     QFETCH(QString, widget);
-    m_session->deviceReports("/system/usb", QJsonObject{{QStringLiteral("mode"), before}});
-    auto *control = m_session->find<QWidget>(widget.toLatin1().constData());
-    const QStringList sent = m_session->commandsOf([&] {
-        if (qobject_cast<QComboBox *>(control))
-            QTest::keyClick(control, Qt::Key_Up);
-        else
-            m_session->click(control);
-    });
-    QFETCH(QString, word);
-    QCOMPARE(sent, {QStringLiteral("{\"set\":\"/system/usb/mode\",\"value\":\"%1\"}").arg(word)});
-    QCOMPARE(m_session->find<QWidget>("usb_audio_mode_opt_widget")->isHidden(), word == QLatin1String("2x2"));
-    m_session->deviceReports("/system/usb", m_session->script->value(QStringLiteral("/system/usb")));
+    QFETCH(QByteArray, word);
+    session->deviceReports(QStringLiteral("/system/usb"), "{\"mode\":\"" + before + "\"}");
+    QCOMPARE(sentByHand(session->find<QWidget>(widget), Qt::Key_Up),
+             "{\"set\":\"/system/usb/mode\",\"value\":\"" + word + "\"}");
+    QCOMPARE(session->find<QWidget>("usb_audio_mode_opt_widget")->isHidden(), word == "2x2");
+    if (word != "2x2")
+        return;
+    // The ticks are kept for the way back.
+    QVERIFY(sentByHand(session->find<QWidget>(widget), Qt::Key_Down).contains("speakerphone_telephony_ec"));
 }
 
 void CommandsTest::refusalLeavesTheCache()
 {
-    m_session->script->refuse(QStringLiteral("/system"));
-    auto *box = m_session->find<QCheckBox>("bt_interface_en_checkBox");
-    QCOMPARE(m_session->commandsOf([&] { m_session->click(box); }).size(), 1);
-    QVERIFY(!box->isChecked());
-    QVERIFY(m_session->find<QWidget>("bt_tabWidget")->isEnabled());
-    const QJsonObject cached = m_session->cached("SYSTEM_BLUETOOTH").toObject();
-    QCOMPARE(cached.value(QLatin1String("enable")), QJsonValue(true));
-    m_session->deviceReports("/info", QJsonObject());
+    session->script->refuse(QStringLiteral("/system"));
+    auto *box = session->find<QCheckBox>("usb_priority_checkBox");
+    session->deviceReports(QStringLiteral("/system/usb"), R"({"priority":false})");
+    QVERIFY(!sentBy([&] { session->click(box); }).isEmpty());
     QVERIFY(box->isChecked());
+    QCOMPARE(session->cached("SYSTEM_USB"), QByteArray(R"({"priority":false})"));
+    session->deviceReports(QStringLiteral("/info"), "{}");
+    QVERIFY(!box->isChecked());
+}
+
+void CommandsTest::addressesAreChecked_data()
+{
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("warning");
+    const auto rows = [](const char *field, const char *warning, std::initializer_list<const char *> texts) {
+        for (const char *text : texts)
+            QTest::newRow(text) << field << warning;
+    };
+    const char *address = "multicast_async_notify_ip_lineEdit";
+    rows(address, "Invalid IP address", {"192.168.1", "0.1.2.3", "a.1.2.3", "..."});
+    rows(address, "", {"10.0.0.300", "10.a.b.c", "10.0.0.1.5"});
+    const char *port = "multicast_async_notify_port_lineEdit";
+    rows(port, "Invalid port number", {"0", "65536", "-1", "abc"});
+    rows(port, "", {"1", "65535"});
+}
+
+void CommandsTest::addressesAreChecked()
+{
+    QFETCH(QString, field);
+    QFETCH(QString, warning);
+    auto *edit = session->find<QLineEdit>(field);
+    support::BoxAnswerer ok(QMessageBox::Ok);
+    edit->selectAll();
+    QTest::keyClicks(edit, QLatin1String(QTest::currentDataTag()));
+    QCOMPARE(sentBy([&] { QTest::keyClick(edit, Qt::Key_Return); }), QByteArray());
+    QCOMPARE(edit->text(), QLatin1String(QTest::currentDataTag()));
+    QCOMPARE(ok.seen().size(), warning.isEmpty() ? 0 : 1);
+    if (warning.isEmpty())
+        return;
+    const support::SeenBox seen = ok.seen().first();
+    QCOMPARE(seen.title + seen.buttons.join(QString()), QStringLiteral("Invalid entryOK"));
+    QCOMPARE(seen.text, warning);
+    QCOMPARE(session->editor()->focusWidget(), edit);
+    QVERIFY(!edit->signalsBlocked());
+}
+
+void CommandsTest::applySendsWhatItWarnedAbout()
+{
+    session->deviceReports(QStringLiteral("/system/notifications"), R"({"enable":true})");
+    session->find<QLineEdit>("multicast_async_notify_ip_lineEdit")->setText(QStringLiteral("239.9"));
+    session->find<QLineEdit>("multicast_async_notify_port_lineEdit")->setText(QStringLiteral("abc"));
+    support::BoxAnswerer ok(QMessageBox::Ok);
+    QCOMPARE(sentByClick(QStringLiteral("multicast_async_notify_apply_pushButton")),
+             QByteArray(R"({"set":"/system/notifications","value":{"enable":true,"ip":"239.9","port":0}})"));
+    QCOMPARE(ok.seen().size(), 2);
+    QCOMPARE(ok.seen().last().text, QStringLiteral("Invalid port number"));
+    QVERIFY(session->plugin->getSettingsChanged());
+}
+
+void CommandsTest::staticAddressEnablesItsFields()
+{
+    const auto allEnabled = [this](bool enabled) {
+        for (const char *name : {"dev_ip_lineEdit", "dev_netmask_lineEdit", "dev_gateway_lineEdit",
+                                 "dev_network_apply_pushButton"})
+            QVERIFY2(session->find<QWidget>(name)->isEnabled() == enabled, name);
+    };
+    // The page does not offer these controls, so no click can reach them.
+    auto *box = session->find<QCheckBox>("dev_static_ip_checkBox");
+    allEnabled(false);
+    QCOMPARE(sentBy([&] { box->click(); }), QByteArray());
+    allEnabled(true);
+    QCOMPARE(sentBy([this] { session->find<QPushButton>("dev_network_apply_pushButton")->click(); }),
+             QByteArray(R"({"set":"/system/network","value":{"ip_mode":"static","static_gateway":"10.0.0.1",)"
+                        R"("static_ip":"10.0.0.2","static_netmask":"255.0.0.0"}})"));
+    QVERIFY(session->cached("SYSTEM_NETWORK").startsWith(R"({"ip_mode":"static")"));
+    session->deviceReports(QStringLiteral("/system/network"), R"({"ip_mode":"Static"})");
+    allEnabled(false);
 }
 
 QTEST_MAIN(CommandsTest)

@@ -1,205 +1,137 @@
 // What replies of the device change, and what replies that are none leave alone.
 
-#include "plugin/velmar_sample_plugin_factory.h"
-#include "tests/support/editor_session.h"
-#include "widgets/vm_led.h"
+#include "tests/editor/live_editor_test.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QJsonArray>
-#include <QJsonObject>
 #include <QLineEdit>
-#include <QSignalSpy>
-#include <QTimer>
-#include <QtTest>
 
-namespace {
-
-QByteArray snapshotOf(const support::EditorSession &session)
-{
-    QByteArray snapshot;
-    session.plugin->getSnapshot(&snapshot);
-    return snapshot;
-}
-
-const QByteArray SpeakerReply
-    = R"({"cmd":"get","param":"/system/usb","result":"OK","value":{"mode":"speakerphone_ec"}})";
-
-} // namespace
-
-class RepliesTest : public QObject
+class RepliesTest : public LiveEditorTest
 {
     Q_OBJECT
 
 private slots:
-    void init();
-    void cleanup() { m_session.reset(); }
     void badRepliesChangeNothing();
-    void otherNamesAreIgnored();
-    void binaryRepliesEndAtTheZeroByte_data();
+    void onlyTheDevicesOwnNameCounts();
     void binaryRepliesEndAtTheZeroByte();
-    void wrongTypesReadAsNothing();
     void widgetsWaitForTheEndOfTheQuery();
     void statusIsNoDataChange();
-    void listsGrowAndAreReplaced();
-    void lastMixerRowBringsTheFrameBack();
+    void wrongTypesReadAsNothing(); // last: it leaves a device that holds nonsense
 
 private:
-    QComboBox *usbMode() const { return m_session->find<QComboBox>("usb_audio_mode_comboBox"); }
+    int usbMode() const { return session->find<QComboBox>("usb_audio_mode_comboBox")->currentIndex(); }
+    void reportSoundCard() { session->deviceReports(QStringLiteral("/system/usb"), R"({"mode":"2x2"})"); }
 
-    VelmarSamplePluginFactory m_factory;
-    QScopedPointer<support::EditorSession> m_session;
+    const QByteArray m_reply
+        = R"({"cmd":"get","param":"/system/usb","result":"OK","value":{"mode":"speakerphone_ec"}})";
 };
-
-void RepliesTest::init()
-{
-    m_session.reset(new support::EditorSession(&m_factory));
-    QVERIFY(m_session->goLive());
-    m_session->commandsOf([] {});
-}
 
 void RepliesTest::badRepliesChangeNothing()
 {
-    const QString text = QString::fromLatin1(SpeakerReply);
-    const QByteArray nested = QByteArray(100000, '[') + QByteArray(100000, ']');
+    const auto edited
+        = [this](const char *part, const char *by) { return QByteArray(m_reply).replace(part, by); };
     const QByteArrayList replies = {
         "",
         "no JSON",
-        "[" + SpeakerReply + "]",
+        '[' + m_reply + ']',
+        m_reply.chopped(1),
+        m_reply + '\0',
         QByteArray(1 << 20, '\xff'),
         QByteArray(1 << 20, '{'),
-        nested,
-        SpeakerReply + '\0',
-        SpeakerReply.left(SpeakerReply.size() - 1),
-        QString(text).replace(QLatin1String("\"OK\""), QLatin1String("\"ok\"")).toLatin1(),
-        QString(text).replace(QLatin1String("\"OK\""), QLatin1String("true")).toLatin1(),
-        QString(text).remove(QLatin1String(",\"result\":\"OK\"")).toLatin1(),
-        QString(text).replace(QLatin1String("\"get\""), QLatin1String("\"GET\"")).toLatin1(),
-        QString(text).replace(QLatin1String("\"get\""), QLatin1String("1")).toLatin1(),
-        QString(text).remove(QLatin1String("\"cmd\":\"get\",")).toLatin1(),
-        QString(text).replace(QLatin1String("\"/system/usb\""), QLatin1String("{}")).toLatin1(),
-        QString(text).remove(QLatin1String("\"param\":\"/system/usb\",")).toLatin1(),
-        QString(text).replace(QLatin1String("/usb"), QLatin1String("/USB")).toLatin1(),
-        QString(text).replace(QLatin1String("\"get\""), QLatin1String("\"set\"")).toLatin1(),
-        QString(text).replace(QLatin1String("\"get\""), QLatin1String("\"get_bin\"")).toLatin1(),
-        QString(text).replace(QLatin1String("\"get\""), QLatin1String("\"set_bin\"")).toLatin1(),
-        QByteArray("get_bin\0", 8) + SpeakerReply,
+        QByteArray(100000, '[') + QByteArray(100000, ']'),
+        edited("\"OK\"", "\"ok\""),
+        edited("\"OK\"", "true"),
+        edited(",\"result\":\"OK\"", ""),
+        edited("\"get\"", "\"GET\""),
+        edited("\"get\"", "1"),
+        edited("\"cmd\":\"get\",", ""),
+        edited("\"/system/usb\"", "{}"),
+        edited("\"param\":\"/system/usb\",", ""),
+        edited("/usb", "/USB"),
+        edited("\"get\"", "\"set\""),
+        edited("\"get\"", "\"get_bin\""),
+        edited("\"get\"", "\"set_bin\""),
+        QByteArray("get_bin\0", 8) + m_reply,
     };
-    const QByteArray before = snapshotOf(*m_session);
-    m_session->script->setSilent(true);
+    QByteArray before;
+    session->plugin->getSnapshot(&before);
+    session->script->setSilent(true);
     for (const QByteArray &reply : replies) {
-        m_session->plugin->queueVelmarAsciiMsg(m_session->device.name(), "asked", false);
-        QTRY_VERIFY(m_session->plugin->getVelmarAsciiTimer()->isActive());
-        m_session->script->deliver(reply);
-        QVERIFY2(!m_session->plugin->getVelmarAsciiTimer()->isActive(), reply.left(80));
-        QVERIFY2(snapshotOf(*m_session) == before && usbMode()->currentIndex() == 0, reply.left(80));
+        session->plugin->queueVelmarAsciiMsg(session->device.name(), "asked", false);
+        QTRY_VERIFY(session->plugin->getVelmarAsciiTimer()->isActive());
+        session->script->deliver(reply);
+        QByteArray after;
+        session->plugin->getSnapshot(&after);
+        QVERIFY2(!session->plugin->getVelmarAsciiTimer()->isActive(), reply.left(80));
+        QVERIFY2(after == before && usbMode() == 0, reply.left(80));
     }
 }
 
-void RepliesTest::otherNamesAreIgnored()
+void RepliesTest::onlyTheDevicesOwnNameCounts()
 {
-    for (const char *name : {"kbx-0001", "KBX-0002", "KBX-0001 ", ""})
-        m_session->plugin->recvVelmarAsciiMsg(QLatin1String(name), SpeakerReply);
-    QCOMPARE(usbMode()->currentIndex(), 0);
-    m_session->plugin->recvVelmarAsciiMsg(QStringLiteral("KBX-0001"), SpeakerReply);
-    QCOMPARE(usbMode()->currentIndex(), 1);
-}
-
-void RepliesTest::binaryRepliesEndAtTheZeroByte_data()
-{
-    QTest::addColumn<QByteArray>("payload");
-    QTest::newRow("no payload") << QByteArray();
-    QTest::newRow("payload of any bytes") << QByteArray("\0{\xff\0}", 5);
+    for (const char *name : {"kbx-0001", "KBX-0002", "KBX-0001 ", "", "KBX-0001"}) {
+        QCOMPARE(usbMode(), 0);
+        session->plugin->recvVelmarAsciiMsg(QLatin1String(name), m_reply);
+    }
+    QCOMPARE(usbMode(), 1);
 }
 
 void RepliesTest::binaryRepliesEndAtTheZeroByte()
 {
-    QFETCH(QByteArray, payload);
-    QByteArray reply = SpeakerReply;
-    m_session->script->deliver(reply.insert(1, "\"note\":\"set_bin\",") + payload);
-    QCOMPARE(usbMode()->currentIndex(), 1);
-}
-
-void RepliesTest::wrongTypesReadAsNothing()
-{
-    const QJsonArray wrong{1, QStringLiteral("text"), QJsonValue()};
-    m_session->deviceReports("/system/bluetooth",
-                             QJsonObject{{QStringLiteral("enable"), QStringLiteral("true")},
-                                         {QStringLiteral("button"), 1},
-                                         {QStringLiteral("name"), 7},
-                                         {QStringLiteral("profile"), wrong}});
-    m_session->deviceReports(
-        "/system/notifications",
-        QJsonObject{{QStringLiteral("ip"), 5}, {QStringLiteral("port"), QStringLiteral("9")}});
-    for (const char *path : {"/system/usb", "/system/voice_cue", "/system/network", "/system/metering",
-                             "/status/usb", "/status/voice_cue", "/status/bluetooth/device",
-                             "/status/bluetooth/list_size", "/status/bluetooth/list/0",
-                             "/status/bluetooth/state", "/preset/dsp/dante_rx", "/preset/dsp/mixer/0"})
-        m_session->deviceReports(path, wrong);
-    for (const char *box : {"bt_interface_en_checkBox", "bt_disable_pairing_button_checkBox",
-                            "usb_priority_checkBox", "dev_static_ip_checkBox", "vc_pair_init_en_checkBox"})
-        QVERIFY2(!m_session->find<QCheckBox>(box)->isChecked(), box);
-    QCOMPARE(m_session->find<QComboBox>("bt_audio_bridging_comboBox")->currentIndex(), 2);
-    QCOMPARE(m_session->find<QLineEdit>("bt_friendly_name_lineEdit")->text(), QString());
-    QCOMPARE(m_session->find<QLineEdit>("bt_status_lineEdit")->text(), QString());
-    QCOMPARE(m_session->find<QLineEdit>("multicast_async_notify_ip_lineEdit")->text(), QString());
-    QCOMPARE(m_session->find<QLineEdit>("multicast_async_notify_port_lineEdit")->text(), QStringLiteral("0"));
-    QCOMPARE(usbMode()->currentIndex(), 1);
-    QCOMPARE(m_session->commandsOf([] {}), QStringList());
+    const QByteArray marked = QByteArray(m_reply).insert(1, "\"note\":\"set_bin\",");
+    for (const QByteArray &payload : {QByteArray(), QByteArray("\0{\xff\0}", 5)}) {
+        reportSoundCard();
+        session->script->deliver(marked + payload);
+        QCOMPARE(usbMode(), 1);
+    }
 }
 
 void RepliesTest::widgetsWaitForTheEndOfTheQuery()
 {
-    m_session->script->setSilent(true);
-    m_session->click("refresh_pushButton");
-    QSignalSpy changed(m_session->editor(), SIGNAL(dataChanged()));
-    m_session->script->deliver(SpeakerReply);
-    QCOMPARE(usbMode()->currentIndex(), 0);
-    QCOMPARE(changed.count(), 0);
-    QCOMPARE(m_session->cached("SYSTEM_USB").toObject().value(QLatin1String("mode")).toString(),
-             QStringLiteral("speakerphone_ec"));
+    reportSoundCard();
+    session->script->setSilent(true);
+    session->click("refresh_pushButton");
+    session->script->deliver(m_reply);
+    QCOMPARE(usbMode(), 0);
+    QCOMPARE(session->cached("SYSTEM_USB"), QByteArray(R"({"mode":"speakerphone_ec"})"));
+    session->script->setSilent(false);
+    QTRY_VERIFY(session->find<QWidget>("plugin_frame")->isEnabled());
 }
 
 void RepliesTest::statusIsNoDataChange()
 {
-    QSignalSpy changed(m_session->editor(), SIGNAL(dataChanged()));
-    auto *led = m_session->find<VmLED>("usb_connection_vmled");
-    QVERIFY(led->state());
-    QCOMPARE(led->color(), QColor(0, 255, 0));
-    m_session->deviceReports("/status/usb",
-                             QJsonObject{{QStringLiteral("state"), QStringLiteral("disconnected")}});
-    QVERIFY(!led->state());
+    QSignalSpy changed(session->editor(), SIGNAL(dataChanged()));
+    auto *led = session->find<QWidget>("usb_connection_vmled");
+    session->deviceReports(QStringLiteral("/status/usb"), R"({"state":"connected"})");
+    QCOMPARE(led->property("state"), QVariant(true));
+    session->deviceReports(QStringLiteral("/status/usb"), R"({"state":"disconnected"})");
+    QCOMPARE(led->property("state"), QVariant(false));
+    QCOMPARE(led->property("color").value<QColor>(), QColor(0, 255, 0));
+    session->script->deliver(R"({"cmd":"set","param":"/no/handler","result":"OK"})");
     QCOMPARE(changed.count(), 0);
-    m_session->script->deliver(SpeakerReply);
-    QCOMPARE(changed.count(), 1);
-    m_session->script->deliver(R"({"cmd":"get","param":"/no/handler","result":"OK"})");
+    session->script->deliver(R"({"cmd":"get","param":"/no/handler","result":"OK"})");
+    session->script->deliver(R"({"cmd":"get_bin","param":"/no/handler","result":"OK"})");
     QCOMPARE(changed.count(), 2);
-    m_session->script->deliver(R"({"cmd":"get_bin","param":"/no/handler","result":"OK"})");
-    QCOMPARE(changed.count(), 3);
-    m_session->script->deliver(R"({"cmd":"set","param":"/system/usb","result":"OK"})");
-    QCOMPARE(changed.count(), 3);
 }
 
-void RepliesTest::listsGrowAndAreReplaced()
+void RepliesTest::wrongTypesReadAsNothing()
 {
-    const QJsonArray row{-1, -2, -3, -4, -5, -6, -7, -8, -9, -10};
-    m_session->deviceReports("/preset/dsp/mixer/3", row);
-    const QJsonArray rows = m_session->cached("PRESET_MIXER").toArray();
-    QCOMPARE(rows.size(), 7);
-    QCOMPARE(rows.at(3).toArray(), row);
-    QCOMPARE(rows.at(2).toArray().at(0), QJsonValue(-100));
-    QCOMPARE(m_session->cached("PRESET_RX").toArray().size(), 4);
-    QCOMPARE(m_session->cached("PRESET_VOICE_CUE").toArray().size(), 1);
-}
-
-void RepliesTest::lastMixerRowBringsTheFrameBack()
-{
-    auto *frame = m_session->find<QWidget>("plugin_frame");
-    frame->setEnabled(false);
-    m_session->script->deliverSet(QStringLiteral("/preset/dsp/mixer/5"), QJsonArray());
-    QVERIFY(!frame->isEnabled());
-    m_session->script->deliverSet(QStringLiteral("/preset/dsp/mixer/6"), QJsonArray());
-    QVERIFY(frame->isEnabled());
+    session->deviceReports(QStringLiteral("/system/bluetooth"), R"({"enable":"true","button":1,"name":7})");
+    session->deviceReports(QStringLiteral("/system/notifications"), R"({"ip":5,"port":"9"})");
+    for (const char *path : {"/system/usb", "/system/voice_cue", "/system/network", "/system/metering",
+                             "/status/usb", "/status/voice_cue", "/status/bluetooth/device",
+                             "/status/bluetooth/list_size", "/status/bluetooth/list/0",
+                             "/status/bluetooth/state", "/preset/dsp/dante_rx", "/preset/dsp/mixer/0"})
+        session->deviceReports(QLatin1String(path), R"([1,"text",null])");
+    for (const char *box : {"bt_interface_en_checkBox", "bt_disable_pairing_button_checkBox",
+                            "usb_priority_checkBox", "dev_static_ip_checkBox", "vc_pair_init_en_checkBox"})
+        QVERIFY2(!session->find<QCheckBox>(box)->isChecked(), box);
+    for (const char *field : {"bt_friendly_name_lineEdit", "bt_status_lineEdit",
+                              "multicast_async_notify_ip_lineEdit", "multicast_metering_ip_lineEdit"})
+        QCOMPARE(session->find<QLineEdit>(field)->text(), QString());
+    QCOMPARE(session->find<QLineEdit>("multicast_async_notify_port_lineEdit")->text(), QStringLiteral("0"));
+    QCOMPARE(usbMode(), 1);
+    QCOMPARE(sentBy([] {}), QByteArray());
 }
 
 QTEST_MAIN(RepliesTest)

@@ -2,6 +2,7 @@
 
 #include "host/plexo_plugin_factory.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QTabWidget>
@@ -49,7 +50,7 @@ void EditorSession::click(QWidget *widget) const
     QTest::mouseClick(widget, Qt::LeftButton, {}, {qMin(8, widget->width() / 2), widget->height() / 2});
 }
 
-QStringList EditorSession::commandsOf(const std::function<void()> &action)
+QByteArray EditorSession::commandsOf(const std::function<void()> &action)
 {
     const QString end = QStringLiteral("{\"set\":\"end\"}");
     script->forget();
@@ -59,23 +60,27 @@ QStringList EditorSession::commandsOf(const std::function<void()> &action)
     QStringList commands = script->commands();
     commands.removeAll(all ? end : QString());
     commands.removeAll(QStringLiteral("{\"set\":\"/control/req_metering\", \"value\":100}"));
-    return commands;
+    script->forget();
+    return commands.join(QLatin1Char('\n')).toUtf8();
 }
 
-void EditorSession::deviceReports(const char *path, const QJsonValue &value)
+void EditorSession::deviceReports(const QString &path, const QByteArray &json)
 {
-    script->setValue(QLatin1String(path), value);
-    script->deliverGet(QLatin1String(path), value);
+    const QJsonValue value = QJsonDocument::fromJson('[' + json + ']').array().at(0);
+    script->setValue(path, value);
+    script->deliverGet(path, value);
 }
 
-QJsonValue EditorSession::cached(const char *element) const
+QByteArray EditorSession::cached(const char *element) const
 {
     QByteArray snapshot;
     plugin->getSnapshot(&snapshot);
     QXmlStreamReader xml(snapshot);
     while (!xml.atEnd() && !(xml.isStartElement() && xml.name() == QLatin1String(element)))
         xml.readNext();
-    return QJsonDocument::fromJson(xml.readElementText().toUtf8()).object().value(QLatin1String("value"));
+    const QJsonObject section = QJsonDocument::fromJson(xml.readElementText().toUtf8()).object();
+    const QJsonArray value{section.value(QLatin1String("value"))};
+    return QJsonDocument(value).toJson(QJsonDocument::Compact).chopped(1).mid(1);
 }
 
 void EditorSession::close()

@@ -4,7 +4,6 @@
 #include "tests/support/scripted_device.h"
 
 #include <QApplication>
-#include <QJsonValue>
 #include <QPointer>
 #include <QScopedPointer>
 #include <QTimer>
@@ -37,19 +36,24 @@ public:
             qFatal("no widget named %s", name);
         return widget;
     }
+    template <typename Widget>
+    Widget *find(const QString &name) const
+    {
+        return find<Widget>(name.toLatin1().constData());
+    }
 
     /// Brings the page that the widget is on to the front and clicks it.
     void click(QWidget *widget) const;
     void click(const char *name) const { click(find<QWidget>(name)); }
+    void click(const QString &name) const { click(find<QWidget>(name)); }
 
-    /// The set messages that an action leads to by the time that all of them have been answered; repeated
-    /// level requests are left out.
-    QStringList commandsOf(const std::function<void()> &action);
-    /// Changes what the device holds and has the editor read it.
-    void deviceReports(const char *path, const QJsonValue &value);
-
-    /// The "value" that a snapshot of the editor holds for a section's element.
-    QJsonValue cached(const char *element) const;
+    /// The set messages that an action leads to, a line each, once all have been answered; repeated level
+    /// requests are left out.
+    QByteArray commandsOf(const std::function<void()> &action);
+    /// Changes what the device holds to a JSON value, and has the editor read it.
+    void deviceReports(const QString &path, const QByteArray &json);
+    /// The "value" that the editor holds for a section, known by its element in snapshots, as compact JSON.
+    QByteArray cached(const char *element) const;
 
     /// Destroys the plugin object and what it has posted for deletion.
     void close();

@@ -73,6 +73,13 @@ QByteArray reply(const QString &cmd, const QString &path, const QString &result,
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
 }
 
+/// What the device holds after a set: a switch that was sent as 0 or 1 is a bool.
+QJsonValue taken(const QString &path, const QJsonValue &value)
+{
+    const bool isSwitch = path.endsWith(QLatin1String("/mute")) || path.endsWith(QLatin1String("/enable"));
+    return isSwitch && value.isDouble() ? QJsonValue(value.toInt() != 0) : value;
+}
+
 QString ok()
 {
     return QStringLiteral("OK");
@@ -130,7 +137,8 @@ QByteArray ScriptedDevice::answer(const QByteArray &request)
     const QString path = object.value(cmd).toString();
     if (isRefused(path))
         return reply(cmd, path, QStringLiteral("refused by the script"), QJsonValue::Undefined);
-    return reply(cmd, path, ok(), isGet ? m_tree.value(path) : object.value(QLatin1String("value")));
+    return reply(cmd, path, ok(),
+                 isGet ? m_tree.value(path) : taken(path, object.value(QLatin1String("value"))));
 }
 
 void ScriptedDevice::deliver(const QByteArray &bytes)

@@ -37,6 +37,7 @@ public:
     void acceptAll() { m_refused.clear(); }
     /// While silent it takes requests and answers none.
     void setSilent(bool silent) { m_silent = silent; }
+    bool isSilent() const { return m_silent; }
 
     /// Hands the plugin a message as if the device had sent it.
     void deliver(const QByteArray &bytes);
