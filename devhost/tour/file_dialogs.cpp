@@ -23,7 +23,9 @@ QString chooseFile(const QString &path)
 {
     const QFileDialog *dialog = fileDialog();
     auto *field = dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
-    // With Enter, as one does while the list of completions is open.
+    // The list of completions would open at a moment of its own, and then take Enter for itself.
+    if (field)
+        field->setCompleter(nullptr);
     return hands::enter(field, QDir::toNativeSeparators(path));
 }
 
