@@ -220,9 +220,9 @@ private slots:
             const QByteArray cutOff = elementsOf(whole.left(at), &found);
             QVERIFY(elements.startsWith(cutOff));
             QCOMPARE(found, at >= dataStart + int(qstrlen("<SNAPSHOT_DATA>")));
-            for (int bit = 0; bit < 8; ++bit) {
+            for (int bits : {0x01, 0x20, 0x80, 0xff}) {
                 QByteArray flipped = whole;
-                flipped[at] = char(flipped.at(at) ^ (1 << bit));
+                flipped[at] = char(flipped.at(at) ^ bits);
                 elementsOf(flipped);
                 isSnapshotFor(flipped, identity());
             }
