@@ -5,6 +5,8 @@
 namespace {
 
 constexpr char levelMark = '\x81';
+// No UDP payload is larger. Asking for the size of each datagram first would cost as much as reading it.
+constexpr qint64 largestDatagram = 65536;
 
 } // namespace
 
@@ -22,8 +24,7 @@ MeteringSocket::MeteringSocket(const QString &group, const QString &port, const 
 
 QNetworkDatagram MeteringSocket::takeDatagram()
 {
-    // Not a loop over pendingDatagramSize(): an empty datagram would look like the end.
-    return receiveDatagram(pendingDatagramSize());
+    return receiveDatagram(largestDatagram);
 }
 
 void MeteringSocket::leaveGroup()

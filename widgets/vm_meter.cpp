@@ -28,6 +28,9 @@ void VMMeter::setDbValuePort1(double dB)
         return;
     m_value = dB;
     m_ballistics.arrive(dB, m_ticker->now());
+    // A moving meter is drawn at its next tick, so that levels may come faster than anyone can see.
+    if (m_animated)
+        return;
     refresh();
     animate();
 }
@@ -49,13 +52,16 @@ bool VMMeter::advanceTo(qint64 now)
 {
     m_ballistics.advance(now);
     refresh();
-    return m_ballistics.isMoving();
+    m_animated = m_ballistics.isMoving();
+    return m_animated;
 }
 
 void VMMeter::animate()
 {
-    if (isVisible() && m_ballistics.isMoving())
-        m_ticker->add(this);
+    if (!isVisible() || !m_ballistics.isMoving())
+        return;
+    m_animated = true;
+    m_ticker->add(this);
 }
 
 vm::MeterFace::Reading VMMeter::reading() const
@@ -104,6 +110,7 @@ void VMMeter::showEvent(QShowEvent *)
 
 void VMMeter::hideEvent(QHideEvent *)
 {
+    m_animated = false;
     m_ticker->remove(this);
 }
 

@@ -58,6 +58,7 @@ private:
 
     QSharedPointer<AccessibleLevels> m_accessible;
     QSharedPointer<vm::MeterTicker> m_ticker;
+    bool m_animated = false; ///< in the ticker's list
     vm::MeterBallistics m_ballistics;
     vm::MeterFace m_face;
     vm::MeterFace::Reading m_shown;
