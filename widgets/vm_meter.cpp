@@ -27,12 +27,24 @@ void VMMeter::setDbValuePort1(double dB)
     if (std::isnan(dB))
         return;
     m_value = dB;
-    m_ballistics.arrive(dB, m_ticker->now());
-    // A moving meter is drawn at its next tick, so that levels may come faster than anyone can see.
+    m_loudest = std::max(m_loudest, dB);
+    // A moving meter looks at its levels at its next tick: they may come faster than anyone can see.
     if (m_animated)
         return;
+    takeLevels();
     refresh();
     animate();
+}
+
+/// The loudest of the levels since the last look shows, the last one is where the bar falls to.
+void VMMeter::takeLevels()
+{
+    if (m_loudest == nothingArrived)
+        return;
+    const qint64 now = m_ticker->now();
+    m_ballistics.arrive(m_loudest, now);
+    m_ballistics.arrive(m_value, now);
+    m_loudest = nothingArrived;
 }
 
 void VMMeter::setHighest(double dB)
@@ -42,14 +54,21 @@ void VMMeter::setHighest(double dB)
     update();
 }
 
+bool VMMeter::isClipped() const
+{
+    return m_ballistics.isClipped() || m_loudest >= vm::MeterBallistics::clipLevel;
+}
+
 void VMMeter::clearClip()
 {
+    takeLevels();
     m_ballistics.clearClip();
     refresh();
 }
 
 bool VMMeter::advanceTo(qint64 now)
 {
+    takeLevels();
     m_ballistics.advance(now);
     refresh();
     m_animated = m_ballistics.isMoving();
@@ -82,6 +101,7 @@ void VMMeter::refresh()
 
 void VMMeter::paintEvent(QPaintEvent *)
 {
+    takeLevels();
     m_shown = reading(); // another one on a screen with another pixel ratio
     QPainter painter(this);
     m_face.paint(painter, size(), devicePixelRatioF(), m_highest, isEnabled(), m_shown);

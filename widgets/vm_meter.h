@@ -7,6 +7,8 @@
 #include <QSharedPointer>
 #include <QWidget>
 
+#include <limits>
+
 class AccessibleLevels;
 
 /// A level meter from -100 to +20 dB on the fader's IEC-style scale: instant attack, falling 11.8 dB a
@@ -32,7 +34,7 @@ public:
     void setHighest(double dB);
 
     /// A level of 0 dB or more was set since the mark was last cleared.
-    bool isClipped() const { return m_ballistics.isClipped(); }
+    bool isClipped() const;
     void clearClip();
 
     /// The part of the meter in which the bar moves; the clip mark is above it.
@@ -51,7 +53,10 @@ protected:
     void changeEvent(QEvent *event) override;
 
 private:
+    static constexpr double nothingArrived = -std::numeric_limits<double>::infinity();
+
     bool advanceTo(qint64 now) override;
+    void takeLevels();
     vm::MeterFace::Reading reading() const;
     void refresh();
     void animate();
@@ -59,6 +64,7 @@ private:
     QSharedPointer<AccessibleLevels> m_accessible;
     QSharedPointer<vm::MeterTicker> m_ticker;
     bool m_animated = false; ///< in the ticker's list
+    double m_loudest = nothingArrived; ///< dB, since the last look
     vm::MeterBallistics m_ballistics;
     vm::MeterFace m_face;
     vm::MeterFace::Reading m_shown;
