@@ -148,7 +148,7 @@ private:
     bool takeNextRequest(RequestSide &side);
     void dropCurrent(const RequestSide &side, Operation process);
     void sendCurrent(RequestSide &side, SendSignal send);
-    void logMessage(const QString &heading, const QString &dev_name, const QByteArray &bytes);
+    void logMessage(const QString &heading, PendingRequest message);
     void handleTextAnswer(const QString &dev_name, const QByteArray &bytes);
     void reportPresetAnswer(const QString &text);
     void askAfterTimeout(RequestSide &side, Operation retry);

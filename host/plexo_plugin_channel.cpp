@@ -88,8 +88,7 @@ bool PlexoPlugin::takeNextRequest(RequestSide &side)
 void PlexoPlugin::dropCurrent(const RequestSide &side, Operation process)
 {
     const QPointer<PlexoPlugin> alive(this);
-    const PendingRequest request = side.current();
-    logMessage(QStringLiteral("Command dropped, no device is attached:"), request.dev_name, request.bytes);
+    logMessage(QStringLiteral("Command dropped, no device is attached:"), side.current());
     if (alive)
         startLater(process);
 }
@@ -115,7 +114,7 @@ void PlexoPlugin::processVelmarAsciiPendRequests()
     const bool logged = !isNoisyQuery(m_text);
     sendCurrent(m_text, &PlexoPlugin::sendVelmarAsciiMsg);
     if (alive && logged)
-        logMessage(QStringLiteral("Command Request:"), request.dev_name, request.bytes);
+        logMessage(QStringLiteral("Command Request:"), request);
 }
 
 void PlexoPlugin::processVelmarAES67PendRequests()
@@ -150,12 +149,13 @@ void PlexoPlugin::clearVelmarAES67PendingRequest()
     m_aes67.clear();
 }
 
-void PlexoPlugin::logMessage(const QString &heading, const QString &dev_name, const QByteArray &bytes)
+/// Takes the message by value: a slot of the first line may make another request the current one.
+void PlexoPlugin::logMessage(const QString &heading, PendingRequest message)
 {
     const QPointer<PlexoPlugin> alive(this);
     emit logData(heading);
     if (alive)
-        emit logData(QStringLiteral("    %1 - %2").arg(dev_name, QString::fromUtf8(bytes)));
+        emit logData(QStringLiteral("    %1 - %2").arg(message.dev_name, QString::fromUtf8(message.bytes)));
 }
 
 void PlexoPlugin::recvVelmarAsciiMsg(QString dev_name, QByteArray bytes)
@@ -178,7 +178,7 @@ void PlexoPlugin::handleTextAnswer(const QString &dev_name, const QByteArray &by
         return;
     const QPointer<PlexoPlugin> alive(this);
     if (!isNoisyAnswer(text))
-        logMessage(QStringLiteral("Command Response:"), dev_name, bytes);
+        logMessage(QStringLiteral("Command Response:"), {dev_name, bytes});
     if (alive)
         reportPresetAnswer(text);
 }
