@@ -4,10 +4,18 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QSharedPointer>
 
 namespace devhost::tour {
+
+namespace {
+
+constexpr int TryMs = 700;
+
+} // namespace
 
 QFileDialog *fileDialog()
 {
@@ -27,6 +35,24 @@ QString chooseFile(const QString &path)
     if (field)
         field->setCompleter(nullptr);
     return hands::enter(field, QDir::toNativeSeparators(path));
+}
+
+std::function<QString()> untilChosen(const QString &path)
+{
+    const QSharedPointer<QElapsedTimer> sinceTry(new QElapsedTimer);
+    return [path, sinceTry]() -> QString {
+        if (!fileDialog())
+            return QString();
+        if (!sinceTry->isValid())
+            sinceTry->start();
+        if (sinceTry->elapsed() > TryMs) {
+            sinceTry->start();
+            const QString why = chooseFile(path);
+            if (!why.isEmpty())
+                return why;
+        }
+        return QStringLiteral("the file dialog is still open");
+    };
 }
 
 } // namespace devhost::tour

@@ -2,6 +2,8 @@
 
 #include <QString>
 
+#include <functional>
+
 class QFileDialog;
 
 namespace devhost::tour {
@@ -11,5 +13,10 @@ QFileDialog *fileDialog();
 
 /// Types the path into the file dialog on screen and confirms it. The answer is empty, or what is in the way.
 QString chooseFile(const QString &path);
+
+/// Chooses the file in a dialog that has just opened: to be asked until the answer is empty, which is when
+/// the dialog is gone. A file dialog goes on filling itself in the background, tells nobody when it is done
+/// and overwrites what was typed meanwhile, so it gets a moment first, and another try when that was lost.
+std::function<QString()> untilChosen(const QString &path);
 
 } // namespace devhost::tour

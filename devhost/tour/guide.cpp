@@ -92,6 +92,7 @@ std::function<QRect()> Guide::areaOf(const std::function<QWidget *()> &window) c
         if (!widget)
             return QRect();
         widget->window()->raise();
+        widget->window()->activateWindow(); // some window managers raise nothing else
         return widget->window()->frameGeometry();
     };
 }

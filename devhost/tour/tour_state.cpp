@@ -132,9 +132,9 @@ Steps saveSteps(Guide &guide, const QString &file)
     ask.missing = [] { return unless(fileDialog(), QStringLiteral("no file dialog opens")); };
     Step answer;
     answer.name = QStringLiteral("name its file");
-    answer.act = [file] { return chooseFile(file); };
-    answer.missing = [file] {
-        return unless(!fileDialog() && QFileInfo(file).size() > 0, QStringLiteral("there is no file"));
+    answer.missing = [file, open = untilChosen(file)] {
+        const QString why = open();
+        return why.isEmpty() ? unless(QFileInfo(file).size() > 0, QStringLiteral("there is no file")) : why;
     };
     return {ask, answer};
 }
@@ -147,8 +147,10 @@ Steps loadSteps(Guide &guide, const QString &file)
     ask.missing = [] { return unless(fileDialog(), QStringLiteral("no file dialog opens")); };
     Step answer;
     answer.name = QStringLiteral("choose its file, and be asked which device to overwrite");
-    answer.act = [file] { return chooseFile(file); };
-    answer.missing = [] {
+    answer.missing = [open = untilChosen(file)] {
+        const QString why = open();
+        if (!why.isEmpty())
+            return why;
         const QWidget *box = QApplication::activeModalWidget();
         return unless(box && box->findChild<QAbstractButton *>(QStringLiteral("overwriteButton")),
                       QStringLiteral("nobody asks"));

@@ -26,11 +26,10 @@ QPushButton *closeButton(const Guide &guide)
     return dialog ? dialog->findChild<QPushButton *>(QStringLiteral("close_pushButton")) : nullptr;
 }
 
-Step underWay(Guide &guide, const QString &name, const std::function<QString()> &act, const QString &picture)
+Step underWay(Guide &guide, const QString &name, const QString &picture)
 {
     Step step;
     step.name = name;
-    step.act = act;
     // The button is disabled exactly while the device fetches the file.
     step.missing = [&guide] {
         const QPushButton *button = closeButton(guide);
@@ -89,21 +88,21 @@ Steps userSteps(Guide &guide)
     ask.missing = [] { return unless(fileDialog(), QStringLiteral("no file dialog opens")); };
     ask.picture = QStringLiteral("choose-recording");
     ask.area = guide.areaOf([]() -> QWidget * { return fileDialog(); });
-    return {ask,
-            underWay(
-                guide, QStringLiteral("choose it, and the device fetches it"),
-                [file] { return chooseFile(file); }, QStringLiteral("upload-under-way")),
-            done(guide, QStringLiteral("upload-done")), reread(guide, 0)};
+    Step choose = underWay(guide, QStringLiteral("choose it, and the device fetches it"),
+                           QStringLiteral("upload-under-way"));
+    choose.missing = [open = untilChosen(file), begun = choose.missing] {
+        const QString why = open();
+        return why.isEmpty() ? begun() : why;
+    };
+    return {ask, choose, done(guide, QStringLiteral("upload-done")), reread(guide, 0)};
 }
 
 Steps defaultSteps(Guide &guide)
 {
-    return {
-        underWay(
-            guide, QStringLiteral("load a default, and the device fetches it"),
-            [&guide] { return hands::click(guide.find(QStringLiteral("vc_connect_failed_def_pushButton"))); },
-            QString()),
-        done(guide, QStringLiteral("default-done")), reread(guide, 3)};
+    Step load = underWay(guide, QStringLiteral("load a default, and the device fetches it"), QString());
+    load.act
+        = [&guide] { return hands::click(guide.find(QStringLiteral("vc_connect_failed_def_pushButton"))); };
+    return {load, done(guide, QStringLiteral("default-done")), reread(guide, 3)};
 }
 
 } // namespace

@@ -88,7 +88,13 @@ void Window::openEditor()
 
 void Window::answerFileDialog(const QString &path)
 {
-    QTimer::singleShot(0, m_window.data(), [path] { QCOMPARE(tour::chooseFile(path), QString()); });
+    auto *poll = new QTimer(m_window.data());
+    connect(poll, &QTimer::timeout, this, [poll, missing = tour::untilChosen(path), seen = false]() mutable {
+        seen |= tour::fileDialog() != nullptr;
+        if (missing().isEmpty() && seen)
+            poll->deleteLater();
+    });
+    poll->start(20);
 }
 
 void Window::opensAndClosesEditor()
