@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QStyledItemDelegate>
 
 namespace devhost {
 
@@ -12,8 +13,23 @@ namespace {
 
 constexpr int RowHeight = 34;
 
-// Quieter than the sheet's: the row's own colours say whether a device is present.
-const char SelectionSheet[] = "QTableView::item:selected { background-color: #513c28; color: #ffffff; }";
+constexpr QRgb SelectedRow = 0xff513c28;
+
+/// Marks the selected row by its ground alone: the colours of its texts say how the device is.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    using QStyledItemDelegate::QStyledItemDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::initStyleOption(option, index);
+        if (option->state & QStyle::State_Selected)
+            option->backgroundBrush = QColor(SelectedRow);
+        option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
+    }
+};
 
 } // namespace
 
@@ -37,7 +53,7 @@ DeviceView::DeviceView(DeviceTableModel *model, QWidget *parent)
 
 void DeviceView::setUpLook()
 {
-    setStyleSheet(QLatin1String(SelectionSheet));
+    setItemDelegate(new RowDelegate(this));
     setSelectionBehavior(SelectRows);
     setSelectionMode(SingleSelection);
     setAlternatingRowColors(true);

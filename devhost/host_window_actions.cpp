@@ -192,9 +192,9 @@ void HostWindow::usePreset(int number, bool store)
     if (!(store ? session->storePreset(number) : session->recallPreset(number)))
         m_host->reportProblem(tr("%1 has no presets. Save a snapshot instead.").arg(name), name);
     else if (store)
-        m_host->reportStatus(tr("Storing preset %1 in %2 ...").arg(number).arg(name), name);
+        m_host->reportStatus(tr("%1 was asked to store preset %2.").arg(name).arg(number), name);
     else
-        m_host->reportStatus(tr("Recalling preset %1 of %2 ...").arg(number).arg(name), name);
+        m_host->reportStatus(tr("%1 was asked to recall preset %2.").arg(name).arg(number), name);
 }
 
 void HostWindow::applyFaults(const QString &text, const QStringList &arguments)

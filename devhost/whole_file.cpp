@@ -45,8 +45,7 @@ QString writeWholeFile(const QString &path, const QByteArray &bytes)
             .arg(QDir::toNativeSeparators(path));
     QSaveFile file(path);
     // Flushed first: commit() does not notice what fails when the last of the buffer is written.
-    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush()
-        && file.commit())
+    if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush() && file.commit())
         return QString();
     return text("%1 was not written: %2. Choose a folder that you may write to, with room left.")
         .arg(QDir::toNativeSeparators(path), file.errorString());
