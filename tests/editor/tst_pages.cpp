@@ -33,9 +33,7 @@ private slots:
     void cueIsOffered_data();
     void cueIsOffered();
     void loadThatComesToNothingKeepsTheEditorGoing();
-    void meteringSocketFollowsTheConfirmedAddress();
-    void levelsComeFromTheDeviceOnly_data();
-    void levelsComeFromTheDeviceOnly();
+    void levelsComeFromTheConfirmedAddress();
 
 private:
     void reportPhones(int size, const QByteArray &first);
@@ -344,7 +342,7 @@ void PagesTest::loadThatComesToNothingKeepsTheEditorGoing()
     QVERIFY(isPolling());
 }
 
-void PagesTest::meteringSocketFollowsTheConfirmedAddress()
+void PagesTest::levelsComeFromTheConfirmedAddress()
 {
     const QPointer<MeteringSocket> first = socket();
     QCOMPARE(first->group() + QString::number(first->localPort()), QStringLiteral("239.255.1.15100"));
@@ -357,6 +355,11 @@ void PagesTest::meteringSocketFollowsTheConfirmedAddress()
     QTRY_VERIFY(!first);
     QCOMPARE(socket()->group(), QStringLiteral("239.255.1.2"));
     QCOMPARE(socket()->state(), QAbstractSocket::BoundState);
+    QSignalSpy levels(session->editor(), SIGNAL(meteringLevels(QByteArray)));
+    QUdpSocket sender;
+    for (const char *datagram : {"\x80 no levels", "\x81 levels"})
+        sender.writeDatagram(datagram, QHostAddress::LocalHost, socket()->localPort());
+    QTRY_COMPARE(levels, QList<QVariantList>({{QByteArray("\x81 levels")}}));
     // Typed and not applied: the device's address comes back, the socket stays.
     const QPointer<MeteringSocket> second = socket();
     session->find<QLineEdit>("multicast_metering_ip_lineEdit")->setText(QStringLiteral("1.2.3.4"));
@@ -364,35 +367,6 @@ void PagesTest::meteringSocketFollowsTheConfirmedAddress()
     QCOMPARE(session->find<QLineEdit>("multicast_metering_ip_lineEdit")->text(),
              QStringLiteral("239.255.1.2"));
     QCOMPARE(socket(), second.data());
-}
-
-void PagesTest::levelsComeFromTheDeviceOnly_data()
-{
-    QTest::addColumn<QString>("device");
-    QTest::addColumn<QByteArray>("datagram");
-    QTest::addColumn<int>("taken");
-    QTest::newRow("levels") << "127.0.0.1" << QByteArray("\x81\x02\x03\xf6", 4) << 1;
-    QTest::newRow("other mark") << "127.0.0.1" << QByteArray("\x80\x02\x03\xf6", 4) << 0;
-    QTest::newRow("empty") << "127.0.0.1" << QByteArray() << 0;
-    QTest::newRow("other sender") << "127.0.0.9" << QByteArray("\x81\x02\x03\xf6", 4) << 0;
-}
-
-void PagesTest::levelsComeFromTheDeviceOnly()
-{
-    QFETCH(QString, device);
-    QFETCH(QByteArray, datagram);
-    QFETCH(int, taken);
-    QSignalSpy levels(session->editor(), SIGNAL(meteringLevels(QByteArray)));
-    QSignalSpy arrived(socket(), &QUdpSocket::readyRead);
-    QUdpSocket sender;
-    session->device.setIpAddress(QHostAddress(device));
-    sender.writeDatagram(datagram, QHostAddress::LocalHost, socket()->localPort());
-    QVERIFY(arrived.wait());
-    QCOMPARE(levels.count(), taken);
-    session->device.setIpAddress(QHostAddress(QHostAddress::LocalHost));
-    sender.writeDatagram("\x81", QHostAddress::LocalHost, socket()->localPort());
-    QTRY_COMPARE(levels.count(), taken + 1);
-    QCOMPARE(levels.first().first().toByteArray(), taken ? datagram : QByteArray("\x81"));
 }
 
 QTEST_MAIN(PagesTest)
