@@ -22,10 +22,10 @@ QString uploadPortAdvice(quint16 port, bool forbidden, const QString &reason)
         return QString();
     if (forbidden)
         return text("Voice cues cannot be uploaded yet: this system keeps UDP port %1 from ordinary users. "
-                    "Permit it with: sudo sysctl -w net.ipv4.ip_unprivileged_port_start=%1")
+                    "Permit it with:\nsudo sysctl -w net.ipv4.ip_unprivileged_port_start=%1")
             .arg(port);
     return text("Voice cues cannot be uploaded yet: UDP port %1 is in use by another program (%2). Find it "
-                "with: sudo ss -lunp sport = :%1")
+                "with:\nsudo ss -lunp sport = :%1")
         .arg(QString::number(port), reason);
 }
 
