@@ -16,7 +16,7 @@ QJsonObject reply(const QString &param, const QJsonValue &value)
     return {{QStringLiteral("param"), param}, {QStringLiteral("value"), value}};
 }
 
-/// A header that passes, with @p more in its place of @p instead.
+/// A document that passes its check, with @p more in the place of @p instead.
 QByteArray document(const QByteArray &instead = QByteArray(), const QByteArray &more = QByteArray(),
                     const QByteArray &data = QByteArray())
 {
@@ -151,12 +151,12 @@ private slots:
     {
         QTest::addColumn<QByteArray>("snapshot");
         const QByteArray entity = "<!DOCTYPE a [<!ENTITY e \"" + QByteArray(4000, 'x') + "\">]>";
-        QTest::newRow("entity 50,000 times") << entity + document("", "", repeated(50000, "&e;"));
+        QTest::newRow("entity 50,000 times") << entity + document("", "", QByteArray("&e;").repeated(50000));
         QTest::newRow("100,000 attributes") << document("", "", "<A " + repeated(100000, "a#='' ") + "/>");
         QTest::newRow("behind a quoted end")
             << document("", "", "<A q='>' " + repeated(100000, "a#='' ") + "/>");
         QTest::newRow("elements within elements") << document("", "", repeated(200000, "<A xmlns:a#='b'>"));
-        QTest::newRow("open declarations") << document("", "", repeated(1000000, "<!A"));
+        QTest::newRow("open declarations") << document("", "", QByteArray("<!A").repeated(1000000));
         QTest::newRow("large") << document("", "", QByteArray(4 * 1024 * 1024, ' '));
         const QString wide = QString::fromLatin1(document("", "", "<A " + repeated(100000, "a#='' ") + "/>"));
         QTest::newRow("UTF-16") << QByteArray("\xff\xfe", 2)
@@ -176,7 +176,7 @@ private slots:
     {
         const QByteArray text = "{\"param\":\"" + QByteArray(3 * 1024 * 1024, 'x') + "\"}";
         int visits = 0;
-        readSnapshot(document("", "", "<A>" + text + "</A>" + repeated(400, "<SYSTEM_USB/>")),
+        readSnapshot(document("", "", "<A>" + text + "</A>" + QByteArray("<SYSTEM_USB/>").repeated(400)),
                      [&visits](const SnapshotElement &) { return ++visits > 0; });
         QVERIFY2(visits >= 3 && visits < 10, qPrintable(QString::number(visits)));
     }
@@ -220,7 +220,7 @@ private slots:
             const QByteArray cutOff = elementsOf(whole.left(at), &found);
             QVERIFY(elements.startsWith(cutOff));
             QCOMPARE(found, at >= dataStart + int(qstrlen("<SNAPSHOT_DATA>")));
-            for (int bits : {0x01, 0x20, 0x80, 0xff}) {
+            for (int bits : {0x01, 0x80}) {
                 QByteArray flipped = whole;
                 flipped[at] = char(flipped.at(at) ^ bits);
                 elementsOf(flipped);
