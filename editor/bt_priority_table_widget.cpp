@@ -1,5 +1,6 @@
 #include "editor/bt_priority_table_widget.h"
 
+#include <QHeaderView>
 #include <QJsonArray>
 
 namespace {
@@ -18,6 +19,9 @@ void BtPriorityTableWidget::showStatus(const QJsonObject &status)
 {
     setRowCount(0);
     setRowCount(qBound(0, status.value(QLatin1String("list_size")).toInt(), MostRows));
+    // The style decides how much room the heading needs.
+    horizontalHeader()->resizeSection(
+        0, qMax(horizontalHeader()->defaultSectionSize(), horizontalHeader()->sectionSizeHint(0)));
     const QJsonArray phones = status.value(QLatin1String("list")).toArray();
     for (int row = 0; row < rowCount(); ++row)
         fillRow(row, phones.at(row).toObject());
