@@ -29,7 +29,6 @@ void TarnKBX_MainWindow::handleAsciiReply(QString dev_name, QByteArray bytes)
 {
     if (dev_name != deviceName())
         return;
-    ++m_replies;
     const QJsonObject reply = parse(bytes);
     if (reply.value(QLatin1String("result")).toString() != QLatin1String("OK"))
         return;

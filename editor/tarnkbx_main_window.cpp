@@ -91,25 +91,10 @@ void TarnKBX_MainWindow::prepareTimers()
     m_queryRetryTimer.setInterval(MixerRetryMs);
     connect(&m_queryRetryTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::handle_query_finished);
     m_meteringRequestTimer.setInterval(MeteringRequestMs);
-    connect(&m_meteringRequestTimer, &QTimer::timeout, this, [this] {
-        if (hasAnsweredSince(m_repliesAtLevelRequest))
-            request_level_msgs();
-    });
+    connect(&m_meteringRequestTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::request_level_msgs);
     m_statusPollTimer.setInterval(StatusPollMs);
-    connect(&m_statusPollTimer, &QTimer::timeout, this, [this] {
-        if (hasAnsweredSince(m_repliesAtPoll))
-            onStatusPoll();
-    });
+    connect(&m_statusPollTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::onStatusPoll);
     connect(&m_mixerChangeTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::handle_mixer_changed);
-}
-
-/// Whether the device has answered since the number @p reply was taken, which is then taken anew. Without
-/// answers the repeated requests would pile up in the queue, and all go out when the device is back.
-bool TarnKBX_MainWindow::hasAnsweredSince(int &reply) const
-{
-    const bool answered = reply != m_replies;
-    reply = m_replies;
-    return answered;
 }
 
 void TarnKBX_MainWindow::buildDspView()

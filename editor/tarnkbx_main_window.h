@@ -188,7 +188,6 @@ private:
     void prepareTimers();
     std::shared_ptr<WidgetsInUse> keepWidgets();
     void leaveWidgetsInUse();
-    bool hasAnsweredSince(int &reply) const;
     bool confirmOverEditor(const QString &title, const QString &text);
 
     // Replies
@@ -256,9 +255,6 @@ private:
     bool m_queryFinished = false;
     bool m_awaitingFirstQuery = true;
 
-    int m_replies = 0; ///< replies of the device so far, refusals included
-    int m_repliesAtPoll = -1; ///< their number when the status was last polled
-    int m_repliesAtLevelRequest = -1;
 
     QTimer m_queryRetryTimer{this};
     QTimer m_meteringRequestTimer{this};

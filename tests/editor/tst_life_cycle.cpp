@@ -21,7 +21,6 @@ private slots:
     void refreshReadsAgain();
     void pollFollowsTheInterface_data();
     void pollFollowsTheInterface();
-    void pollsDoNotPileUp();
     void endings_data();
     void endings();
 };
@@ -140,22 +139,6 @@ void LifeCycleTest::pollFollowsTheInterface()
     QTRY_COMPARE(session->script->gets().size(), gets);
     QTRY_VERIFY(session->script->isIdle() && !session->plugin->getVelmarAsciiTimer()->isActive());
     QCOMPARE(session->script->gets().size(), gets);
-}
-
-void LifeCycleTest::pollsDoNotPileUp()
-{
-    session->plugin->setVelmarAsciiTimeout(60000);
-    session->script->setSilent(true);
-    auto *poll = session->find<QTimer>("status_poll_timer");
-    QSignalSpy polled(poll, &QTimer::timeout);
-    poll->start(10);
-    QTRY_VERIFY(polled.count() >= 5);
-    poll->stop();
-    session->script->setSilent(false);
-    session->script->deliver("{}");
-    QTRY_VERIFY(session->script->gets().contains(QStringLiteral("/status/bluetooth/device")));
-    QTRY_VERIFY(session->script->isIdle() && !session->plugin->getVelmarAsciiTimer()->isActive());
-    QCOMPARE(session->script->gets().size(), 13);
 }
 
 void LifeCycleTest::endings_data()
