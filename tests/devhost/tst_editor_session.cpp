@@ -28,13 +28,11 @@ private slots:
     void presentsEditor();
     void carriesTextAndBinaryApart();
     void ignoresRepliesOfOtherDevices();
-    void passesOnWhatPluginSays();
     void endsOnce_data();
     void endsOnce();
     void endsInsideOwnSignal();
     void failsToStart_data();
     void failsToStart();
-    void callsPresetSlotsByName();
 
 private:
     PlexoPlugin *plugin() const { return qobject_cast<PlexoPlugin *>(m_session->editor()->parentWidget()); }
@@ -116,31 +114,6 @@ void Session::ignoresRepliesOfOtherDevices()
     QCOMPARE(plugin()->property("received").toStringList(), QStringList{QStringLiteral("mine")});
 }
 
-void Session::passesOnWhatPluginSays()
-{
-    start();
-    QSignalSpy logged(m_session, &EditorSession::logged);
-    QSignalSpy status(m_session, &EditorSession::statusChanged);
-    QSignalSpy hostStatus(m_session, &EditorSession::hostStatus);
-    QSignalSpy view(m_session, &EditorSession::deviceViewRequested);
-    QSignalSpy overdue(m_session, &EditorSession::replyOverdue);
-    QSignalSpy loaded(m_session, &EditorSession::presetLoadFinished);
-    emit plugin()->logData(QStringLiteral("line"));
-    emit plugin()->updatePluginStatus(QStringLiteral("changed"), true);
-    emit plugin()->updateMainWindowStatus(QStringLiteral("saving"));
-    emit plugin()->switchToDeviceView();
-    emit plugin()->sendVelmarAsciiMsgTimeout();
-    m_session->applySnapshot("good");
-    QCOMPARE(logged.value(0), QVariantList{QStringLiteral("line")});
-    QCOMPARE(status.count(), 1);
-    QCOMPARE(m_session->status(), QStringLiteral("changed"));
-    QVERIFY(m_session->isStatusHighlighted());
-    QCOMPARE(hostStatus.value(0), QVariantList{QStringLiteral("saving")});
-    QCOMPARE(view.count(), 1);
-    QCOMPARE(overdue.count(), 1);
-    QCOMPARE(loaded.value(0), QVariantList{true});
-}
-
 void Session::endsOnce_data()
 {
     QTest::addColumn<Ending>("ending");
@@ -199,15 +172,6 @@ void Session::failsToStart()
     const QString sentence = m_session->start(&m_factory);
     QVERIFY2(sentence.contains(m_device->name()), qPrintable(sentence));
     QVERIFY(!m_session->editor() || !m_session->editor()->isVisible());
-}
-
-void Session::callsPresetSlotsByName()
-{
-    start();
-    QVERIFY(m_session->storePreset(2));
-    QVERIFY(m_session->recallPreset(5));
-    QCOMPARE(plugin()->property("stored").toInt(), 2);
-    QCOMPARE(plugin()->property("recalled").toInt(), 5);
 }
 
 QTEST_MAIN(Session)

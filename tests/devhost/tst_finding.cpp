@@ -43,7 +43,6 @@ private slots:
     void refusesAnnouncement();
     void findsLosesAndFindsAgain();
     void keepsFirstOfTwoWithOneName();
-    void followsDeviceToNewPort();
 };
 
 void Finding::readsAnnouncement()
@@ -129,20 +128,6 @@ void Finding::keepsFirstOfTwoWithOneName()
     QCOMPARE(clash.count(), 1);
     const QString sentence = clash.first().first().toString();
     QVERIFY2(sentence.contains(QStringLiteral("127.0.0.2")), qPrintable(sentence));
-}
-
-void Finding::followsDeviceToNewPort()
-{
-    KnownDevice device(QStringLiteral("KBX-0001"), 60000);
-    QSignalSpy moved(&device, &KnownDevice::routeChanged);
-    Announcement heard = *parseAnnouncement(good());
-    device.hear(heard, QHostAddress(QHostAddress::LocalHost));
-    device.hear(heard, QHostAddress(QHostAddress::LocalHost));
-    QCOMPARE(moved.count(), 1);
-    heard.controlPort = 5;
-    device.hear(heard, QHostAddress(QHostAddress::LocalHost));
-    QCOMPARE(moved.count(), 2);
-    QCOMPARE(device.controlPort(), quint16(5));
 }
 
 QTEST_MAIN(Finding)

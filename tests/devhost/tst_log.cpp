@@ -51,10 +51,8 @@ class Log : public QObject
 
 private slots:
     void staysBounded();
-    void showsOneLineOfText();
     void filters_data();
     void filters();
-    void writesLines();
     void recordsMessages();
     void readsWholeFilesOnly_data();
     void readsWholeFilesOnly();
@@ -76,13 +74,6 @@ void Log::staysBounded()
         QCOMPARE(log.entry(row).text.toInt(), first + row);
     log.clear();
     QCOMPARE(log.rowCount(), 0);
-}
-
-void Log::showsOneLineOfText()
-{
-    CommunicationLog log(10);
-    log.append(LogSource::Sent, QString(), QStringLiteral("SAVE 1\r"));
-    QCOMPARE(log.index(0, CommunicationLog::Text).data().toString(), QStringLiteral("SAVE 1\\r"));
 }
 
 void Log::filters_data()
@@ -130,18 +121,6 @@ void Log::filters()
         filter.setSourceShown(LogSource(source), true);
     filter.setText(QString());
     QCOMPARE(filter.rowCount(), log.rowCount());
-}
-
-void Log::writesLines()
-{
-    CommunicationLog log(10);
-    LogFilter filter(&log);
-    log.append(LogSource::Sent, QStringLiteral("KBX-1"), QStringLiteral("one"));
-    log.append(LogSource::Received, QStringLiteral("KBX-1"), QStringLiteral("two"));
-    filter.setText(QStringLiteral("two"));
-    const QString line = filter.allLines();
-    QCOMPARE(line.count(QLatin1Char('\n')), 1);
-    QVERIFY2(line.endsWith(QStringLiteral("\tKBX-1\trx\ttwo\n")), qPrintable(line));
 }
 
 void Log::recordsMessages()

@@ -1,21 +1,11 @@
-#include "devhost/options.h"
 #include "devhost/simulated_devices.h"
-#include "devhost/tour/file_dialogs.h"
 #include "devhost/tour/hands.h"
-#include "devhost/tour/other_values.h"
 #include "devhost/tour/tour.h"
 #include "devhost/upload_port.h"
 
-#include <QCheckBox>
-#include <QComboBox>
 #include <QDialog>
-#include <QFileDialog>
-#include <QJsonDocument>
-#include <QJsonObject>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QSignalSpy>
-#include <QSpinBox>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QVBoxLayout>
@@ -32,11 +22,6 @@ private slots:
     void endsAtFirstFailure_data();
     void endsAtFirstFailure();
     void handsRefuseWhatNobodyCouldClick();
-    void handsWorkWidgets();
-    void handsChooseFile();
-    void changesEveryValue();
-    void readsOptions_data();
-    void readsOptions();
     void saysWhySimulationEnded();
     void advisesOnPort();
 
@@ -149,88 +134,6 @@ void TourTest::handsRefuseWhatNobodyCouldClick()
     QCOMPARE(clicked.count(), 0);
     QCOMPARE(hands::click(&button), QString());
     QCOMPARE(clicked.count(), 1);
-}
-
-void TourTest::handsWorkWidgets()
-{
-    QWidget window;
-    QVBoxLayout layout(&window);
-    QLineEdit line(QStringLiteral("before"));
-    QSpinBox spin;
-    spin.setRange(-100, 20000);
-    spin.setSuffix(QStringLiteral(" Hz"));
-    QCheckBox box(QStringLiteral("Enable"));
-    QComboBox combo;
-    combo.addItems({QStringLiteral("a"), QStringLiteral("b"), QStringLiteral("c")});
-    for (QWidget *widget : {static_cast<QWidget *>(&line), static_cast<QWidget *>(&spin),
-                            static_cast<QWidget *>(&box), static_cast<QWidget *>(&combo)})
-        layout.addWidget(widget);
-    window.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&window));
-    QSignalSpy edited(&line, &QLineEdit::editingFinished);
-    QCOMPARE(hands::enter(&line, QStringLiteral("Stage_1")), QString());
-    QCOMPARE(line.text(), QStringLiteral("Stage_1"));
-    QCOMPARE(edited.count(), 1);
-    QCOMPARE(hands::enter(&spin, QStringLiteral("-12")), QString());
-    QCOMPARE(spin.value(), -12);
-    QSignalSpy clicked(&box, &QCheckBox::clicked);
-    QCOMPARE(hands::check(&box, true), QString());
-    QCOMPARE(hands::check(&box, true), QString());
-    QCOMPARE(clicked.count(), 1);
-    QCOMPARE(hands::choose(&combo, 2), QString());
-    QCOMPARE(combo.currentIndex(), 2);
-    QVERIFY(!hands::choose(&combo, 3).isEmpty());
-}
-
-void TourTest::handsChooseFile()
-{
-    QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    const QString path = m_folder.filePath(QStringLiteral("chosen.xml"));
-    QFileDialog dialog(nullptr, QString(), m_folder.path());
-    dialog.setAcceptMode(QFileDialog::AcceptSave);
-    QSignalSpy chosen(&dialog, &QFileDialog::fileSelected);
-    dialog.open();
-    QVERIFY(QTest::qWaitForWindowExposed(&dialog));
-    QCOMPARE(fileDialog(), &dialog);
-    const auto missing = untilChosen(path);
-    QTRY_COMPARE(missing(), QString());
-    QCOMPARE(chosen.value(0), QVariantList{path});
-    QVERIFY(!chooseFile(path).isEmpty());
-}
-
-void TourTest::changesEveryValue()
-{
-    const QByteArray before = R"({"a":[{"gain":-100,"mute":true},{"gain":0,"mute":false}],)"
-                              R"("ip_mode":"static","name":"KBX"})";
-    const QByteArray after = R"({"a":[{"gain":-99,"mute":false},{"gain":-1,"mute":true}],)"
-                             R"("ip_mode":"dhcp","name":"KBX"})";
-    const QJsonValue changed = otherValue(QJsonDocument::fromJson(before).object());
-    QCOMPARE(QJsonDocument(changed.toObject()).toJson(QJsonDocument::Compact), after);
-}
-
-void TourTest::readsOptions_data()
-{
-    QTest::addColumn<QString>("line");
-    QTest::addColumn<int>("simulate");
-    QTest::addColumn<QString>("complaint");
-    QTest::newRow("none") << QString() << 0 << QString();
-    QTest::newRow("devices") << QStringLiteral("--simulate 3") << 3 << QString();
-    QTest::newRow("too many") << QStringLiteral("--simulate 201") << 201 << QStringLiteral("--simulate");
-    QTest::newRow("no number") << QStringLiteral("--simulate many") << 0 << QStringLiteral("many");
-    QTest::newRow("unknown option") << QStringLiteral("--emulate 3") << 0 << QStringLiteral("emulate");
-    QTest::newRow("stray word") << QStringLiteral("simulate") << 0 << QStringLiteral("simulate");
-}
-
-void TourTest::readsOptions()
-{
-    QFETCH(const QString, line);
-    QFETCH(const int, simulate);
-    QFETCH(const QString, complaint);
-    const QStringList words = line.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    const ParsedOptions parsed = parseOptions(QStringList{QStringLiteral("plexo-devhost")} + words);
-    QCOMPARE(parsed.options.simulate, simulate);
-    QCOMPARE(parsed.error.isEmpty(), complaint.isEmpty());
-    QVERIFY2(parsed.error.contains(complaint), qPrintable(parsed.error));
 }
 
 void TourTest::saysWhySimulationEnded()

@@ -55,8 +55,6 @@ private slots:
     void closingCancelsTheReload();
     void followsTheUsbMode();
     void showsTheTonesValuesSilently();
-    void reportsTheToneWhenItRests_data();
-    void reportsTheToneWhenItRests();
 
 private:
     MatrixMixerCell &cell(int source, int sink) const
@@ -286,37 +284,6 @@ void MatrixMixerTest::showsTheTonesValuesSilently()
     // By hand the level comes out, and nothing else had been waiting.
     box("tone_gen_level_spinBox").stepUp();
     QTRY_COMPARE(m_toneChanges, QVector<ToneRecord>({{102, -11}}));
-}
-
-void MatrixMixerTest::reportsTheToneWhenItRests_data()
-{
-    QTest::addColumn<QString>("widget");
-    QTest::addColumn<QString>("typed");
-    QTest::addColumn<ToneRecord>("expected");
-    QTest::addColumn<int>("restMs");
-    QTest::newRow("enable") << QStringLiteral("tone_gen_en_checkBox") << QStringLiteral(" ")
-                            << ToneRecord(100, true) << 0;
-    QTest::newRow("frequency") << QStringLiteral("tone_gen_freq_spinBox") << QStringLiteral("1500")
-                               << ToneRecord(101, 1500) << 500;
-    QTest::newRow("level") << QStringLiteral("tone_gen_level_spinBox") << QStringLiteral("-42")
-                           << ToneRecord(102, -42) << 500;
-}
-
-void MatrixMixerTest::reportsTheToneWhenItRests()
-{
-    QFETCH(QString, widget);
-    QFETCH(QString, typed);
-    QFETCH(ToneRecord, expected);
-    QFETCH(int, restMs);
-    auto *control = m_form->findChild<QWidget *>(widget);
-    if (auto *number = qobject_cast<QSpinBox *>(control))
-        number->selectAll();
-    QTest::keyClicks(control, typed);
-    QElapsedTimer rested;
-    rested.start();
-    QCOMPARE(m_toneChanges.isEmpty(), restMs > 0);
-    QTRY_COMPARE(m_toneChanges, QVector<ToneRecord>({expected}));
-    QVERIFY(rested.elapsed() >= restMs * 9 / 10);
 }
 
 QTEST_MAIN(MatrixMixerTest)

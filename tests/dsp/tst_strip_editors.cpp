@@ -49,7 +49,6 @@ private slots:
     void takesUsbChannelsAway();
     void stepsTheThreshold_data();
     void stepsTheThreshold();
-    void asksToBeClosed();
 
 private:
     void addBlocks();
@@ -279,22 +278,6 @@ void StripEditorsTest::stepsTheThreshold()
         QCoreApplication::sendEvent(&box, &wheel);
     QCOMPARE(box.value(), expected);
     QCOMPARE(m_records, QVector<ChannelRecord>({{0, {3, expected}}}));
-}
-
-void StripEditorsTest::asksToBeClosed()
-{
-    QPointer<StripEditor> editor = new NetTxForm(4, &m_section);
-    int asked = 0;
-    connect(editor, &BlockEditor::close, this, [&asked] { ++asked; });
-    editor->show();
-    QTest::keyClick(editor, Qt::Key_Escape);
-    QCOMPARE(asked, 1);
-    QVERIFY(editor->isVisible()); // until the owner closes it
-
-    connect(editor, &BlockEditor::close, editor, &QObject::deleteLater);
-    editor->QWidget::close();
-    QCOMPARE(asked, 2);
-    QTRY_VERIFY(!editor);
 }
 
 QTEST_MAIN(StripEditorsTest)

@@ -6,7 +6,6 @@
 
 #include <QApplication>
 #include <QCheckBox>
-#include <QDialog>
 #include <QFile>
 #include <QJsonArray>
 #include <QJsonObject>
@@ -120,7 +119,6 @@ private slots:
     void snapshotMovesTheStateToAnotherDevice();
     void presetBringsBackWhatWasStored();
     void defaultCueArrivesWhole();
-    void userCueThatTheDeviceRefusesLeavesItAsItWas();
     void lostDeviceClosesTheEditor();
 
 private:
@@ -269,25 +267,6 @@ void AgainstSimulatorTest::defaultCueArrivesWhole()
     QVERIFY(live.sent.contains(command));
     QTRY_COMPARE(live.sent.filter(QStringLiteral("req_metering")).size(), 2);
     QVERIFY(live.find<QCheckBox>("vc_connect_failed_en_checkBox")->isEnabled());
-}
-
-void AgainstSimulatorTest::userCueThatTheDeviceRefusesLeavesItAsItWas()
-{
-    LiveDevice live(m_factory, 1);
-    QVERIFY(live.goLive());
-    const QJsonValue before = live.ask(QStringLiteral("/status/voice_cue"));
-    support::BoxAnswerer failure(QMessageBox::Ok);
-    QTimer::singleShot(0, live.editor(), [&live] {
-        QMetaObject::invokeMethod(
-            live.editor(), "helper_load_user_vc_file", Q_ARG(QString, QStringLiteral("empty.wav")),
-            Q_ARG(QString, QStringLiteral("VC_BT_PAIR")), Q_ARG(QByteArray, QByteArray()));
-    });
-    QTRY_COMPARE(failure.seen().size(), 1);
-    QCOMPARE(failure.seen().first().title, QStringLiteral("Failed to update the image"));
-    QCOMPARE(failure.seen().first().text,
-             QStringLiteral("There was a failure in updating the voice cue wav file."));
-    QTRY_VERIFY(!topLevel(QStringLiteral("tarnKBX Voice Cue Update")));
-    QTRY_COMPARE_WITH_TIMEOUT(live.ask(QStringLiteral("/status/voice_cue")), before, 30000);
 }
 
 void AgainstSimulatorTest::lostDeviceClosesTheEditor()

@@ -1,7 +1,6 @@
 #include "simulator/control_service.h"
 #include "simulator/options.h"
 
-#include <QElapsedTimer>
 #include <QNetworkDatagram>
 #include <QTest>
 
@@ -74,15 +73,11 @@ class TestFaults : public QObject
 
 private slots:
     void fatesRepeatBySeed();
-    void pattern_data();
-    void pattern();
     void link_data();
     void link();
     void heldReplyIsReleased();
-    void latency();
     void badOption_data();
     void badOption();
-    void goodOptions();
 };
 
 void TestFaults::fatesRepeatBySeed()
@@ -95,25 +90,6 @@ void TestFaults::fatesRepeatBySeed()
     FaultDealer without(noDrop, 5);
     for (int i = 0; i < 100; ++i) // one fault more does not shift the others
         QCOMPARE(with.next().garbage, without.next().garbage);
-}
-
-void TestFaults::pattern_data()
-{
-    QTest::addColumn<QString>("pattern");
-    QTest::addColumn<bool>("matches");
-    QTest::newRow("exact") << "/system/usb/mode" << true;
-    QTest::newRow("across levels") << "/system/*" << true;
-    QTest::newRow("inside") << "*usb*" << true;
-    QTest::newRow("one character") << "/system/us?/mode" << true;
-    QTest::newRow("whole path only") << "/system/usb" << false;
-    QTest::newRow("dot is a dot") << "/system.usb/mode" << false;
-}
-
-void TestFaults::pattern()
-{
-    QFETCH(QString, pattern);
-    QFETCH(bool, matches);
-    QCOMPARE(matchesPattern(pattern, QStringLiteral("/system/usb/mode")), matches);
 }
 
 void TestFaults::link_data()
@@ -163,20 +139,6 @@ void TestFaults::heldReplyIsReleased()
     QTRY_COMPARE(client.received, QByteArrayList{"alone"});
 }
 
-void TestFaults::latency()
-{
-    FaultSettings faults;
-    faults.latencyMs = 80;
-    ControlService service(faults, 1, 0, [](const QByteArray &request) { return request; });
-    QVERIFY(service.listen(deviceAddress(), 0));
-    Client client;
-    QElapsedTimer clock;
-    clock.start();
-    client.ask(service, "late");
-    QTRY_COMPARE(client.received.size(), 1);
-    QVERIFY(clock.elapsed() >= 80);
-}
-
 void TestFaults::badOption_data()
 {
     QTest::addColumn<QStringList>("arguments");
@@ -201,33 +163,6 @@ void TestFaults::badOption()
     QFETCH(QString, error);
     const ParsedOptions parsed = parseOptions(QStringList{QStringLiteral("kbx-simulator")} + arguments);
     QVERIFY2(parsed.error.startsWith(error), qPrintable(parsed.error));
-}
-
-void TestFaults::goodOptions()
-{
-    const ParsedOptions parsed = parseOptions(
-        QStringLiteral("kbx-simulator --name X-7 --address 127.0.0.12 --port 0 --seed 9 --pace 2.5 "
-                       "--latency 10 --jitter 5 --drop 0.25 --refuse /a* --vanish-after 3 --return-after 400 "
-                       "--tftp-fault wrong-block --tftp-drop 0.5 --exit-with-parent")
-            .split(QLatin1Char(' ')));
-    QCOMPARE(parsed.error, QString());
-    const Options &options = parsed.options;
-    QCOMPARE(options.name, QStringLiteral("X-7"));
-    QCOMPARE(options.address, QHostAddress(QStringLiteral("127.0.0.12")));
-    QCOMPARE(options.port, quint16(0));
-    QCOMPARE(options.seed, 9U);
-    QCOMPARE(options.pace, 2.5);
-    QVERIFY(options.exitWithParent);
-    QCOMPARE(options.faults.latencyMs, 10);
-    QCOMPARE(options.faults.jitterMs, 5);
-    QCOMPARE(options.faults.drop, 0.25);
-    QCOMPARE(options.faults.refuse, QStringLiteral("/a*"));
-    QCOMPARE(options.faults.vanishAfter, 3);
-    QCOMPARE(options.faults.returnAfterMs, 400);
-    QCOMPARE(options.tftpFaults.kind, TftpFaultSettings::Kind::WrongBlock);
-    QCOMPARE(options.tftpFaults.drop, 0.5);
-    QVERIFY(parseOptions({QStringLiteral("kbx-simulator"), QStringLiteral("--help")})
-                .help.contains(QLatin1String("--vanish-after <N>")));
 }
 
 QTEST_GUILESS_MAIN(TestFaults)

@@ -39,7 +39,6 @@ private slots:
     void modelFollowsSettings_data();
     void modelFollowsSettings();
     void sourcesComeAndGo();
-    void programmeRepeats();
 };
 
 void TestLevels::compute_data()
@@ -169,22 +168,6 @@ void TestLevels::sourcesComeAndGo()
     model.advance(3000);
     QVERIFY(set("/control/bluetooth/pair", "true"));
     QVERIFY(!sounds(11));
-}
-
-void TestLevels::programmeRepeats()
-{
-    Programme one(7);
-    Programme same(7);
-    Programme other(8);
-    bool differs = false;
-    for (int step = 0; step < 200; ++step) {
-        for (Programme *programme : {&one, &same, &other})
-            programme->advance(50);
-        QCOMPARE(same.level(0), one.level(0));
-        QVERIFY(one.level(2) > silenceDb && one.level(2) <= 0);
-        differs = differs || other.level(0) != one.level(0);
-    }
-    QVERIFY(differs);
 }
 
 QTEST_GUILESS_MAIN(TestLevels)

@@ -1,7 +1,7 @@
 #include "simulator/phone.h"
-#include "simulator/usb_host.h"
-#include "simulator/voice_cues.h"
 
+#include <QJsonArray>
+#include <QJsonObject>
 #include <QSet>
 #include <QSignalSpy>
 #include <QTest>
@@ -49,12 +49,8 @@ private slots:
     void reconnect_data();
     void reconnect();
     void fullListGivesUpTheOldest();
-    void clearListKeepsProtected();
     void mediaKeys();
     void signalStrengthPassesAllBands();
-    void disabling();
-    void usbHostComesAndGoes();
-    void voiceCues();
 };
 
 void TestPhone::pairing()
@@ -133,16 +129,6 @@ void TestPhone::fullListGivesUpTheOldest()
     QCOMPARE(phone.pairedList(), all);
 }
 
-void TestPhone::clearListKeepsProtected()
-{
-    Phone phone(1);
-    phone.applySettings(basic);
-    pairNewPhone(&phone);
-    phone.clearList();
-    QCOMPARE(phone.pairedList().size(), 1);
-    QCOMPARE(stateOf(phone), QStringLiteral("idle")); // the connected phone was forgotten
-}
-
 void TestPhone::mediaKeys()
 {
     Phone phone(1);
@@ -189,59 +175,6 @@ void TestPhone::signalStrengthPassesAllBands()
                                     : QStringLiteral("none"));
     }
     QCOMPARE(bands.size(), 4);
-}
-
-void TestPhone::disabling()
-{
-    Phone phone(1);
-    phone.applySettings(basic);
-    pairNewPhone(&phone);
-    BluetoothSettings off = basic;
-    off.enabled = false;
-    phone.applySettings(off);
-    QCOMPARE(stateOf(phone), QStringLiteral("idle"));
-    QCOMPARE(deviceOf(phone).value(QStringLiteral("name")).toString(), QString());
-    phone.advance(Phone::reconnectMs);
-    QCOMPARE(stateOf(phone), QStringLiteral("idle"));
-}
-
-void TestPhone::usbHostComesAndGoes()
-{
-    sim::UsbHost host;
-    QSet<QString> words;
-    for (int second = 0; second < 120; ++second) {
-        host.advance(1000);
-        words << host.status().value(QStringLiteral("state")).toString();
-        QCOMPARE(host.isActive(),
-                 host.status().value(QStringLiteral("state")) == QJsonValue(QStringLiteral("connected")));
-    }
-    QCOMPARE(words,
-             (QSet<QString>{QStringLiteral("connected"), QStringLiteral("suspended"),
-                            QStringLiteral("disconnected")}));
-}
-
-void TestPhone::voiceCues()
-{
-    const auto valid = [](const sim::VoiceCues &cues, int cue) {
-        return cues.status().at(cue).toObject().value(QStringLiteral("valid")).toBool();
-    };
-    sim::VoiceCues cues;
-    QCOMPARE(cues.play(1), QString());
-    QVERIFY(cues.isPlaying());
-    cues.beginLoad(1);
-    QVERIFY(!cues.isPlaying());
-    QVERIFY(!valid(cues, 1));
-    QVERIFY(!cues.play(1).isEmpty());
-    cues.abandonLoad();
-    QVERIFY(valid(cues, 1));
-
-    cues.beginLoad(1);
-    cues.finishLoad(500);
-    cues.play(1);
-    cues.advance(499);
-    QVERIFY(cues.isPlaying());
-    cues.advance(1);
-    QVERIFY(!cues.isPlaying());
 }
 
 QTEST_GUILESS_MAIN(TestPhone)

@@ -39,7 +39,6 @@ private slots:
     void canBeDestroyedUnderItsMessage();
     void servesOnlyTheFirstRequest();
     void tellsASecondDialogThatThePortIsTaken();
-    void listsDevicesByName();
     void paintsProgressInTheDialogsStyle();
     void choosesTheLocalAddress();
 };
@@ -201,22 +200,6 @@ void TestUpdateDialog::tellsASecondDialogThatThePortIsTaken()
     QTRY_COMPARE(first.status(), updatetexts::finished(300));
     QTRY_VERIFY(!gaveUpWaiting.isEmpty());
     QCOMPARE(second.status(), inUse);
-}
-
-void TestUpdateDialog::listsDevicesByName()
-{
-    DevList list;
-    QSignalSpy reset(&list, &DevList::modelReset);
-    for (const char *name : {"b", "a", "b"})
-        list.addDevice(QLatin1String(name));
-    QCOMPARE(reset.size(), 3);
-    QCOMPARE(list.rowCount(), 2);
-    QCOMPARE(list.index(0, 1).data().toString() + list.index(1, 1).data().toString(), QStringLiteral("ab"));
-    QCOMPARE(list.index(0, 0).data(Qt::DecorationRole).type(), QVariant::Icon);
-    QVERIFY(!list.index(0, 0).data().isValid() && !list.index(0, 2).data().isValid());
-    QVERIFY(!list.index(1, 1).data(Qt::ForegroundRole).isValid());
-    list.device(QStringLiteral("b"))->setState(2);
-    QCOMPARE(list.index(1, 1).data(Qt::ForegroundRole).value<QColor>(), QColor(Qt::red));
 }
 
 void TestUpdateDialog::paintsProgressInTheDialogsStyle()

@@ -10,24 +10,6 @@
 
 #include <limits>
 
-namespace {
-
-/// An owner whose slots are connected by their names, as forms do it.
-class Owner : public QWidget
-{
-    Q_OBJECT
-
-public:
-    int faderChanges = 0;
-    int dialChanges = 0;
-
-public slots:
-    void on_vmdspgain_parametersChanged() { ++faderChanges; }
-    void on_vmdial_parametersChanged() { ++dialChanges; }
-};
-
-} // namespace
-
 /// What an owner configures, sets and reads on a fader, and that it stays readable.
 class TestGainFader : public QObject
 {
@@ -38,8 +20,6 @@ private slots:
     void keepsWhatIsSetSilently();
     void rangeFollowsTheProperty_data();
     void rangeFollowsTheProperty();
-    void signalsConnectByName();
-    void entryChangesTheGainByHand();
     void showsLabelAndButtonsWhenAsked();
     void isReadableAtItsSmallest();
     void looksDifferent_data();
@@ -107,41 +87,6 @@ void TestGainFader::rangeFollowsTheProperty()
     QCOMPARE(changes.count(), 0);
     fader.setGain(1000.0);
     QCOMPARE(fader.Gain(), highest);
-}
-
-void TestGainFader::signalsConnectByName()
-{
-    Owner owner;
-    auto *fader = new VmDspGain(&owner);
-    fader->setObjectName(QStringLiteral("vmdspgain"));
-    auto *dial = new VmDial(&owner);
-    dial->setObjectName(QStringLiteral("vmdial"));
-    QMetaObject::connectSlotsByName(&owner);
-    QTest::keyClick(fader, Qt::Key_Up);
-    QTest::keyClick(dial, Qt::Key_Up);
-    QTest::keyClick(dial, Qt::Key_Up);
-    QCOMPARE(owner.faderChanges, 1);
-    QCOMPARE(owner.dialChanges, 2);
-}
-
-void TestGainFader::entryChangesTheGainByHand()
-{
-    VmDspGain fader;
-    QDoubleSpinBox *entry = fader.findChild<QDoubleSpinBox *>(QStringLiteral("numericEntry"));
-    QCOMPARE(entry, fader.numericEntry());
-    QSignalSpy changes(&fader, &VmDspGain::parametersChanged);
-    entry->setDecimals(0);
-    entry->setSingleStep(1.0);
-    QTest::keyClick(entry, Qt::Key_Up);
-    QTest::keyClick(entry, Qt::Key_PageDown);
-    QCOMPARE(fader.Gain(), -5.0);
-    QCOMPARE(changes.count(), 2);
-    entry->selectAll();
-    QTest::keyClicks(entry, QStringLiteral("-12"));
-    QCOMPARE(changes.count(), 2); // not one change a digit
-    QTest::keyClick(entry, Qt::Key_Return);
-    QCOMPARE(fader.Gain(), -12.0);
-    QCOMPARE(changes.count(), 3);
 }
 
 void TestGainFader::showsLabelAndButtonsWhenAsked()

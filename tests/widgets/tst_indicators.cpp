@@ -39,7 +39,6 @@ private slots:
     void meterPaintsOnlyWhatChanged();
     void oneTimerRunsWhileSomethingMoves();
     void clickClearsTheClipMarkOnly();
-    void ledSize();
     void ledTellsItsStateWithoutColour();
 };
 
@@ -145,16 +144,6 @@ void TestIndicators::clickClearsTheClipMarkOnly()
     QVERIFY(!meter->isClipped());
     QCOMPARE(meter->grab().toImage().pixel(6, 3), dark);
     QCOMPARE(fader.Gain(), -12.0);
-}
-
-void TestIndicators::ledSize()
-{
-    VmLED led;
-    led.setDiameter(25.4);
-    const int halo = led.sizeHint().width() - led.logicalDpiX();
-    QVERIFY(halo >= 0 && halo <= 4);
-    led.setDiameter(0.5);
-    QCOMPARE(led.sizeHint(), QSize(10 + halo, 10 + halo)); // never too small to see
 }
 
 void TestIndicators::ledTellsItsStateWithoutColour()
