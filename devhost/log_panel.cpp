@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTableView>
 #include <QToolButton>
 #include <QVBoxLayout>
@@ -89,6 +90,9 @@ QHBoxLayout *LogPanel::createToolRow()
     m_filterEdit->setPlaceholderText(tr("Filter, for example: usb -status"));
     m_filterEdit->setToolTip(tr("Show the lines that hold every word; -word hides lines (Ctrl+F)"));
     m_filterEdit->setClearButtonEnabled(true);
+    // The style sheet gives the placeholder another colour than a text.
+    connect(m_filterEdit, &QLineEdit::textChanged, m_filterEdit,
+            [this] { m_filterEdit->style()->polish(m_filterEdit); });
     row->addWidget(m_filterEdit, 1);
     addSourceButton(row, tr("Sent"), tr("Show messages sent to devices"), {LogSource::Sent});
     addSourceButton(row, tr("Received"), tr("Show replies of devices"), {LogSource::Received});
