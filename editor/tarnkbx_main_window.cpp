@@ -90,6 +90,9 @@ void TarnKBX_MainWindow::prepareTimers()
     m_queryRetryTimer.setSingleShot(true);
     m_queryRetryTimer.setInterval(MixerRetryMs);
     connect(&m_queryRetryTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::handle_query_finished);
+    // A coarse timer would let the device's clock see polls up to 5 % late.
+    for (QTimer *regular : {&m_meteringRequestTimer, &m_statusPollTimer})
+        regular->setTimerType(Qt::PreciseTimer);
     m_meteringRequestTimer.setInterval(MeteringRequestMs);
     connect(&m_meteringRequestTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::request_level_msgs);
     m_statusPollTimer.setInterval(StatusPollMs);
