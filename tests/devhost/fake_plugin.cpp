@@ -36,9 +36,7 @@ PlexoPlugin *FakeFactory::createPlugin(QWidget *styleSource)
 {
     auto *plugin = new FakePlugin;
     plugin->setFactory(this);
-    if (!givesEditor)
-        delete plugin->getPluginWidget();
-    else if (styleSource)
+    if (styleSource)
         plugin->getPluginWidget()->setStyleSheet(styleSource->styleSheet());
     return plugin;
 }
@@ -47,6 +45,4 @@ void FakeFactory::attachDevice(PlexoPlugin *plugin, pxDevices *devices, pxDevice
 {
     plugin->setDevice(device);
     plugin->setDevices(devices);
-    if (closesAtOnce)
-        emit plugin->pluginRequestClose();
 }

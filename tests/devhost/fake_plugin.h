@@ -28,7 +28,7 @@ private:
     void note(const char *property, const QByteArray &bytes);
 };
 
-/// Serves the models "FAKE" and, with a plugin that has no editor, "EMPTY".
+/// Serves the model "FAKE".
 class FakeFactory : public QObject, public PlexoPluginFactory
 {
     Q_OBJECT
@@ -48,7 +48,4 @@ public:
     int reservedNumber() override { return 0; }
     QString getVersionFull() override { return QStringLiteral("1.0.0"); }
     QString getThresholdKey() override { return QStringLiteral("NA"); }
-
-    bool givesEditor = true;
-    bool closesAtOnce = false;
 };

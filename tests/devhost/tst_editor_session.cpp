@@ -25,14 +25,10 @@ private slots:
     void init();
     void cleanup();
 
-    void presentsEditor();
     void carriesTextAndBinaryApart();
-    void ignoresRepliesOfOtherDevices();
     void endsOnce_data();
     void endsOnce();
     void endsInsideOwnSignal();
-    void failsToStart_data();
-    void failsToStart();
 
 private:
     PlexoPlugin *plugin() const { return qobject_cast<PlexoPlugin *>(m_session->editor()->parentWidget()); }
@@ -59,11 +55,8 @@ void Session::init()
     m_device->hear(*parseAnnouncement(m_fake->announcement("KBX-0001", "FAKE")), m_fake->address());
     for (DeviceTransport *transport : {m_text.data(), m_aes67.data()})
         transport->setRoute(m_device->name(), m_fake->address(), m_fake->port());
-    m_styleSource.setStyleSheet(QStringLiteral("QWidget { color: #ff7707; }"));
     m_session
         = new EditorSession({&m_devices, m_text.data(), m_aes67.data(), &m_styleSource, 7}, m_device.data());
-    m_factory.givesEditor = true;
-    m_factory.closesAtOnce = false;
 }
 
 void Session::cleanup()
@@ -74,19 +67,6 @@ void Session::cleanup()
 void Session::start()
 {
     QCOMPARE(m_session->start(&m_factory), QString());
-}
-
-void Session::presentsEditor()
-{
-    start();
-    QVERIFY(m_session->editor()->isVisible());
-    QCOMPARE(m_session->editor()->windowTitle(), QStringLiteral("KBX-0001 - Fake_Plugin"));
-    QCOMPARE(m_session->editor()->styleSheet(), m_styleSource.styleSheet());
-    QCOMPARE(plugin()->getNetInterfaceIndex(), 7);
-    QCOMPARE(plugin()->getDevice(), m_device.data());
-    QCOMPARE(plugin()->getDevices(), &m_devices);
-    m_session->setInterfaceIndex(9);
-    QCOMPARE(plugin()->getNetInterfaceIndex(), 9);
 }
 
 void Session::carriesTextAndBinaryApart()
@@ -103,15 +83,6 @@ void Session::carriesTextAndBinaryApart()
     m_fake->answer("binary reply");
     QTRY_COMPARE(plugin()->property("binary").toStringList(), QStringList{QStringLiteral("binary reply")});
     QCOMPARE(plugin()->property("received").toStringList().size(), 1);
-}
-
-void Session::ignoresRepliesOfOtherDevices()
-{
-    start();
-    emit m_text->received(QStringLiteral("kbx-0001"), "other case");
-    emit m_text->received(QStringLiteral("KBX-0002"), "other device");
-    emit m_text->received(m_device->name(), "mine");
-    QCOMPARE(plugin()->property("received").toStringList(), QStringList{QStringLiteral("mine")});
 }
 
 void Session::endsOnce_data()
@@ -153,25 +124,6 @@ void Session::endsInsideOwnSignal()
     emit gone->logData(QStringLiteral("last words"));
     QVERIFY(!m_session);
     QVERIFY(!gone);
-}
-
-void Session::failsToStart_data()
-{
-    QTest::addColumn<bool>("givesEditor");
-    QTest::addColumn<bool>("closesAtOnce");
-    QTest::newRow("no editor") << false << false;
-    QTest::newRow("closes when it is attached") << true << true;
-}
-
-void Session::failsToStart()
-{
-    QFETCH(const bool, givesEditor);
-    QFETCH(const bool, closesAtOnce);
-    m_factory.givesEditor = givesEditor;
-    m_factory.closesAtOnce = closesAtOnce;
-    const QString sentence = m_session->start(&m_factory);
-    QVERIFY2(sentence.contains(m_device->name()), qPrintable(sentence));
-    QVERIFY(!m_session->editor() || !m_session->editor()->isVisible());
 }
 
 QTEST_MAIN(Session)

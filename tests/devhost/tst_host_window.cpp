@@ -35,7 +35,6 @@ private slots:
     void savesSnapshot();
     void loadsSnapshot_data();
     void loadsSnapshot();
-    void storesAndRecallsPreset();
     void showsLossAndStatus();
     void closingWindowEndsEditors();
 
@@ -179,15 +178,6 @@ void Window::loadsSnapshot()
     QCOMPARE(plugin()->property("applied").toStringList(),
              applied ? QStringList{QString::fromUtf8(content)} : QStringList());
     QCOMPARE(statusText().contains(QStringLiteral("was sent to KBX-0001")), applied);
-}
-
-void Window::storesAndRecallsPreset()
-{
-    openEditor();
-    QCOMPARE(menu({QStringLiteral("Store Preset"), QStringLiteral("Preset 0")}), QString());
-    QCOMPARE(menu({QStringLiteral("Recall Preset"), QStringLiteral("Preset 7")}), QString());
-    QCOMPARE(plugin()->property("stored"), QVariant(0));
-    QCOMPARE(plugin()->property("recalled"), QVariant(7));
 }
 
 void Window::showsLossAndStatus()

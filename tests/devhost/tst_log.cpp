@@ -54,8 +54,6 @@ private slots:
     void filters_data();
     void filters();
     void recordsMessages();
-    void readsWholeFilesOnly_data();
-    void readsWholeFilesOnly();
     void writesAllOrNothing();
 };
 
@@ -85,15 +83,10 @@ void Log::filters_data()
     const QString poll = QStringLiteral("{\"get\":\"/status/usb\"}");
     const QString reply = QStringLiteral("{\"result\":\"OK\"}");
     const QString alarm = QStringLiteral("usb is on fire");
-    QTest::newRow("nothing asked") << QString() << QList<int>() << QStringList{get, poll, reply, alarm};
     QTest::newRow("a word") << QStringLiteral("USB") << QList<int>() << QStringList{get, poll, alarm};
     QTest::newRow("every word") << QStringLiteral("usb get") << QList<int>() << QStringList{get, poll};
     QTest::newRow("not a word") << QStringLiteral("usb -status") << QList<int>() << QStringList{get, alarm};
-    QTest::newRow("a lone minus") << QStringLiteral("-") << QList<int>()
-                                  << QStringList{get, poll, reply, alarm};
     QTest::newRow("a device") << QStringLiteral("kbx-2") << QList<int>() << QStringList{poll};
-    QTest::newRow("no sent ones") << QString() << QList<int>{int(LogSource::Sent)}
-                                  << QStringList{reply, alarm};
     QTest::newRow("text and source") << QStringLiteral("usb") << QList<int>{int(LogSource::Sent)}
                                      << QStringList{alarm};
 }
@@ -149,30 +142,6 @@ void Log::recordsMessages()
     QCOMPARE(received.value(QStringLiteral("dir")).toString(), QStringLiteral("rx"));
     QCOMPARE(received.value(QStringLiteral("device")).toString(), QStringLiteral("Büro"));
     QVERIFY(received.value(QStringLiteral("text")).toString().startsWith(QStringLiteral("a\n")));
-}
-
-void Log::readsWholeFilesOnly_data()
-{
-    QTest::addColumn<int>("size");
-    QTest::addColumn<bool>("read");
-    QTest::newRow("empty") << 0 << true;
-    QTest::newRow("as large as allowed") << 1000 << true;
-    QTest::newRow("one byte more") << 1001 << false;
-    QTest::newRow("no file") << -1 << false;
-}
-
-void Log::readsWholeFilesOnly()
-{
-    QFETCH(const int, size);
-    QFETCH(const bool, read);
-    const QTemporaryDir folder;
-    const QString path = folder.filePath(QStringLiteral("a.xml"));
-    if (size >= 0)
-        QCOMPARE(writeWholeFile(path, QByteArray(size, 'x')), QString());
-    const FileContent content = readWholeFile(path, 1000);
-    QCOMPARE(content.error.isEmpty(), read);
-    QCOMPARE(content.bytes.size(), read ? size : 0);
-    QVERIFY(read || content.error.contains(path));
 }
 
 void Log::writesAllOrNothing()

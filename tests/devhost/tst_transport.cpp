@@ -25,7 +25,6 @@ private slots:
     void init();
     void carriesBytesUnchanged();
     void tellsDevicesApart();
-    void ignoresStrangers();
     void keepsDeliveringInsideNestedLoop();
     void saysWhatWasNotSent_data();
     void saysWhatWasNotSent();
@@ -75,21 +74,6 @@ void Transport::tellsDevicesApart()
     m_device->answer("from first");
     QTRY_COMPARE(received.count(), 1);
     QCOMPARE(received.first().first().toString(), name());
-}
-
-void Transport::ignoresStrangers()
-{
-    FakeDevice stranger;
-    m_transport->setRoute(QStringLiteral("moved"), stranger.address(), stranger.port());
-    m_transport->send(QStringLiteral("moved"), "?");
-    m_transport->send(name(), "?");
-    QTRY_VERIFY(!stranger.heard().isEmpty() && !m_device->heard().isEmpty());
-    m_transport->setRoute(QStringLiteral("moved"), stranger.address(), 9);
-    QSignalSpy received(m_transport.data(), &DeviceTransport::received);
-    stranger.answer("from where no device is any more");
-    m_device->answer("known");
-    QTRY_COMPARE(received.count(), 1);
-    QCOMPARE(received.first().at(1).toByteArray(), QByteArray("known"));
 }
 
 void Transport::keepsDeliveringInsideNestedLoop()

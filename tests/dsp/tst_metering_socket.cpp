@@ -38,7 +38,6 @@ class MeteringSocketTest : public QObject
 private slots:
     void initTestCase();
     void takesEveryDatagramBesideOthers();
-    void leavesItsGroup();
     void survivesBadTexts_data();
     void survivesBadTexts();
     void tellsLevelsFromOtherDatagrams_data();
@@ -72,17 +71,6 @@ void MeteringSocketTest::takesEveryDatagramBesideOthers()
     QTRY_COMPARE(first.received, sent);
     QTRY_COMPARE(second.received, sent);
     QVERIFY(!first.socket.takeDatagram().isValid());
-}
-
-void MeteringSocketTest::leavesItsGroup()
-{
-    Listener left;
-    left.socket.leaveGroup();
-    Listener witness(QStringLiteral("239.255.77.2"));
-    QVERIFY(send("gone"));
-    QVERIFY(send("here", "239.255.77.2"));
-    QTRY_COMPARE(witness.received, QVector<QByteArray>({"here"}));
-    QVERIFY(!left.received.contains("gone"));
 }
 
 void MeteringSocketTest::survivesBadTexts_data()

@@ -194,16 +194,12 @@ void StripEditorsTest::survivesOddSections_data()
     const QVariantList untouched{true, -11.0, true};
     const QVariantList cleared{false, 0.0, false};
     QTest::newRow("no value") << QByteArray(R"({"result":"OK"})") << untouched;
-    QTest::newRow("value is an object") << QByteArray(R"({"value":{"gain":3}})") << untouched;
     QTest::newRow("one channel") << QByteArray(R"({"value":[{"gain":3}]})") << untouched;
     QTest::newRow("no objects") << QByteArray(R"({"value":[1,"x",null,[]]})") << cleared;
     QTest::newRow("other types") << QByteArray(R"({"value":[{},{"mute":1,"gain":"-3","invert":"on"}]})")
                                  << cleared;
-    QTest::newRow("no whole number") << QByteArray(R"({"value":[{},{"gain":-3.5}]})") << cleared;
     QTest::newRow("too loud") << QByteArray(R"({"value":[{},{"gain":2000000}]})")
                               << QVariantList{false, 20.0, false};
-    QTest::newRow("too many") << QByteArray(R"({"value":[{},{"gain":7},{},{},{},{}]})")
-                              << QVariantList{false, 7.0, false};
 }
 
 void StripEditorsTest::survivesOddSections()
@@ -224,7 +220,6 @@ void StripEditorsTest::takesUsbChannelsAway_data()
     QTest::newRow("second taken") << 1 << 0 << false;
     QTest::newRow("low eight bits count") << 257 << 0 << false;
     QTest::newRow("no such channel") << 2 << 0 << true;
-    QTest::newRow("unknown type") << 1 << 2 << true;
 }
 
 void StripEditorsTest::takesUsbChannelsAway()
@@ -252,10 +247,8 @@ void StripEditorsTest::stepsTheThreshold_data()
     QTest::addColumn<int>("wheelDelta");
     QTest::addColumn<int>("start");
     QTest::addColumn<int>("expected");
-    QTest::newRow("Up") << int(Qt::Key_Up) << 0 << -10 << -9;
     QTest::newRow("PageUp") << int(Qt::Key_PageUp) << 0 << 20 << 20;
     QTest::newRow("Down") << int(Qt::Key_Down) << 0 << -100 << -101;
-    QTest::newRow("PageDown") << int(Qt::Key_PageDown) << 0 << -10 << -11;
     QTest::newRow("wheel up") << 0 << 120 << -10 << -9;
     QTest::newRow("wheel sideways") << 0 << 0 << -10 << -11;
 }

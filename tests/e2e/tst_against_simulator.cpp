@@ -10,7 +10,6 @@
 #include <QJsonArray>
 #include <QJsonObject>
 #include <QLabel>
-#include <QLineEdit>
 #include <QPluginLoader>
 #include <QPushButton>
 #include <QSignalSpy>
@@ -115,9 +114,7 @@ class AgainstSimulatorTest : public QObject
 private slots:
     void initTestCase();
     void faderAndMuteAreSeenOnTheMeter();
-    void meteringFollowsItsGroup();
     void snapshotMovesTheStateToAnotherDevice();
-    void presetBringsBackWhatWasStored();
     void defaultCueArrivesWhole();
     void lostDeviceClosesTheEditor();
 
@@ -167,30 +164,6 @@ void AgainstSimulatorTest::faderAndMuteAreSeenOnTheMeter()
     QVERIFY(editor->findChild<QPushButton *>(QStringLiteral("digital_mute_pushButton"))->isChecked());
 }
 
-void AgainstSimulatorTest::meteringFollowsItsGroup()
-{
-    LiveDevice live(m_factory, 1);
-    QVERIFY(live.goLive());
-    QSignalSpy levels(live.editor(), SIGNAL(meteringLevels(QByteArray)));
-    QTRY_VERIFY(levels.count() > 2);
-    auto *group = live.find<QLineEdit>("multicast_metering_ip_lineEdit");
-    auto *port = live.find<QLineEdit>("multicast_metering_port_lineEdit");
-    group->setText(QStringLiteral("239.9.9.9"));
-    port->setText(QStringLiteral("6199"));
-    QTest::mouseClick(live.find<QPushButton>("multicast_metering_apply_pushButton"), Qt::LeftButton);
-    QTRY_COMPARE(live.ask(QStringLiteral("/system/metering")),
-                 QJsonValue(QJsonObject{{QStringLiteral("ip"), QStringLiteral("239.9.9.9")},
-                                        {QStringLiteral("port"), 6199}}));
-    const auto isListening = [&live] {
-        const QList<QUdpSocket *> sockets = live.editor()->findChildren<QUdpSocket *>();
-        return sockets.size() == 1 && sockets.first()->localPort() == 6199;
-    };
-    QTRY_VERIFY(isListening());
-    levels.clear();
-    QTRY_VERIFY(levels.count() > 2);
-    QCOMPARE(uchar(levels.last().first().toByteArray().at(0)), uchar(0x81));
-}
-
 void AgainstSimulatorTest::snapshotMovesTheStateToAnotherDevice()
 {
     LiveDevice source(m_factory, 1);
@@ -225,23 +198,6 @@ void AgainstSimulatorTest::snapshotMovesTheStateToAnotherDevice()
              21);
     for (const QString &section : StoredSections)
         QCOMPARE(target.ask(section), source.ask(section));
-}
-
-void AgainstSimulatorTest::presetBringsBackWhatWasStored()
-{
-    LiveDevice live(m_factory, 1);
-    QVERIFY(live.goLive());
-    const QString gain = QStringLiteral("/preset/dsp/bt_source/0/gain");
-    const QJsonValue before = live.ask(gain);
-    live.sent.clear();
-    QMetaObject::invokeMethod(live.plugin.data(), "storePreset", Q_ARG(int, 2));
-    QTRY_COMPARE(live.sent.value(0), QStringLiteral("{\"set\":\"/control/save_preset\", \"value\":\"2\"}"));
-    QTRY_VERIFY(!live.sent.filter(QStringLiteral("req_metering")).isEmpty());
-    live.plugin->queueVelmarAsciiMsg(live.device.name(),
-                                     "{\"set\":\"/preset/dsp/bt_source/0/gain\", \"value\":-33}", true);
-    QTRY_COMPARE(live.ask(gain), QJsonValue(-33));
-    QMetaObject::invokeMethod(live.plugin.data(), "recallPreset", Q_ARG(int, 2));
-    QTRY_COMPARE(live.ask(gain), before);
 }
 
 void AgainstSimulatorTest::defaultCueArrivesWhole()

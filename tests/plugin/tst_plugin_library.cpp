@@ -25,7 +25,6 @@ private slots:
     void identity();
     void styleSource();
     void attachingTellsDeviceBeforeList();
-    void replyToOtherNameIsIgnored();
     void wholeQuery();
     void methodsKeepTheirOrder();
 
@@ -121,20 +120,6 @@ void PluginLibraryTest::attachingTellsDeviceBeforeList()
     QCOMPARE(told, QStringList{QStringLiteral("list")});
     factory()->attachDevice(plugin.data(), &devices, &device);
     QCOMPARE(told, QStringList({QStringLiteral("list"), QStringLiteral("device"), QStringLiteral("list")}));
-}
-
-void PluginLibraryTest::replyToOtherNameIsIgnored()
-{
-    support::EditorSession session(factory());
-    QVERIFY(session.goLive());
-    session.script->setSilent(true);
-    session.plugin->queueVelmarAsciiMsg(session.device.name(), "x", false);
-    QTRY_COMPARE(session.script->sent().last(), QStringLiteral("x"));
-    QVERIFY(session.plugin->getVelmarAsciiTimer()->isActive());
-    session.plugin->recvVelmarAsciiMsg(QStringLiteral("kbx-0001"), "{}");
-    QVERIFY(session.plugin->getVelmarAsciiTimer()->isActive());
-    session.plugin->recvVelmarAsciiMsg(session.device.name(), "{}");
-    QVERIFY(!session.plugin->getVelmarAsciiTimer()->isActive());
 }
 
 void PluginLibraryTest::wholeQuery()

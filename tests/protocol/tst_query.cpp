@@ -78,32 +78,6 @@ private slots:
         QCOMPARE(m_finished, 0);
     }
 
-    void survivesItsWindow_data()
-    {
-        QTest::addColumn<int>("replies");
-        QTest::addColumn<QByteArray>("signal");
-        const QByteArray request("sendVelmarAsciiGetRequest(QString,QByteArray)");
-        QTest::newRow("first request") << 0 << request;
-        QTest::newRow("amid a burst") << 3 << request;
-        QTest::newRow("last step") << 18 << request;
-        QTest::newRow("finished") << 19 << QByteArray("sm_finished()");
-    }
-
-    void survivesItsWindow()
-    {
-        QFETCH(int, replies);
-        QFETCH(QByteArray, signal);
-        start(new DerivedStateMachine(m_window.data()));
-        for (int seen = 0; replies > 0; --replies) {
-            QTRY_VERIFY(m_sent.size() > seen);
-            seen = m_sent.size();
-            emit m_query->nextState();
-        }
-        const QByteArray code = QByteArray::number(QSIGNAL_CODE) + signal;
-        QVERIFY(connect(m_query, code.constData(), this, SLOT(closeWindow())));
-        QTRY_VERIFY(!m_window);
-    }
-
     void readsVersionsOfFileNames()
     {
         DerivedStateMachine machine(nullptr);
@@ -113,9 +87,6 @@ private slots:
         QCOMPARE(machine.versionFromString(QStringLiteral("a_2.5.json")), 0.0);
         QCOMPARE(machine.versionFromString(QStringLiteral("a_b_c.json_2.5")), 0.0);
     }
-
-public slots:
-    void closeWindow() { m_window.reset(); }
 
 private:
     void start(PluginQueryStateMachine *query)

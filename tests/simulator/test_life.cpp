@@ -92,38 +92,16 @@ class TestLife : public QObject
     Q_OBJECT
 
 private slots:
-    void announces();
     void reboot();
     void vanishesAndReturns();
     void stateFile();
     void damagedStateFile_data();
     void damagedStateFile();
-    void startProblems();
     void voiceCue_data();
     void voiceCue();
     void program_data();
     void program();
 };
-
-void TestLife::announces()
-{
-    Receiver host("239.255.77.1", 47700);
-    Simulator simulator(optionsOf(), quick());
-    QCOMPARE(simulator.start(), QString());
-    QTRY_VERIFY(host.received.size() >= 3);
-    QCOMPARE(host.received.first().senderAddress(), deviceAddress());
-    const QJsonObject announcement = QJsonDocument::fromJson(host.received.first().data()).object();
-    const QJsonObject expected{{QStringLiteral("announce"), QStringLiteral("plexo")},
-                               {QStringLiteral("name"), QStringLiteral("KBX-0001")},
-                               {QStringLiteral("type"), 1},
-                               {QStringLiteral("product"), QStringLiteral("TarnKBX")},
-                               {QStringLiteral("model"), QStringLiteral("KBX")},
-                               {QStringLiteral("mac"), QStringLiteral("02:4B:42:58:00:01")},
-                               {QStringLiteral("version"), QStringLiteral("1.2.0")},
-                               {QStringLiteral("feature_level"), 1},
-                               {QStringLiteral("control_port"), simulator.port()}};
-    QCOMPARE(announcement, expected);
-}
 
 void TestLife::reboot()
 {
@@ -207,18 +185,6 @@ void TestLife::damagedStateFile()
     }
     file.seek(0);
     QCOMPARE(file.readAll(), content); // left for its owner to mend
-}
-
-void TestLife::startProblems()
-{
-    Simulator running(optionsOf(), quick());
-    QCOMPARE(running.start(), QString());
-    Options options = optionsOf();
-    options.port = running.port();
-    QVERIFY(Simulator(options, quick()).start().contains(QLatin1String("cannot listen on 127.0.0.11")));
-    options.interface = QStringLiteral("nowhere9");
-    QCOMPARE(Simulator(options, quick()).start(),
-             QStringLiteral("there is no network interface \"nowhere9\""));
 }
 
 void TestLife::voiceCue_data()

@@ -9,8 +9,6 @@
 using sim::BluetoothSettings;
 using sim::Phone;
 
-Q_DECLARE_METATYPE(sim::BluetoothSettings::Reconnect)
-
 namespace {
 
 constexpr BluetoothSettings basic{true, BluetoothSettings::Reconnect::Never, true};
@@ -46,9 +44,6 @@ class TestPhone : public QObject
 
 private slots:
     void pairing();
-    void reconnect_data();
-    void reconnect();
-    void fullListGivesUpTheOldest();
     void mediaKeys();
     void signalStrengthPassesAllBands();
 };
@@ -72,61 +67,6 @@ void TestPhone::pairing()
              deviceOf(phone).value(QStringLiteral("name")));
     QCOMPARE(cues.size(), 3); // started, ended, succeeded
     QCOMPARE(cues.last().first().toInt(), 2);
-}
-
-void TestPhone::reconnect_data()
-{
-    using Reconnect = BluetoothSettings::Reconnect;
-    QTest::addColumn<Reconnect>("mode");
-    QTest::addColumn<bool>("anyProtected");
-    QTest::addColumn<QString>("state");
-    QTest::newRow("basic stays alone") << Reconnect::Never << true << "idle";
-    QTest::newRow("reconnect calls any") << Reconnect::Any << false << "connected";
-    QTest::newRow("exclusive calls a protected one") << Reconnect::Protected << true << "connected";
-    QTest::newRow("exclusive without one stays alone") << Reconnect::Protected << false << "idle";
-}
-
-void TestPhone::reconnect()
-{
-    QFETCH(BluetoothSettings::Reconnect, mode);
-    QFETCH(bool, anyProtected);
-    QFETCH(QString, state);
-    Phone phone(1);
-    QJsonArray list = phone.pairedList();
-    QJsonObject first = list.at(0).toObject();
-    first.insert(QStringLiteral("keep"), anyProtected);
-    list.replace(0, first);
-    phone.setPairedList(list);
-    phone.applySettings({true, mode, true});
-    for (int round = 0; round < 2; ++round) { // after the power came on, and after a connection was closed
-        phone.advance(Phone::reconnectMs);
-        phone.advance(Phone::connectMs);
-        QCOMPARE(stateOf(phone), state);
-        QCOMPARE(phone.disconnectPhone().isEmpty(), state == QLatin1String("connected"));
-        QCOMPARE(stateOf(phone), QStringLiteral("idle"));
-    }
-}
-
-void TestPhone::fullListGivesUpTheOldest()
-{
-    Phone phone(1);
-    phone.applySettings(basic);
-    for (int i = 0; i < 7; ++i)
-        pairNewPhone(&phone);
-    const QJsonArray list = phone.pairedList();
-    QCOMPARE(list.size(), 8); // two of the first three are gone, the oldest stays because it is protected
-    QCOMPARE(list.at(7).toObject().value(QStringLiteral("name")).toString(), QStringLiteral("Anna's phone"));
-
-    QJsonArray all;
-    for (const QJsonValue &entry : list) {
-        QJsonObject kept = entry.toObject();
-        kept.insert(QStringLiteral("keep"), true);
-        all.append(kept);
-    }
-    phone.setPairedList(all);
-    pairNewPhone(&phone);
-    QCOMPARE(stateOf(phone), QStringLiteral("idle"));
-    QCOMPARE(phone.pairedList(), all);
 }
 
 void TestPhone::mediaKeys()

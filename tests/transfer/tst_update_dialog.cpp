@@ -39,7 +39,6 @@ private slots:
     void canBeDestroyedUnderItsMessage();
     void servesOnlyTheFirstRequest();
     void tellsASecondDialogThatThePortIsTaken();
-    void paintsProgressInTheDialogsStyle();
     void choosesTheLocalAddress();
 };
 
@@ -200,20 +199,6 @@ void TestUpdateDialog::tellsASecondDialogThatThePortIsTaken()
     QTRY_COMPARE(first.status(), updatetexts::finished(300));
     QTRY_VERIFY(!gaveUpWaiting.isEmpty());
     QCOMPARE(second.status(), inUse);
-}
-
-void TestUpdateDialog::paintsProgressInTheDialogsStyle()
-{
-    OpenedDialog dialog(300);
-    dialog->setStyleSheet(
-        QStringLiteral("QProgressBar { border: 0; } QProgressBar::chunk { background: #ff7707; }"));
-    dialog.row()->setProgress(50);
-    const QRect cell = dialog.table()->visualRect(dialog.table()->model()->index(0, 2));
-    const QImage image = dialog.table()->viewport()->grab().toImage();
-    const auto filled = [&](double share) {
-        return image.pixelColor(cell.left() + int(share * cell.width()), cell.top() + 2) == QColor(0xff7707);
-    };
-    QVERIFY(filled(0.01) && filled(0.48) && !filled(0.52));
 }
 
 void TestUpdateDialog::choosesTheLocalAddress()

@@ -89,7 +89,6 @@ private slots:
     void repeatsAWriteRequestUntilCancelled();
     void ignoresForeignSenders();
     void reportsADoubledLastAcknowledgementOnce();
-    void outlivesAPeerThatIsAwayForAWhile();
     void failsAtOnceWhenItCannotStart_data();
     void failsAtOnceWhenItCannotStart();
 };
@@ -197,20 +196,6 @@ void TestVmTftp::reportsADoubledLastAcknowledgementOnce()
     QVERIFY(!rig.error());
     QVERIFY2(!rig.finished->wait(20), "a second end");
     QVERIFY2(!rig.peer.hasPendingDatagrams(), "a packet after the end");
-}
-
-void TestVmTftp::outlivesAPeerThatIsAwayForAWhile()
-{
-    Rig rig(1, 256, 20ms);
-    const quint16 port = rig.peer.localPort();
-    rig.peer.close();
-    rig.transfer->startFirmwareUpdates();
-    QTRY_VERIFY(rig.log.contains(timeoutLine(1, 2)));
-    QVERIFY(rig.peer.bind(QHostAddress::LocalHost, port));
-    QCOMPARE(rig.nextPacket(), QStringLiteral("3/1/1"));
-    rig.answer(QStringLiteral("a1"));
-    QVERIFY(rig.waitForEnd());
-    QVERIFY(!rig.error());
 }
 
 void TestVmTftp::failsAtOnceWhenItCannotStart_data()

@@ -77,7 +77,6 @@ private slots:
     void wheelWithoutFocusGoesToTheWindow();
     void drag_data();
     void drag();
-    void fineDragReachesEveryWholeDecibelOnce();
     void dragGoesOnFromTheHandAfterALevelSetByProgram();
     void doubleClick();
     void typing_data();
@@ -133,17 +132,14 @@ void TestLevelGestures::keys_data()
         QTest::newRow(name) << start << int(key) << modifiers << level;
     };
     row("up", -6.0, Qt::Key_Up, -5.0);
-    row("right", -6.0, Qt::Key_Right, -5.0);
     row("down", -6.0, Qt::Key_Down, -7.0);
     row("left, three", -6.0, Qt::Key_Left, -9.0, Qt::ShiftModifier);
     row("up, three, to the end", 18.0, Qt::Key_Up, 20.0, Qt::ShiftModifier);
-    row("page up", -6.0, Qt::Key_PageUp, 0.0);
     row("page down to the end", -97.0, Qt::Key_PageDown, -100.0);
     row("home", -6.0, Qt::Key_Home, -100.0);
     row("end", -6.0, Qt::Key_End, 20.0);
     row("at the end already", 20.0, Qt::Key_Up, 20.0);
     row("from a fraction", 5.9, Qt::Key_Up, 7.0);
-    row("a shortcut", -6.0, Qt::Key_Up, -6.0, Qt::AltModifier);
 }
 
 void TestLevelGestures::keys()
@@ -216,7 +212,6 @@ void TestLevelGestures::drag_data()
     QTest::newRow("fader, finely") << "fader" << 0.0 << 101 << ctrl << 3.0;
     QTest::newRow("fader, past the end") << "fader" << 0.0 << 500 << none << 20.0;
     QTest::newRow("dial, dead band") << "dial" << -33.0 << -1 << none << -33.0;
-    QTest::newRow("dial, finely") << "dial" << -60.0 << 41 << ctrl << -56.0;
     QTest::newRow("dial, two heights") << "dial" << -100.0 << 121 << none << 20.0;
 }
 
@@ -230,20 +225,6 @@ void TestLevelGestures::drag()
     set(dragged, start);
     Drag(dragged, modifiers).up(pixels);
     QTEST(dragged->level(), "level");
-}
-
-void TestLevelGestures::fineDragReachesEveryWholeDecibelOnce()
-{
-    m_fader->setGain(-100.0);
-    QVector<double> expected;
-    for (int dB = -99; dB <= 20; ++dB)
-        expected.append(dB);
-    QVector<double> announced;
-    connect(m_fader, &VmDspGain::parametersChanged, this, [&] { announced.append(m_fader->Gain()); });
-    Drag drag(m_fader, Qt::ControlModifier);
-    for (int move = 0; move < 2010; ++move)
-        drag.up(1);
-    QCOMPARE(announced, expected);
 }
 
 void TestLevelGestures::dragGoesOnFromTheHandAfterALevelSetByProgram()
@@ -287,8 +268,6 @@ void TestLevelGestures::typing_data()
             return QTest::addRow("%s, %s", kind, what) << QString::fromLatin1(kind);
         };
         row("a level") << "-12" << int(Qt::Key_Return) << -12.0;
-        row("above zero") << "7" << int(Qt::Key_Enter) << 7.0;
-        row("beyond the range") << "-250" << int(Qt::Key_Return) << -25.0;
         row("given up") << "-12" << int(Qt::Key_Escape) << -33.0;
         row("left by Tab") << "-12" << int(Qt::Key_Tab) << -12.0;
         row("a step from what is typed") << "-12" << int(Qt::Key_Up) << -11.0;
