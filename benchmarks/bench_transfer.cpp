@@ -87,7 +87,8 @@ double ourSend(const QByteArray &file)
     timer.start();
     transfer.startFirmwareUpdates();
     loop.exec();
-    return double(timer.nsecsElapsed()) / 1000.0 / (file.size() / BlockSize + 1);
+    const int blocks = file.size() / BlockSize + 1;
+    return double(timer.nsecsElapsed()) / 1000.0 / blocks;
 }
 
 } // namespace

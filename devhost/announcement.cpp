@@ -30,7 +30,7 @@ public:
 
     QString text(const char *member)
     {
-        const QString value = m_object.value(QLatin1String(member)).toString();
+        QString value = m_object.value(QLatin1String(member)).toString();
         m_good &= isPlainText(value);
         return value;
     }

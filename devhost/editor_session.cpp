@@ -107,7 +107,7 @@ void EditorSession::end()
 
 void EditorSession::letGoOfPlugin()
 {
-    const QPointer<PlexoPlugin> plugin = m_plugin;
+    PlexoPlugin *const plugin = m_plugin;
     m_plugin = nullptr;
     plugin->disconnect(this);
     disconnect(m_place.text, nullptr, plugin, nullptr);

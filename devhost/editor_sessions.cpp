@@ -40,7 +40,7 @@ QString EditorSessions::open(KnownDevice *device)
                   "this model.")
             .arg(device->model(), device->name());
     QScopedPointer<EditorSession> session(new EditorSession(m_place, device, this));
-    const QString error = session->start(factory);
+    QString error = session->start(factory);
     if (!error.isEmpty())
         return error;
     EditorSession *started = session.take();

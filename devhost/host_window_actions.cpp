@@ -85,7 +85,8 @@ void HostWindow::fillPresetMenu(QMenu *menu, const QString &tip, bool store)
     for (int number = 0; number < PresetCount; ++number) {
         QAction *action = menu->addAction(tr("Preset &%1").arg(number), this,
                                           [this, number, store] { usePreset(number, store); });
-        action->setShortcut(QKeySequence((store ? Qt::CTRL | Qt::SHIFT : Qt::CTRL) + Qt::Key_0 + number));
+        action->setShortcut(
+            QKeySequence((store ? int(Qt::CTRL | Qt::SHIFT) : int(Qt::CTRL)) + Qt::Key_0 + number));
     }
 }
 

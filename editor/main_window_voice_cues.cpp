@@ -38,7 +38,7 @@ QString askForWavFile(QWidget *parent)
                                                  QStringLiteral("WAV (*.wav)")));
     dialog->setFileMode(QFileDialog::ExistingFile);
     const bool chosen = dialog->exec() == QDialog::Accepted;
-    const QString file = dialog && chosen ? dialog->selectedFiles().value(0) : QString();
+    QString file = dialog && chosen ? dialog->selectedFiles().value(0) : QString();
     delete dialog;
     return file;
 }

@@ -73,6 +73,7 @@ struct Target
 
 Target targetOf(const QWidget *widget, const QPoint &at)
 {
+    Q_ASSERT(widget);
     const QWidget *native = widget->nativeParentWidget() ? widget->nativeParentWidget() : widget;
     if (widget->isWindow() || !native->windowHandle())
         native = widget->window();
@@ -108,7 +109,7 @@ QString click(QWidget *widget)
 
 QString click(QWidget *widget, const QPoint &at)
 {
-    const QString why = obstacle(widget, at);
+    QString why = obstacle(widget, at);
     if (!why.isEmpty())
         return why;
     const Target target = targetOf(widget, at);
@@ -118,7 +119,7 @@ QString click(QWidget *widget, const QPoint &at)
 
 QString doubleClick(QWidget *widget, const QPoint &at)
 {
-    const QString why = click(widget, at);
+    QString why = click(widget, at);
     if (!why.isEmpty())
         return why;
     const Target target = targetOf(widget, at);
@@ -129,7 +130,7 @@ QString doubleClick(QWidget *widget, const QPoint &at)
 
 QString drag(QWidget *widget, const QPoint &from, const QPoint &way)
 {
-    const QString why = obstacle(widget, from);
+    QString why = obstacle(widget, from);
     if (!why.isEmpty())
         return why;
     const Target target = targetOf(widget, from);
@@ -143,7 +144,7 @@ QString drag(QWidget *widget, const QPoint &from, const QPoint &way)
 
 QString press(QWidget *widget, Qt::Key key, const QString &text)
 {
-    const QString why = obstacle(widget, widget ? widget->rect().center() : QPoint());
+    QString why = obstacle(widget, widget ? widget->rect().center() : QPoint());
     if (!why.isEmpty())
         return why;
     widget->setFocus(Qt::OtherFocusReason);
@@ -153,7 +154,7 @@ QString press(QWidget *widget, Qt::Key key, const QString &text)
 
 QString enter(QWidget *field, const QString &text)
 {
-    const QString why = click(field);
+    QString why = click(field);
     if (!why.isEmpty())
         return why;
     sendKey(field, Qt::Key_A, Qt::ControlModifier, QString());
@@ -173,7 +174,9 @@ QString check(QCheckBox *box, bool checked)
 
 QString choose(QComboBox *box, int index)
 {
-    if (box && (index < 0 || index >= box->count()))
+    if (!box)
+        return QStringLiteral("the list is not there");
+    if (index < 0 || index >= box->count())
         return QStringLiteral("%1 has no entry %2").arg(nameOf(box)).arg(index);
     QString why;
     while (why.isEmpty() && box->currentIndex() != index)
@@ -204,7 +207,7 @@ QString chooseMenu(QWidget *menuBar, const QStringList &path)
         auto *menu = qobject_cast<QMenu *>(holder);
         QMenu *next = (*found)->menu();
         const QRect place = bar ? bar->actionGeometry(*found) : menu->actionGeometry(*found);
-        const QString why = click(holder, place.center());
+        QString why = click(holder, place.center());
         if (!why.isEmpty() || !next)
             return why;
         // A menu in a menu opens in its own time; the arrow key does not wait.

@@ -62,7 +62,7 @@ Step mute(Guide &guide, bool muted)
         },
         rxMute(), muted);
     step.missing = [&guide, muted] {
-        const QString unconfirmed = guide.missingConfirmation(rxMute(), muted);
+        QString unconfirmed = guide.missingConfirmation(rxMute(), muted);
         if (!unconfirmed.isEmpty())
             return unconfirmed;
         const double level = meterOf(faderOf(guide, netRx(), 0));

@@ -65,7 +65,7 @@ Step clear(Guide &guide)
         },
         mixerPath());
     step.missing = [&guide] {
-        const QString unconfirmed = guide.missingConfirmation(mixerPath(), QJsonValue(QJsonValue::Undefined));
+        QString unconfirmed = guide.missingConfirmation(mixerPath(), QJsonValue(QJsonValue::Undefined));
         if (!unconfirmed.isEmpty())
             return unconfirmed;
         if (!allDialsAtLowest(guide))
@@ -160,7 +160,7 @@ Step followOnNewGroup(Guide &guide)
                      QStringLiteral("tone_gen_level_spinBox"), -90, QStringLiteral("amplitude"));
     const auto confirmed = step.missing;
     step.missing = [&guide, confirmed] {
-        const QString unconfirmed = confirmed();
+        QString unconfirmed = confirmed();
         return unconfirmed.isEmpty() ? missingOnMeter(guide, SilentDb, AudibleDb) : unconfirmed;
     };
     return step;

@@ -107,7 +107,7 @@ Steps closeSteps(Guide &guide)
     Step close
         = guide.push(QStringLiteral("close the editor"), QStringLiteral("close_pushButton"), identifyPath());
     close.missing = [&guide] {
-        const QString unconfirmed = guide.missingConfirmation(identifyPath(), false);
+        QString unconfirmed = guide.missingConfirmation(identifyPath(), false);
         if (!unconfirmed.isEmpty())
             return unconfirmed;
         return unless(!guide.session(), QStringLiteral("the editor is still open"));

@@ -73,7 +73,7 @@ Step applyChanges(Guide &guide)
         },
         first);
     step.missing = [&guide, first] {
-        const QString unconfirmed = guide.missingConfirmation(first, QJsonValue(QJsonValue::Undefined));
+        QString unconfirmed = guide.missingConfirmation(first, QJsonValue(QJsonValue::Undefined));
         if (!unconfirmed.isEmpty())
             return unconfirmed;
         if (guide.windowTitled(title()))

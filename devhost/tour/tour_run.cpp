@@ -30,7 +30,7 @@ QString TourRun::start()
     // Pictures of an earlier tour would be taken for this one's.
     for (const QString &picture : folder.entryList({QStringLiteral("*.png")}, QDir::Files))
         folder.remove(picture);
-    const QString error = m_recorder.start(folder.filePath(QStringLiteral("messages.jsonl")));
+    QString error = m_recorder.start(folder.filePath(QStringLiteral("messages.jsonl")));
     if (error.isEmpty())
         m_tour->start();
     return error;

@@ -50,7 +50,7 @@ Step switchBluetooth(Guide &guide, bool on)
     Step step = guide.set(on ? QStringLiteral("Bluetooth on") : QStringLiteral("Bluetooth off"),
                           QStringLiteral("bt_interface_en_checkBox"), on, bluetooth("enable"), on);
     step.missing = [&guide, on] {
-        const QString unconfirmed = guide.missingConfirmation(bluetooth("enable"), on);
+        QString unconfirmed = guide.missingConfirmation(bluetooth("enable"), on);
         const QWidget *tabs = guide.find(QStringLiteral("bt_tabWidget"));
         if (!unconfirmed.isEmpty())
             return unconfirmed;
@@ -67,7 +67,7 @@ Step rename(Guide &guide)
     return guide.confirmed(
         QStringLiteral("rename it"),
         [&guide, name] {
-            const QString why = hands::enter(guide.find(QStringLiteral("bt_friendly_name_lineEdit")), name);
+            QString why = hands::enter(guide.find(QStringLiteral("bt_friendly_name_lineEdit")), name);
             return why.isEmpty()
                 ? hands::click(guide.find(QStringLiteral("bt_apply_friendly_name_pushButton")))
                 : why;
@@ -125,7 +125,7 @@ Step changeTrack(Guide &guide, const QString &name, const char *button, const ch
         },
         remote(key));
     step.missing = [&guide, before, key] {
-        const QString unconfirmed = guide.missingConfirmation(remote(key), QJsonValue(QJsonValue::Undefined));
+        QString unconfirmed = guide.missingConfirmation(remote(key), QJsonValue(QJsonValue::Undefined));
         if (!unconfirmed.isEmpty())
             return unconfirmed;
         return unless(shown(guide, "bt_track_label") != *before, QStringLiteral("the track is the same"));
@@ -157,7 +157,7 @@ bool mixerCellEnabled(const Guide &guide)
 Step withOverlay(Guide &guide, Step step, bool available, const QString &word)
 {
     step.missing = [&guide, available, word] {
-        const QString unconfirmed = guide.missingConfirmation(usbMode(), word);
+        QString unconfirmed = guide.missingConfirmation(usbMode(), word);
         if (!unconfirmed.isEmpty())
             return unconfirmed;
         return unless(mixerCellEnabled(guide) == available, QStringLiteral("the mixer does not follow"));

@@ -48,7 +48,7 @@ Step remember(Guide &guide, const QString &name, const QStringList &paths, const
     Step step = guide.look(name, paths);
     const auto unanswered = step.missing;
     step.missing = [&guide, saved, unanswered] {
-        const QString why = unanswered();
+        QString why = unanswered();
         if (why.isEmpty())
             *saved = guide.probe().values();
         return why;
@@ -71,7 +71,7 @@ Step compare(Guide &guide, const QString &name, const QStringList &paths, const 
     Step step = guide.look(name, paths);
     const auto unanswered = step.missing;
     step.missing = [&guide, saved, unanswered] {
-        const QString why = unanswered();
+        QString why = unanswered();
         if (!why.isEmpty())
             return why;
         const QString other = differences(guide.probe().values(), *saved);
@@ -133,7 +133,7 @@ Steps saveSteps(Guide &guide, const QString &file)
     Step answer;
     answer.name = QStringLiteral("name its file");
     answer.missing = [file, open = untilChosen(file)] {
-        const QString why = open();
+        QString why = open();
         return why.isEmpty() ? unless(QFileInfo(file).size() > 0, QStringLiteral("there is no file")) : why;
     };
     return {ask, answer};
@@ -148,7 +148,7 @@ Steps loadSteps(Guide &guide, const QString &file)
     Step answer;
     answer.name = QStringLiteral("choose its file, and be asked which device to overwrite");
     answer.missing = [open = untilChosen(file)] {
-        const QString why = open();
+        QString why = open();
         if (!why.isEmpty())
             return why;
         const QWidget *box = QApplication::activeModalWidget();
@@ -168,7 +168,7 @@ Steps loadSteps(Guide &guide, const QString &file)
         last);
     overwrite.missing = [&guide, last] {
         for (const QString &path : sections()) {
-            const QString why = guide.missingConfirmation(path, QJsonValue(QJsonValue::Undefined));
+            QString why = guide.missingConfirmation(path, QJsonValue(QJsonValue::Undefined));
             if (!why.isEmpty())
                 return why;
         }
@@ -188,7 +188,7 @@ Step usePreset(Guide &guide, const QString &name, const QString &menu, const QSt
         },
         path);
     step.missing = [&guide, path] {
-        const QString unconfirmed = guide.missingConfirmation(path, QJsonValue(QJsonValue::Undefined));
+        QString unconfirmed = guide.missingConfirmation(path, QJsonValue(QJsonValue::Undefined));
         return unconfirmed.isEmpty() ? guide.missingUntilReread() : unconfirmed;
     };
     step.timeLimitMs = 30000;

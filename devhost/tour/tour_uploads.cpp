@@ -63,7 +63,7 @@ Step reread(Guide &guide, int cue)
         return hands::click(closeButton(guide));
     };
     step.missing = [&guide, cue] {
-        const QString unread = guide.missingUntilReread();
+        QString unread = guide.missingUntilReread();
         if (!unread.isEmpty())
             return unread;
         const QJsonValue status
@@ -91,7 +91,7 @@ Steps userSteps(Guide &guide)
     Step choose = underWay(guide, QStringLiteral("choose it, and the device fetches it"),
                            QStringLiteral("upload-under-way"));
     choose.missing = [open = untilChosen(file), begun = choose.missing] {
-        const QString why = open();
+        QString why = open();
         return why.isEmpty() ? begun() : why;
     };
     return {ask, choose, done(guide, QStringLiteral("upload-done")), reread(guide, 0)};
