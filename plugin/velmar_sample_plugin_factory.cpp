@@ -3,6 +3,8 @@
 #include "editor/tarnkbx_main_window.h"
 #include "plugin/velmar_sample_plugin.h"
 
+#include <QPointer>
+
 PlexoPlugin *VelmarSamplePluginFactory::createPlugin(QWidget *styleSource)
 {
     auto *factory = static_cast<PlexoPluginFactory *>(qt_metacast(PlexoPluginFactory_iid));
@@ -46,12 +48,11 @@ QStringList VelmarSamplePluginFactory::getSupportedModels()
 
 void VelmarSamplePluginFactory::attachDevice(PlexoPlugin *plugin, pxDevices *devices, pxDevice *device)
 {
-    auto *ours = qobject_cast<VelmarSamplePlugin *>(plugin);
-    if (!ours)
-        return;
-    if (device)
+    const QPointer<VelmarSamplePlugin> ours(qobject_cast<VelmarSamplePlugin *>(plugin));
+    if (ours && device)
         ours->setDevice(device);
-    if (devices)
+    // The host may have destroyed the plugin on hearing of the first.
+    if (ours && devices)
         ours->setDevices(devices);
 }
 

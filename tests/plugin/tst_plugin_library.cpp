@@ -120,6 +120,9 @@ void PluginLibraryTest::attachingTellsDeviceBeforeList()
     QCOMPARE(told, QStringList{QStringLiteral("list")});
     factory()->attachDevice(plugin.data(), &devices, &device);
     QCOMPARE(told, QStringList({QStringLiteral("list"), QStringLiteral("device"), QStringLiteral("list")}));
+    PlexoPlugin *brief = factory()->createPlugin(nullptr);
+    connect(brief, &PlexoPlugin::deviceChanged, &device, [brief] { delete brief; });
+    factory()->attachDevice(brief, &devices, &device);
 }
 
 void PluginLibraryTest::wholeQuery()
