@@ -118,6 +118,15 @@ void TarnKBX_MainWindow::closeStripEditor(StripBlock block)
     editor = nullptr;
 }
 
+void TarnKBX_MainWindow::closeBlockEditors()
+{
+    for (StripBlock block : {BtIn, NetRx, UsbIn})
+        closeStripEditor(block);
+    onMatrixMixerClosed();
+    for (StripBlock block : {BtOut, NetTx, UsbOut})
+        closeStripEditor(block);
+}
+
 void TarnKBX_MainWindow::onMatrixMixerClicked()
 {
     if (!m_mixerForm)

@@ -50,11 +50,7 @@ TarnKBX_MainWindow::TarnKBX_MainWindow(QWidget *parent)
 
 TarnKBX_MainWindow::~TarnKBX_MainWindow()
 {
-    for (StripBlock block : {BtIn, NetRx, UsbIn})
-        closeStripEditor(block);
-    onMatrixMixerClosed();
-    for (StripBlock block : {BtOut, NetTx, UsbOut})
-        closeStripEditor(block);
+    closeBlockEditors();
     if (m_plugin && m_priorityDialog)
         disconnect(m_priorityDialog, nullptr, m_plugin, nullptr);
     delete m_priorityDialog;
@@ -157,11 +153,26 @@ void TarnKBX_MainWindow::handle_device_changed()
         // A query without a device asks nothing, so the first one is still to come.
         m_awaitingFirstQuery = !device;
         reloadDevice();
+    } else if (m_query->device() != device) {
+        forgetDevice();
+        reloadDevice();
     }
     m_priorityDialog->setDeviceName(deviceName());
     ui->dev_name->setText(device ? device->name() : QString());
     ui->dev_ip->setText(device ? device->ipAddress().toString() : QString());
     ui->dev_mac->setText(device ? device->macAddress() : QString());
+}
+
+/// Nothing of an earlier device may be shown, or sent, as if it were of the next one.
+void TarnKBX_MainWindow::forgetDevice()
+{
+    m_meteringRequestTimer.stop();
+    m_mixerChangeTimer.stop();
+    closeBlockEditors();
+    m_priorityDialog->hide();
+    m_bluetoothName.clear();
+    ui->bt_friendly_name_lineEdit->clear();
+    *m_caches = SectionCaches();
 }
 
 void TarnKBX_MainWindow::reloadDevice()

@@ -197,6 +197,7 @@ private:
     void advanceQuery();
 
     // Commands
+    void forgetDevice();
     QString deviceName() const;
     void issue(const QString &path, const QByteArray &bytes, ReplyHandler handler);
     void sendSet(const QString &path, const QJsonValue &value);
@@ -236,6 +237,7 @@ private:
     void openStripEditor(StripBlock block);
     void connectStripEditor(StripBlock block);
     void closeStripEditor(StripBlock block);
+    void closeBlockEditors();
     void openMixer();
     void sendStripChange(StripBlock block, const QPair<int, QPair<int, QVariant>> &change);
     void tellToneGenerator();
@@ -255,7 +257,6 @@ private:
     bool m_queryFinished = false;
     bool m_awaitingFirstQuery = true;
 
-
     QTimer m_queryRetryTimer{this};
     QTimer m_meteringRequestTimer{this};
     QTimer m_mixerChangeTimer{this};
@@ -263,6 +264,7 @@ private:
 
     std::weak_ptr<WidgetsInUse> m_widgetsInUse; ///< held by slots whose sender is used after them
 
+    bool m_droppedForCueLoad = false; ///< requests were waiting when the last cue load cleared the channel
     QString m_bluetoothName; ///< friendly name last taken over from the device
     MeteringSocket *m_meteringSocket = nullptr; ///< child of the window
     BtPriorityPairingDialog *m_priorityDialog = nullptr; ///< child of the window

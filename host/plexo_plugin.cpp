@@ -51,17 +51,22 @@ PlexoPluginFactory *PlexoPlugin::getFactory()
     return m_factory;
 }
 
-void PlexoPlugin::letGoOfDevice()
+void PlexoPlugin::letGoOfDevice(const pxDevice *next)
 {
     if (m_device)
         disconnect(m_device, nullptr, this, nullptr);
+    if (m_device && m_device != next) {
+        // What was meant for it would be waited for, and asked about, in the name of the next one.
+        m_text.clear();
+        m_aes67.clear();
+    }
     disconnect(m_text.timer(), nullptr, this, nullptr);
     disconnect(m_aes67.timer(), nullptr, this, nullptr);
 }
 
 void PlexoPlugin::setDevice(pxDevice *device)
 {
-    letGoOfDevice();
+    letGoOfDevice(device);
     m_device = device;
     m_noConnect = false;
     if (device) {
@@ -76,7 +81,7 @@ void PlexoPlugin::setDevice(pxDevice *device)
 
 void PlexoPlugin::setDeviceNoConnect(pxDevice *device)
 {
-    letGoOfDevice();
+    letGoOfDevice(device);
     m_device = device;
     m_noConnect = true;
     connect(m_text.timer(), &QTimer::timeout, this, &PlexoPlugin::handleVelmarAsciiRequestTimeout);

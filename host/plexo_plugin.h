@@ -44,7 +44,8 @@ public:
     virtual int getNetInterfaceIndex();
     virtual void setFactory(PlexoPluginFactory *factory);
     virtual PlexoPluginFactory *getFactory();
-    /// Attaches and wires @p device; may be called again, the earlier device is let go.
+    /// Attaches and wires @p device; may be called again. An earlier, different device is let go: what waits
+    /// to be sent to it is dropped, and an answer of it is no longer heard.
     virtual void setDevice(pxDevice *device);
     /// Attaches @p device without following its presence; time-outs then drop the request silently.
     virtual void setDeviceNoConnect(pxDevice *device);
@@ -143,7 +144,7 @@ private:
     using SendSignal = void (PlexoPlugin::*)(QString, pxDevice::e_dev_type, QByteArray);
     using Operation = void (PlexoPlugin::*)();
 
-    void letGoOfDevice();
+    void letGoOfDevice(const pxDevice *next);
     void startLater(Operation process);
     bool takeNextRequest(RequestSide &side);
     void dropCurrent(const RequestSide &side, Operation process);

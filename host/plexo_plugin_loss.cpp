@@ -48,12 +48,13 @@ void PlexoPlugin::askAfterTimeout(RequestSide &side, Operation retry)
     if (!isDevicePresent()) {
         closeAsDeviceIsLost();
     } else {
+        const QPointer<pxDevice> asked = m_device;
         const QMessageBox::StandardButton answer = runModalBox(timeoutQuestion(), this);
         if (!alive)
             return;
         if (!isDevicePresent())
             closeAsDeviceIsLost();
-        else if (answer == QMessageBox::Retry)
+        else if (answer == QMessageBox::Retry && m_device == asked)
             (this->*retry)();
         else if (answer == QMessageBox::Cancel)
             emit pluginRequestClose();

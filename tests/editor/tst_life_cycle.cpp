@@ -1,5 +1,6 @@
 // From construction to a live editor, reading the device again, and the ways to end.
 
+#include "editor/tarnkbx_main_window.h"
 #include "tests/editor/live_editor_test.h"
 #include "tests/support/box_answerer.h"
 
@@ -19,6 +20,7 @@ private slots:
     void queriesOnce();
     void waitsForTheMixer();
     void refreshReadsAgain();
+    void anotherDeviceStartsAnew();
     void pollFollowsTheInterface_data();
     void pollFollowsTheInterface();
     void endings_data();
@@ -117,6 +119,28 @@ void LifeCycleTest::refreshReadsAgain()
     session->find<QTabWidget>("tabWidget")->setCurrentIndex(3);
     QVERIFY(session->find<QWidget>("DSP")->isVisible());
     QTRY_VERIFY(session->find<QCheckBox>("usb_priority_checkBox")->isChecked());
+}
+
+void LifeCycleTest::anotherDeviceStartsAnew()
+{
+    QMetaObject::invokeMethod(session->editor(), "onMatrixMixerClicked");
+    qobject_cast<TarnKBX_MainWindow *>(session->editor())->onUiDspMatrixChanged({{1, 1}, {0, -3}});
+    pxDevice other;
+    other.setName(QStringLiteral("KBX-0002"));
+    other.setPresent(true);
+    session->script->refuse(QStringLiteral("/system/usb"));
+    QSignalSpy sent(session->plugin.data(), &PlexoPlugin::sendVelmarAsciiMsg);
+    session->plugin->setDevice(&other);
+    QTRY_COMPARE(session->find<QLabel>("dev_name")->text(), other.name());
+    QVERIFY(!session->find<QWidget>("plugin_frame")->isEnabled());
+    QTRY_VERIFY(!session->script->commands().isEmpty());
+    QCOMPARE(sent.count(), 36);
+    for (const QVariantList &message : sent)
+        QCOMPARE(message.first().toString(), other.name());
+    QCOMPARE(session->cached("SYSTEM_USB"), QByteArray("null"));
+    for (const QWidget *window : QApplication::topLevelWidgets())
+        QVERIFY(!window->isVisible() || window == session->editor()->window());
+    session->close();
 }
 
 void LifeCycleTest::pollFollowsTheInterface_data()

@@ -123,14 +123,16 @@ private slots:
     void letsGoOfTheEarlierDevice()
     {
         pxDevice other;
-        m_host->run("attach");
+        m_host->run("attach;command A;command B;query C;await;aes-command D;await");
         m_host->plugin->setDevice(&other);
-        m_host->run("forget;lost");
+        m_host->run("forget;from KBX;lost");
         m_host->device.setProductName(QStringLiteral("renamed"));
         QCoreApplication::sendPostedEvents(m_host->plugin);
         QCOMPARE(m_host->plugin->told, QByteArray());
         other.setName(QStringLiteral("other"));
         QCOMPARE(m_host->plugin->told, QByteArray("changed;"));
+        m_host->run("forget;command E;await;from other;aes-command F;await");
+        QCOMPARE(m_host->plugin->told, QByteArray("send KBX E;gui;aes KBX F;"));
     }
 
     void survivesItsHost_data()
