@@ -38,7 +38,8 @@ void CueLoader::reject(const QString &reason)
 void CueLoader::keep(const QByteArray &file)
 {
     QSaveFile output(m_keepFile);
-    if (output.open(QIODevice::WriteOnly) && output.write(file) == file.size() && output.commit())
+    if (output.open(QIODevice::WriteOnly) && output.write(file) == file.size() && output.flush()
+        && output.commit())
         return;
     qCWarning(simulatorLog).noquote() << m_keepFile + QStringLiteral(": ") + output.errorString();
 }

@@ -9,6 +9,7 @@ struct Intervals
     int life = 50; ///< step in which the phone, the USB host and the programme move on
     int meter = 50; ///< from one level datagram to the next
     int meterFor = 12000; ///< how long one metering request keeps the levels coming
+    int shutDown = 1000; ///< from a reboot command until the device falls silent
     int reboot = 2000; ///< silence while the device restarts
     int save = 500; ///< from a change of settings until the state file is written
     int hold = 250; ///< longest wait of a reordered reply for another one to overtake it

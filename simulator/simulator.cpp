@@ -22,6 +22,8 @@ Simulator::Simulator(const Options &options, const Intervals &intervals, QObject
     m_saveTimer.setInterval(intervals.save);
     m_saveTimer.setSingleShot(true);
     m_returnTimer.setSingleShot(true);
+    m_shutDownTimer.setSingleShot(true);
+    m_shutDownTimer.setInterval(intervals.shutDown);
     connectModel();
 }
 
@@ -35,8 +37,10 @@ void Simulator::connectModel()
     connect(&m_lifeTimer, &QTimer::timeout, this, &Simulator::live);
     connect(&m_saveTimer, &QTimer::timeout, this, &Simulator::save);
     connect(&m_returnTimer, &QTimer::timeout, this, &Simulator::appear);
+    connect(&m_shutDownTimer, &QTimer::timeout, this, &Simulator::reboot);
     connect(&m_control, &ControlService::answered, this, &Simulator::vanishWhenDue);
-    connect(&m_model, &DeviceModel::rebootRequested, this, &Simulator::reboot);
+    // Not at once: who asked for it takes leave first, and waits for the answer.
+    connect(&m_model, &DeviceModel::rebootRequested, &m_shutDownTimer, qOverload<>(&QTimer::start));
     connect(&m_model, &DeviceModel::meteringRequested, this,
             [this](bool on) { on ? m_meters.request() : m_meters.stop(); });
     connect(&m_model, &DeviceModel::fetchRequested, this, &Simulator::startFetch);
@@ -128,6 +132,7 @@ void Simulator::vanishWhenDue(int answered)
         return;
     qCInfo(simulatorLog) << "vanishing after" << answered << "requests";
     disappear();
+    m_shutDownTimer.stop();
     m_returnTimer.stop(); // a restart under way does not end this
     if (m_options.faults.returnAfterMs > 0)
         m_returnTimer.start(m_options.faults.returnAfterMs);

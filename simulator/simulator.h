@@ -53,6 +53,7 @@ private:
     QElapsedTimer m_lived;
     QTimer m_saveTimer;
     QTimer m_returnTimer;
+    QTimer m_shutDownTimer;
 };
 
 } // namespace sim

@@ -27,7 +27,8 @@ QString writeState(const QString &file, const QJsonObject &state)
     if (!output.open(QIODevice::WriteOnly))
         return output.errorString();
     output.write(QJsonDocument(state).toJson());
-    return output.commit() ? QString() : output.errorString();
+    // What is still in a buffer would fail unnoticed, and replace a whole file by a part of one.
+    return output.flush() && output.commit() ? QString() : output.errorString();
 }
 
 } // namespace sim

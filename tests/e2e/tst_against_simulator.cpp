@@ -116,6 +116,7 @@ private slots:
     void faderAndMuteAreSeenOnTheMeter();
     void snapshotMovesTheStateToAnotherDevice();
     void defaultCueArrivesWhole();
+    void rebootEndsWithoutATimeout();
     void lostDeviceClosesTheEditor();
 
 private:
@@ -223,6 +224,19 @@ void AgainstSimulatorTest::defaultCueArrivesWhole()
     QVERIFY(live.sent.contains(command));
     QTRY_COMPARE(live.sent.filter(QStringLiteral("req_metering")).size(), 2);
     QVERIFY(live.find<QCheckBox>("vc_connect_failed_en_checkBox")->isEnabled());
+}
+
+void AgainstSimulatorTest::rebootEndsWithoutATimeout()
+{
+    LiveDevice live(m_factory, 1);
+    QVERIFY(live.goLive());
+    support::BoxAnswerer proceed(QMessageBox::Ok);
+    QSignalSpy overdue(live.plugin.data(), &PlexoPlugin::sendVelmarAsciiMsgTimeout);
+    QSignalSpy closing(live.plugin.data(), &PlexoPlugin::pluginRequestClose);
+    QTest::mouseClick(live.find<QPushButton>("reboot_pushButton"), Qt::LeftButton);
+    QTRY_COMPARE(closing.count(), 1);
+    QCOMPARE(overdue.count(), 0);
+    QCOMPARE(proceed.seen().size(), 1);
 }
 
 void AgainstSimulatorTest::lostDeviceClosesTheEditor()
