@@ -16,8 +16,12 @@ BtPriorityPairingDialog::BtPriorityPairingDialog(const QString &deviceName, QWid
 {
     ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
-    ui->buttonBox->button(QDialogButtonBox::Ok)->setText(tr("Apply Changes"));
-    ui->buttonBox->button(QDialogButtonBox::Discard)->setText(tr("Discard Changes"));
+    QPushButton *apply = ui->buttonBox->button(QDialogButtonBox::Ok);
+    apply->setText(tr("Apply Changes"));
+    apply->setToolTip(tr("Send what is ticked to the device and close this window"));
+    QPushButton *discard = ui->buttonBox->button(QDialogButtonBox::Discard);
+    discard->setText(tr("Discard Changes"));
+    discard->setToolTip(tr("Sends nothing; press Escape to close this window without sending"));
     hide();
     ui->tableWidget->setDeviceName(deviceName);
 }

@@ -15,6 +15,7 @@
 #include <QFileDialog>
 #include <QSignalBlocker>
 #include <QStandardPaths>
+#include <QTimer>
 
 namespace {
 
@@ -80,15 +81,20 @@ void TarnKBX_MainWindow::stopForCueLoad()
 {
     m_meteringRequestTimer.stop();
     m_statusPollTimer.stop();
-    if (m_plugin)
-        m_plugin->clearVelmarAsciiPendingRequest();
+    m_droppedForCueLoad = !m_queryFinished;
+    if (!m_plugin)
+        return;
+    m_droppedForCueLoad |= m_plugin->getVelmarAsciiTimer()->isActive();
+    m_plugin->clearVelmarAsciiPendingRequest();
 }
 
-/// A load that came to nothing must not leave the editor quiet.
+/// A load that came to nothing must not leave the editor quiet, nor with half of the device read.
 void TarnKBX_MainWindow::resumeAfterCueLoad()
 {
-    if (!m_queryFinished)
+    if (m_droppedForCueLoad) {
+        reloadDevice();
         return;
+    }
     m_meteringRequestTimer.start();
     m_statusPollTimer.start();
 }

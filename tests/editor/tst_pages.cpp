@@ -340,6 +340,16 @@ void PagesTest::loadThatComesToNothingKeepsTheEditorGoing()
     QCOMPARE(ok.seen().size(), 1);
     QVERIFY(ok.seen().first().text.contains(QLatin1String("no address")));
     QVERIFY(isPolling());
+    // A load that dropped what was being read has it read again.
+    session->click("refresh_pushButton");
+    auto *frame = session->find<QWidget>("plugin_frame");
+    frame->setEnabled(true);
+    support::onceOpen<QFileDialog>([](QFileDialog *dialog) { dialog->reject(); });
+    session->click("vc_pair_init_load_pushButton");
+    QVERIFY(!frame->isEnabled());
+    QTRY_VERIFY(frame->isEnabled() && isPolling());
+    QCOMPARE(session->script->gets().mid(session->script->gets().lastIndexOf(QStringLiteral("/info"))).size(),
+             35);
 }
 
 void PagesTest::levelsComeFromTheConfirmedAddress()
