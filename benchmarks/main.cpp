@@ -4,6 +4,9 @@
 #include "benchmarks/report.h"
 
 #include <QApplication>
+#include <QTextStream>
+
+#include <algorithm>
 
 namespace {
 
@@ -28,6 +31,14 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
     const QStringList wanted = QApplication::arguments().mid(1);
+    for (const QString &name : wanted) {
+        const auto isNamed = [&name](const Area &area) { return name == QLatin1String(area.name); };
+        if (std::none_of(std::begin(Areas), std::end(Areas), isNamed)) {
+            QTextStream(stderr) << "There is no area " << name << "; ./bench without arguments measures all."
+                                << Qt::endl;
+            return 2;
+        }
+    }
     bench::Report report;
     for (const Area &area : Areas) {
         if (wanted.isEmpty() || wanted.contains(QLatin1String(area.name)))

@@ -70,7 +70,7 @@ void DeviceFinder::hear(const Announcement &announcement, const QHostAddress &se
     KnownDevice *known = device(announcement.name);
     if (!known)
         addDevice(announcement, sender);
-    else if (known->isPresent() && known->ipAddress() != sender)
+    else if (known->isPresent() && known->macAddress() != announcement.mac)
         reportClash(*known, sender);
     else
         known->hear(announcement, sender);

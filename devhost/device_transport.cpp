@@ -21,7 +21,10 @@ QString DeviceTransport::open()
 
 void DeviceTransport::setRoute(const QString &name, const QHostAddress &address, quint16 port)
 {
-    m_routes.insert(name, {address, port});
+    const Place place(address, port);
+    // Who had this place before is no longer there: a device renamed, or another started in its stead.
+    m_routes.remove(m_routes.key(place));
+    m_routes.insert(name, place);
 }
 
 void DeviceTransport::send(const QString &name, const QByteArray &bytes)

@@ -21,7 +21,8 @@ public:
     /// Opens the socket; the answer is empty, or a sentence on what failed.
     QString open();
 
-    /// Where @p name is reached from now on, replacing an earlier place.
+    /// Where @p name is reached from now on, replacing an earlier place. Another name that had the place
+    /// loses it.
     void setRoute(const QString &name, const QHostAddress &address, quint16 port);
 
     /// Sends one message. What cannot be sent is told by problem(), never lost without a word.

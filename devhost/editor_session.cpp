@@ -35,11 +35,12 @@ QString EditorSession::start(PlexoPluginFactory *factory)
     connectReports();
     factory->attachDevice(m_plugin, m_place.devices, m_device);
     setInterfaceIndex(m_place.interfaceIndex);
-    if (!m_running)
-        return tr("The plugin closed the editor of %1 at once. Look into the log for its reason.")
-            .arg(deviceName());
-    presentEditor();
-    return QString();
+    if (m_running)
+        presentEditor(factory->getPluginName());
+    if (m_running)
+        return QString();
+    return tr("The plugin closed the editor of %1 at once. Look into the log for its reason.")
+        .arg(deviceName());
 }
 
 void EditorSession::connectTraffic()
@@ -85,11 +86,10 @@ void EditorSession::connectReports()
     });
 }
 
-void EditorSession::presentEditor()
+void EditorSession::presentEditor(const QString &pluginName)
 {
     QWidget *widget = editor();
-    widget->setWindowTitle(
-        QStringLiteral("%1 - %2").arg(deviceName(), m_plugin->getFactory()->getPluginName()));
+    widget->setWindowTitle(QStringLiteral("%1 - %2").arg(deviceName(), pluginName));
     widget->installEventFilter(this);
     widget->show();
     raiseEditor();

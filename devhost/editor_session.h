@@ -76,7 +76,7 @@ protected:
 private:
     void connectTraffic();
     void connectReports();
-    void presentEditor();
+    void presentEditor(const QString &pluginName);
     void letGoOfPlugin();
     bool callPresetSlot(const char *slot, int number);
 

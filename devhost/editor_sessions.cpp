@@ -34,12 +34,16 @@ QString EditorSessions::open(KnownDevice *device)
         session->raiseEditor();
         return QString();
     }
+    if (!device->isPresent())
+        return tr("%1 is lost and cannot be opened. Check its power and its network cable.")
+            .arg(device->name());
     PlexoPluginFactory *factory = m_registry->factoryFor(device->model());
     if (!factory)
         return tr("No loaded plugin serves the model %1 of %2. Start the host with --plugin and a plugin for "
                   "this model.")
             .arg(device->model(), device->name());
     QScopedPointer<EditorSession> session(new EditorSession(m_place, device, this));
+    emit starting(session.get());
     QString error = session->start(factory);
     if (!error.isEmpty())
         return error;

@@ -29,6 +29,8 @@ public:
     void closeAll();
 
 signals:
+    /// Comes before the session creates its plugin object, so that who listens hears all that it says.
+    void starting(EditorSession *session);
     void opened(EditorSession *session);
     /// The session is no longer listed; it is destroyed when control returns to the event loop.
     void closed(const QString &deviceName);

@@ -32,7 +32,7 @@ Host::Host(QObject *parent)
     wireTransport(&m_aes67);
     connect(&m_finder, &DeviceFinder::found, this, &Host::wireDevice);
     connect(&m_finder, &DeviceFinder::nameClash, this, [this](const QString &text) { reportProblem(text); });
-    connect(&m_sessions, &EditorSessions::opened, this, &Host::wireSession);
+    connect(&m_sessions, &EditorSessions::starting, this, &Host::wireSession);
 }
 
 void Host::start(const Options &options, const QNetworkInterface &interface)
@@ -45,7 +45,7 @@ void Host::start(const Options &options, const QNetworkInterface &interface)
     for (const QString &file : qAsConst(plugins))
         reportProblem(m_registry.load(file));
     useInterface(interface);
-    m_simulated.start(options.simulate, interface.name());
+    m_simulated.start(options.simulate);
 }
 
 void Host::useInterface(const QNetworkInterface &interface)

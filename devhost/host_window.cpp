@@ -98,6 +98,7 @@ void HostWindow::closeEvent(QCloseEvent *event)
 {
     m_host->sessions()->closeAll();
     QMainWindow::closeEvent(event);
+    emit closed();
 }
 
 void HostWindow::setNotice(const QString &text)

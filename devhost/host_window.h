@@ -31,6 +31,10 @@ public:
     /// Shown above the devices; empty text removes it.
     void setNotice(const QString &text);
 
+signals:
+    /// The user has closed the window, and with it every editor.
+    void closed();
+
 protected:
     void closeEvent(QCloseEvent *event) override;
 

@@ -24,7 +24,8 @@ void KnownDevice::hear(const Announcement &announcement, const QHostAddress &sen
     setProductName(announcement.product);
     setFirmwareVersion(announcement.version);
     setFeatureLevel(announcement.featureLevel);
-    if (moved)
+    // One that was lost may meanwhile have had its place taken by another name.
+    if (moved || !isPresent())
         emit routeChanged();
     m_silence.start();
     setPresent(true);

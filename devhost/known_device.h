@@ -24,7 +24,7 @@ public:
     void hear(const Announcement &announcement, const QHostAddress &sender);
 
 signals:
-    /// Its address or control port is another one than before.
+    /// Its address or control port is another one than before, or it is back after having been lost.
     void routeChanged();
 
 private:

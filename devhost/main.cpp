@@ -25,6 +25,7 @@ int takeTour(devhost::Host *host, devhost::HostWindow *window, const QString &fo
     devhost::tour::TourRun run(host, window, folder);
     QObject::connect(&run, &devhost::tour::TourRun::finished, qApp,
                      [](bool success) { QApplication::exit(success ? 0 : 1); });
+    QObject::connect(window, &devhost::HostWindow::closed, qApp, [] { QApplication::exit(1); });
     const QString error = run.start();
     return error.isEmpty() ? QApplication::exec() : complain(error);
 }
@@ -36,6 +37,8 @@ int main(int argc, char *argv[])
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     QApplication application(argc, argv);
+    // Block editors are windows of their own and go a little later than the host's: Qt would wait for ever.
+    QApplication::setQuitOnLastWindowClosed(false);
     const devhost::ParsedOptions parsed = devhost::parseOptions(application.arguments());
     if (!parsed.help.isEmpty()) {
         QTextStream(stdout) << parsed.help;
@@ -57,7 +60,9 @@ int main(int argc, char *argv[])
     host.start(parsed.options, choice.interface);
     window.setNotice(devhost::uploadPortProblem());
     window.show();
-    if (parsed.options.tourFolder.isEmpty())
-        return application.exec();
+    if (parsed.options.tourFolder.isEmpty()) {
+        QObject::connect(&window, &devhost::HostWindow::closed, &application, &QApplication::quit);
+        return QApplication::exec();
+    }
     return takeTour(&host, &window, parsed.options.tourFolder);
 }

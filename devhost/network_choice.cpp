@@ -63,8 +63,14 @@ QList<QNetworkInterface> usableInterfaces()
 InterfaceChoice chooseInterface(const QString &name, bool simulating)
 {
     const QList<QNetworkInterface> usable = usableInterfaces();
-    if (!name.isEmpty())
-        return namedInterface(usable, name);
+    if (!name.isEmpty()) {
+        const InterfaceChoice choice = namedInterface(usable, name);
+        if (!simulating || !choice.error.isEmpty() || isLoopback(choice.interface))
+            return choice;
+        return {
+            {},
+            text("Simulated devices live on the loopback interface. Leave --interface or --simulate out.")};
+    }
     const auto find = [&usable](bool loopback) {
         return std::find_if(usable.cbegin(), usable.cend(), [loopback](const QNetworkInterface &candidate) {
             return isLoopback(candidate) == loopback;

@@ -23,14 +23,12 @@ SimulatedDevices::~SimulatedDevices()
     qDeleteAll(m_devices);
 }
 
-QStringList SimulatedDevices::argumentsOf(int index, const QString &name, const QString &interfaceName) const
+QStringList SimulatedDevices::argumentsOf(int index, const QString &name) const
 {
     QStringList arguments{QStringLiteral("--name"),
                           name,
                           QStringLiteral("--address"),
                           QStringLiteral("127.0.0.%1").arg(FirstHost + index),
-                          QStringLiteral("--interface"),
-                          interfaceName,
                           QStringLiteral("--port"),
                           QString::number(ControlPort),
                           QStringLiteral("--seed"),
@@ -41,11 +39,11 @@ QStringList SimulatedDevices::argumentsOf(int index, const QString &name, const 
     return arguments;
 }
 
-void SimulatedDevices::start(int count, const QString &interfaceName)
+void SimulatedDevices::start(int count)
 {
     for (int index = 0; index < count; ++index) {
         const QString name = QStringLiteral("KBX-%1").arg(index + 1, 4, 10, QLatin1Char('0'));
-        auto *device = new SimulatedDevice(name, m_program, argumentsOf(index, name, interfaceName), this);
+        auto *device = new SimulatedDevice(name, m_program, argumentsOf(index, name), this);
         connect(device, &SimulatedDevice::said, this,
                 [this, name](const QString &line) { emit said(name, line); });
         connect(device, &SimulatedDevice::failed, this,

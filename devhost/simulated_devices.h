@@ -6,7 +6,8 @@
 
 namespace devhost {
 
-/// The simulated devices that the host started: KBX-0001 on 127.0.0.11 and so on, all on one interface.
+/// The simulated devices that the host started: KBX-0001 on 127.0.0.11 and so on, all on the
+/// loopback interface.
 class SimulatedDevices : public QObject
 {
     Q_OBJECT
@@ -16,11 +17,11 @@ public:
     explicit SimulatedDevices(const QString &program, QObject *parent = nullptr);
     ~SimulatedDevices() override;
 
-    /// As many as there are loopback addresses from 127.0.0.11 on.
+    /// Their addresses end with 127.0.0.210.
     static constexpr int Most = 200;
 
     /// Starts @p count devices, 0 to Most.
-    void start(int count, const QString &interfaceName);
+    void start(int count);
     /// Null for a device that the host did not start.
     SimulatedDevice *device(const QString &name) const;
 
@@ -29,7 +30,7 @@ signals:
     void failed(const QString &deviceName, const QString &sentence);
 
 private:
-    QStringList argumentsOf(int index, const QString &name, const QString &interfaceName) const;
+    QStringList argumentsOf(int index, const QString &name) const;
 
     QString m_program;
     QTemporaryDir m_stateFolder;

@@ -18,6 +18,8 @@ public:
         connect(&m_control, &QUdpSocket::readyRead, this, &FakeDevice::read);
     }
 
+    QByteArray mac = "02:4B:42:58:00:01";
+
     quint16 port() const { return m_control.localPort(); }
     QHostAddress address() const { return m_control.localAddress(); }
     const QList<QByteArray> &heard() const { return m_heard; }
@@ -30,7 +32,7 @@ public:
     QByteArray announcement(const QByteArray &name, const QByteArray &model) const
     {
         return R"({"announce":"plexo","name":")" + name + R"(","type":1,"product":"TarnKBX","model":")"
-            + model + R"(","mac":"02:4B:42:58:00:01","version":"1.2.0","feature_level":1,"control_port":)"
+            + model + R"(","mac":")" + mac + R"(","version":"1.2.0","feature_level":1,"control_port":)"
             + QByteArray::number(port()) + '}';
     }
     /// Sends @p bytes to whoever asked last.

@@ -45,4 +45,5 @@ void FakeFactory::attachDevice(PlexoPlugin *plugin, pxDevices *devices, pxDevice
 {
     plugin->setDevice(device);
     plugin->setDevices(devices);
+    emit plugin->logData(QStringLiteral("attached"));
 }

@@ -111,6 +111,7 @@ void Finding::keepsFirstOfTwoWithOneName()
     QSignalSpy clash(&finder, &DeviceFinder::nameClash);
     FakeDevice first;
     FakeDevice second(QHostAddress(QStringLiteral("127.0.0.2")));
+    second.mac = "02:4B:42:58:00:02";
     first.announce("KBX-0001");
     QTRY_VERIFY(finder.device(QStringLiteral("KBX-0001")));
     second.announce("KBX-0001");
@@ -121,6 +122,11 @@ void Finding::keepsFirstOfTwoWithOneName()
     QCOMPARE(clash.count(), 1);
     const QString sentence = clash.first().first().toString();
     QVERIFY2(sentence.contains(QStringLiteral("127.0.0.2")), qPrintable(sentence));
+    // The first one has got another address.
+    second.mac = first.mac;
+    second.announce("KBX-0001");
+    QTRY_COMPARE(finder.device(QStringLiteral("KBX-0001"))->ipAddress(), second.address());
+    QCOMPARE(clash.count(), 1);
 }
 
 QTEST_MAIN(Finding)

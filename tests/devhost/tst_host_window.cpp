@@ -103,6 +103,9 @@ void Window::opensAndClosesEditor()
     openEditor();
     const QWidget *editor = session()->editor();
     QVERIFY(editor->isVisible());
+    QAbstractItemModel *log = m_host->log();
+    QVERIFY(!log->match(log->index(0, CommunicationLog::Text), Qt::DisplayRole, QStringLiteral("attached"))
+                 .isEmpty());
     openEditor();
     QCOMPARE(session()->editor(), editor);
     emit plugin()->updatePluginStatus(QStringLiteral("Settings have changed"), true);
