@@ -10,9 +10,24 @@ void BlockEditor::setBlockTitle(const QString &title)
         heading->setText(title);
 }
 
+void BlockEditor::bringToFront()
+{
+    setWindowState(windowState() & ~Qt::WindowMinimized);
+    raise();
+    activateWindow();
+}
+
 void BlockEditor::reject()
 {
     emit close();
+}
+
+void BlockEditor::showEvent(QShowEvent *event)
+{
+    QDialog::showEvent(event);
+    // Only now: a change of window flags forgets where the focus was to be.
+    if (m_start && !event->spontaneous())
+        m_start->setFocus();
 }
 
 void BlockEditor::closeEvent(QCloseEvent *event)

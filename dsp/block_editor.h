@@ -14,6 +14,9 @@ public:
     /// Shows the block's name in the window's title and in the form's heading, which stays hidden.
     void setBlockTitle(const QString &title);
 
+    /// Also when it was minimised.
+    void bringToFront();
+
     /// Escape: asks to be closed and stays visible until the owner does so.
     void reject() override;
 
@@ -22,5 +25,13 @@ signals:
     void close();
 
 protected:
+    /// What has the keyboard focus when the window opens; owned by the window. To be chosen so that a blank
+    /// struck by mistake changes nothing.
+    void startAt(QWidget *control) { m_start = control; }
+
+    void showEvent(QShowEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
+
+private:
+    QWidget *m_start = nullptr;
 };

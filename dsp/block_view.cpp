@@ -1,5 +1,7 @@
 #include "dsp/block_view.h"
 
+#include "dsp/block_keys.h"
+
 #include <QEvent>
 #include <QQmlContext>
 #include <QQuickView>
@@ -49,5 +51,6 @@ QWidget *createBlockView(QObject *backend, QWidget *parent)
     view->rootContext()->setContextProperty(QStringLiteral("tarnkbx_backend"), backend);
     QWidget *container = QWidget::createWindowContainer(view, parent);
     new SizeKeeper(view, container);
+    giveBlocksKeys(container, view, backend);
     return container;
 }

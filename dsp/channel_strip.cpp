@@ -25,6 +25,7 @@ void ChannelStrip::adopt(const Parts &parts)
     fader->setButton2_text(tr("Invert"));
     fader->numericEntry()->setDecimals(0);
     fader->numericEntry()->setSingleStep(1.0);
+    setFocusProxy(fader);
 }
 
 void ChannelStrip::setLabel(const QString &text)

@@ -28,6 +28,7 @@ MatrixMixerCell::MatrixMixerCell(int source, int sink, QWidget *parent)
     auto *cellLayout = new QVBoxLayout(this);
     cellLayout->setContentsMargins(3, 3, 3, 3);
     cellLayout->addWidget(m_dial);
+    setFocusProxy(m_dial);
     QMetaObject::connectSlotsByName(this);
 }
 

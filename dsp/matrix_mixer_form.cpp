@@ -6,6 +6,7 @@
 #include "dsp/tone_gen_header_cell.h"
 #include "ui_dsp_matrix_mixer.h"
 
+#include <QApplication>
 #include <QJsonArray>
 #include <QTimer>
 
@@ -61,6 +62,8 @@ MatrixMixerForm::MatrixMixerForm(const QStringList &sources, const QStringList &
     buildGrid();
     resize(m_sinks.size() * cellSize + headerWidth, m_sources.size() * cellSize + headerHeight);
     onDataChanged();
+    startAt(cellAt(m_ui->tableWidget, 1, 1));
+    connect(qApp, &QApplication::focusChanged, this, &MatrixMixerForm::scrollToFocus);
 }
 
 MatrixMixerForm::~MatrixMixerForm() = default;
@@ -82,6 +85,17 @@ void MatrixMixerForm::buildGrid()
             table->setCellWidget(row, column, widget);
         }
     }
+}
+
+/// In a window made smaller than the grid the keyboard must not work out of sight.
+void MatrixMixerForm::scrollToFocus(const QWidget *, const QWidget *now)
+{
+    QTableWidget *table = m_ui->tableWidget;
+    if (!now || !table->viewport()->isAncestorOf(now))
+        return;
+    while (now->parentWidget() != table->viewport())
+        now = now->parentWidget();
+    table->scrollTo(table->indexAt(now->geometry().center()));
 }
 
 QWidget *MatrixMixerForm::newWidgetAt(int row, int column)

@@ -63,6 +63,7 @@ private:
     using Levels = std::array<std::array<int, mixerSinks>, mixerSources>;
 
     void buildGrid();
+    void scrollToFocus(const QWidget *before, const QWidget *now);
     QWidget *newWidgetAt(int row, int column);
     QWidget *newCorner();
     QWidget *newColumnHeader(int sink);

@@ -19,6 +19,7 @@ StripEditor::StripEditor(const StripVariant &variant, StripFactory makeStrip, uc
     for (int channel = 0; channel < channels; ++channel)
         addStrip(makeStrip(this));
     resize(variant.initialSize);
+    startAt(m_strips.first());
     onDataChanged();
 }
 

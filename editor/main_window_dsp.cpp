@@ -87,8 +87,7 @@ void TarnKBX_MainWindow::openStripEditor(StripBlock block)
         connectStripEditor(block);
         editor->show();
     }
-    editor->raise();
-    editor->activateWindow();
+    editor->bringToFront();
 }
 
 void TarnKBX_MainWindow::connectStripEditor(StripBlock block)
@@ -131,8 +130,7 @@ void TarnKBX_MainWindow::onMatrixMixerClicked()
 {
     if (!m_mixerForm)
         openMixer();
-    m_mixerForm->raise();
-    m_mixerForm->activateWindow();
+    m_mixerForm->bringToFront();
     tellToneGenerator();
 }
 

@@ -65,6 +65,7 @@ void VmDial::makeEntry()
     m_entry->setObjectName(QStringLiteral("numericEntry"));
     m_entry->setAccessibleName(tr("Level in dB"));
     m_entry->setRange(vm::lowestLevel, highest());
+    setTabOrder(this, m_entry); // made late, it would come last
     const auto take = [this] { pickLevel(m_entry->value()); };
     connect(m_entry, QOverload<double>::of(&QDoubleSpinBox::valueChanged), this, take);
     connect(m_entry, &LevelEntry::typed, this, take);

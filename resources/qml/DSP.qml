@@ -8,6 +8,20 @@ DSPForm {
     height: 425
     anchors.centerIn: parent
 
+    // The block that the arrow keys have come to; null while the keyboard is elsewhere.
+    property Item chosen: null
+
+    Rectangle {
+        visible: parent.chosen !== null
+        x: visible ? parent.chosen.x : 0
+        y: visible ? parent.chosen.y : 0
+        width: visible ? parent.chosen.width : 0
+        height: visible ? parent.chosen.height : 0
+        color: "transparent"
+        border.width: 2
+        border.color: "#ffff9f07"
+    }
+
     Behavior on btInGain.color {
         ColorAnimation {
         }

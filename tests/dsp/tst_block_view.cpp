@@ -94,6 +94,22 @@ void BlockViewTest::blockAnswersThePointer()
     QTRY_COMPARE(width.read().toInt(), 0);
     QCOMPARE(colour.read().value<QColor>(), QColor(0xff, 0x77, 0x07, 0));
     QCOMPARE(backend.clicked, QByteArrayList({block, block}));
+
+    // By arrow keys from the top left: to the right column, then to the block's own row.
+    container->setFocus(Qt::TabFocusReason);
+    const auto press = [container](Qt::Key key, int times) {
+        for (; times > 0; --times)
+            QTest::keyClick(container, key);
+    };
+    const QPointF middle = area.center();
+    press(Qt::Key_Right, int(middle.x() * 3));
+    press(Qt::Key_Up, 2);
+    press(Qt::Key_Down, int(middle.y() * 3));
+    QCOMPARE(view->rootObject()->property("chosen").value<QQuickItem *>(), frame);
+    QTest::keyClick(container, Qt::Key_Return);
+    QCOMPARE(backend.clicked, QByteArrayList({block, block, block}));
+    container->clearFocus();
+    QVERIFY(!view->rootObject()->property("chosen").value<QQuickItem *>());
 }
 
 QTEST_MAIN(BlockViewTest)

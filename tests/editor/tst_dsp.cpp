@@ -90,6 +90,7 @@ void DspTest::opensOnceAndCloses()
     QCOMPARE(editor->windowTitle(), QLatin1String(QTest::currentDataTag()));
     QVERIFY(!(editor->windowFlags() & Qt::WindowContextHelpButtonHint));
     QCOMPARE(open(block, className), editor.data());
+    QVERIFY2(!qobject_cast<QAbstractButton *>(editor->focusWidget()), "a blank would mute or clear");
     QTest::keyClick(editor, Qt::Key_Escape);
     QTRY_VERIFY(!editor);
     const QPointer<QWidget> again = open(block, className);

@@ -1,0 +1,126 @@
+#include "dsp/block_keys.h"
+
+#include <QKeyEvent>
+#include <QPoint>
+#include <QQuickItem>
+#include <QQuickView>
+#include <QWidget>
+
+#include <array>
+
+namespace {
+
+constexpr QPoint NoBlock(-1, -1);
+
+struct Block
+{
+    QPoint place; ///< column and row as on the picture
+    const char *rectangle; ///< property of the scene
+    const char *click; ///< slot of the backend
+};
+
+constexpr std::array<Block, 7> Blocks{{
+    {{0, 0}, "btInGain", "onBtInGainClicked"},
+    {{0, 1}, "netRxGain", "onNetRxGainClicked"},
+    {{0, 2}, "usbInGain", "onUsbInGainClicked"},
+    {{1, 1}, "matrixMixer", "onMatrixMixerClicked"},
+    {{2, 0}, "btOutGain", "onBtOutGainClicked"},
+    {{2, 1}, "netTxGain", "onNetTxGainClicked"},
+    {{2, 2}, "usbOutGain", "onUsbOutGainClicked"},
+}};
+
+const Block *blockAt(const QPoint &place)
+{
+    for (const Block &block : Blocks) {
+        if (block.place == place)
+            return &block;
+    }
+    return nullptr;
+}
+
+QPoint directionOf(int key)
+{
+    switch (key) {
+    case Qt::Key_Left:
+        return {-1, 0};
+    case Qt::Key_Right:
+        return {1, 0};
+    case Qt::Key_Up:
+        return {0, -1};
+    case Qt::Key_Down:
+        return {0, 1};
+    default:
+        return {};
+    }
+}
+
+bool opens(int key)
+{
+    return key == Qt::Key_Return || key == Qt::Key_Enter || key == Qt::Key_Space;
+}
+
+/// The keyboard stays with the container: a view that had it would not give it back at Tab.
+class BlockKeys : public QObject
+{
+public:
+    BlockKeys(QWidget *container, QQuickView *view, QObject *backend)
+        : QObject(container)
+        , m_scene(view->rootObject())
+        , m_backend(backend)
+    {
+        container->setFocusPolicy(Qt::TabFocus);
+        container->setAccessibleName(QObject::tr("Block diagram: arrow keys choose, Enter opens"));
+        container->installEventFilter(this);
+    }
+
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        switch (event->type()) {
+        case QEvent::FocusIn:
+            frame(m_last);
+            return true;
+        case QEvent::FocusOut:
+            frame(NoBlock);
+            return true;
+        case QEvent::KeyPress:
+            return press(static_cast<QKeyEvent *>(event)->key());
+        default:
+            return false;
+        }
+    }
+
+private:
+    bool press(int key)
+    {
+        if (opens(key))
+            return QMetaObject::invokeMethod(m_backend, blockAt(m_last)->click);
+        const QPoint direction = directionOf(key);
+        if (direction.isNull())
+            return false;
+        QPoint next = m_last + direction;
+        if (!blockAt(next) && direction.y() == 0)
+            next.setY(1); // the middle column has one block only
+        if (blockAt(next))
+            m_last = next;
+        frame(m_last);
+        return true;
+    }
+
+    void frame(const QPoint &place)
+    {
+        const Block *block = blockAt(place);
+        if (m_scene)
+            m_scene->setProperty("chosen", block ? m_scene->property(block->rectangle) : QVariant());
+    }
+
+    QQuickItem *m_scene; ///< null when the scene did not load
+    QObject *m_backend;
+    QPoint m_last = Blocks.front().place;
+};
+
+} // namespace
+
+void giveBlocksKeys(QWidget *container, QQuickView *view, QObject *backend)
+{
+    new BlockKeys(container, view, backend);
+}
