@@ -1,6 +1,7 @@
 #include "dsp/tone_gen_header_cell.h"
 
 #include "ui_dsp_tone_gen_header.h"
+#include "widgets/wheel_guard.h"
 
 #include <QSignalBlocker>
 
@@ -19,6 +20,7 @@ ToneGenHeaderCell::ToneGenHeaderCell(QWidget *parent)
     , m_ui(new Ui::DspToneGenHeader)
 {
     m_ui->setupUi(this);
+    vm::wheelNeedsFocus(this);
     connect(&m_freqTimer, &QTimer::timeout, this, &ToneGenHeaderCell::onFreqTimeout);
     connect(&m_levelTimer, &QTimer::timeout, this, &ToneGenHeaderCell::onLevelTimeout);
 }

@@ -7,6 +7,7 @@
 #include "editor/widgets_in_use.h"
 #include "host/plexo_plugin.h"
 #include "protocol/derived_state_machine.h"
+#include "widgets/wheel_guard.h"
 
 #include "ui_main_window.h"
 
@@ -40,6 +41,7 @@ TarnKBX_MainWindow::TarnKBX_MainWindow(QWidget *parent)
     registerBackEnd();
     m_plugin = qobject_cast<PlexoPlugin *>(parent);
     ui->setupUi(this);
+    vm::wheelNeedsFocus(this);
     prepareTimers();
     buildDspView();
     connectPlugin();

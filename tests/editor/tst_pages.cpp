@@ -23,6 +23,7 @@ private slots:
     void linkIsShown();
     void wordsSelectTheChoice_data();
     void wordsSelectTheChoice();
+    void wheelPassesOver();
     void namesStayIntact_data();
     void namesStayIntact();
     void priorityFollowsTheList_data();
@@ -144,6 +145,22 @@ void PagesTest::wordsSelectTheChoice()
                               : QString())
                      .arg(mode.last().at(1).toInt()),
                  shown);
+}
+
+void PagesTest::wheelPassesOver()
+{
+    auto *list = session->find<QComboBox>("bt_connection_mode_comboBox");
+    session->find<QTabWidget>("tabWidget")->setCurrentIndex(1);
+    QApplication::setActiveWindow(session->editor());
+    for (bool focused : {false, true}) {
+        session->deviceReports(QStringLiteral("/system/bluetooth"),
+                               R"({"enable":true,"connection_mode":"basic"})");
+        focused ? list->setFocus() : list->clearFocus();
+        QWheelEvent notch({5, 5}, list->mapToGlobal(QPoint(5, 5)), {}, {0, -120}, Qt::NoButton,
+                          Qt::NoModifier, Qt::NoScrollPhase, false);
+        QCOMPARE(sentBy([&] { QApplication::sendEvent(list, &notch); }).isEmpty(), !focused);
+        QCOMPARE(list->currentText() == QLatin1String("Manual"), !focused);
+    }
 }
 
 void PagesTest::namesStayIntact_data()
