@@ -90,6 +90,8 @@ void UpdateDialog::setFile(const QString &file, const QByteArray &contents)
     m_ui->img_filename_label->setText(QFileInfo(file).fileName());
     m_ui->img_filename_label->setToolTip(file);
     m_ui->close_pushButton->setEnabled(true);
+    if (contents.isEmpty())
+        showStatus(updatetexts::nothingToSend(), QStyle::SP_MessageBoxWarning);
     m_startTimer.start(m_intervals.start);
 }
 
@@ -149,7 +151,7 @@ void UpdateDialog::handleFinished(bool error)
 void UpdateDialog::handleStartTimeout()
 {
     m_startTimer.stop();
-    if (!m_transfer && m_requests.state() == QAbstractSocket::BoundState)
+    if (!m_transfer && !m_data.isEmpty() && m_requests.state() == QAbstractSocket::BoundState)
         showStatus(updatetexts::notAskedYet());
     releaseTransfer();
 }

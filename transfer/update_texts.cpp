@@ -43,6 +43,11 @@ QString notAskedYet()
         "window, check the network connection and any firewall (UDP port 69), and load the voice cue again.");
 }
 
+QString nothingToSend()
+{
+    return tr("The file is empty or cannot be read. Choose another recording.");
+}
+
 QString sending(const QHostAddress &peer, int fileSize, int percent)
 {
     return tr("Sending %1 to %2: %3 %").arg(dataSize(fileSize), peer.toString()).arg(percent);
@@ -50,7 +55,10 @@ QString sending(const QHostAddress &peer, int fileSize, int percent)
 
 QString finished(int fileSize)
 {
-    return tr("Finished: the device has taken all %1.").arg(dataSize(fileSize));
+    // The transfer does not tell whether the device can play what it got.
+    return tr("Finished: the device has fetched all %1. It keeps only recordings of the kind it plays (WAV, "
+              "mono, 16 kHz, 16 bit).")
+        .arg(dataSize(fileSize));
 }
 
 QString failed(VmTftp::Failure failure)

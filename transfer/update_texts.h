@@ -9,6 +9,7 @@ namespace updatetexts {
 
 QString waiting();
 QString notAskedYet();
+QString nothingToSend();
 QString sending(const QHostAddress &peer, int fileSize, int percent);
 QString finished(int fileSize);
 QString failed(VmTftp::Failure failure);
