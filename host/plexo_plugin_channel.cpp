@@ -196,6 +196,7 @@ void PlexoPlugin::reportPresetAnswer(const QString &text)
         emit updateMainWindowStatus(QStringLiteral("Preset loaded from device."));
     } else if (text.contains(QLatin1String("NACK LOAD"))) {
         BoxText warning;
+        warning.title = getDeviceName(); // several editors may be open
         warning.text = QStringLiteral("Warning:  Preset load from device.");
         warning.informativeText = QStringLiteral("A preset was never stored to that location on the device.");
         runModalBox(warning, this);

@@ -8,9 +8,10 @@
 
 namespace {
 
-BoxText timeoutQuestion()
+BoxText timeoutQuestion(const QString &device)
 {
     BoxText box;
+    box.title = device;
     box.text = QStringLiteral("Warning:  Communications with the device have timed out.");
     box.informativeText = QStringLiteral("Do you want to retry or cancel?");
     box.detailedText = QStringLiteral("Canceling the operation will close the control plugin.");
@@ -19,9 +20,10 @@ BoxText timeoutQuestion()
     return box;
 }
 
-BoxText communicationsFailed()
+BoxText communicationsFailed(const QString &device)
 {
     BoxText box;
+    box.title = device;
     box.text = QStringLiteral("Warning:  Communications with the device have failed.");
     box.informativeText
         = QStringLiteral("The control plugin will be closed, as the device\r\n has been lost on the "
@@ -37,7 +39,7 @@ void PlexoPlugin::closeAsDeviceIsLost()
     const QPointer<PlexoPlugin> alive(this);
     emit switchToDeviceView();
     if (alive)
-        runModalBox(communicationsFailed(), this);
+        runModalBox(communicationsFailed(getDeviceName()), this);
     if (alive)
         emit pluginRequestClose();
 }
@@ -49,7 +51,7 @@ void PlexoPlugin::askAfterTimeout(RequestSide &side, Operation retry)
         closeAsDeviceIsLost();
     } else {
         const QPointer<pxDevice> asked = m_device;
-        const QMessageBox::StandardButton answer = runModalBox(timeoutQuestion(), this);
+        const QMessageBox::StandardButton answer = runModalBox(timeoutQuestion(getDeviceName()), this);
         if (!alive)
             return;
         if (!isDevicePresent())
