@@ -32,6 +32,15 @@ QString unless(bool holds, const QString &what)
     return holds ? QString() : what;
 }
 
+Step alsoNeeds(Step step, const std::function<QString()> &more)
+{
+    step.missing = [first = step.missing, more] {
+        QString missing = first();
+        return missing.isEmpty() ? more() : missing;
+    };
+    return step;
+}
+
 Guide::Guide(Host *host, HostWindow *window, const QString &folder, QObject *parent)
     : QObject(parent)
     , m_host(host)

@@ -79,7 +79,8 @@ public:
     /// The same, after all of the device was read anew since the traffic was forgotten.
     QString missingUntilReread() const;
     /// What is missing until a set of @p path is confirmed with @p value; undefined: any value.
-    QString missingConfirmation(const QString &path, const QJsonValue &value) const;
+    QString missingConfirmation(const QString &path,
+                                const QJsonValue &value = QJsonValue(QJsonValue::Undefined)) const;
 
 private:
     Host *m_host;
@@ -91,5 +92,7 @@ private:
 
 /// Empty when @p holds, else @p what.
 QString unless(bool holds, const QString &what);
+/// The step with a second condition, which is asked only while the step's own one holds.
+Step alsoNeeds(Step step, const std::function<QString()> &more);
 
 } // namespace devhost::tour

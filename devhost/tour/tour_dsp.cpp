@@ -41,11 +41,11 @@ Step moveFader(Guide &guide)
                                {0, 30});
         },
         rxGain());
-    step.missing = [&guide] {
+    step = alsoNeeds(step, [&guide] {
         const QJsonValue gain = guide.traffic().value(QStringLiteral("set"), rxGain());
         return unless(gain.isDouble() && gain.toDouble() == faderOf(guide, netRx(), 0)->property("gain"),
                       QStringLiteral("the device has not confirmed the gain that the fader shows"));
-    };
+    });
     step.picture = QStringLiteral("fader-moved");
     step.area = guide.titledArea(netRx().title);
     return step;
@@ -61,13 +61,10 @@ Step mute(Guide &guide, bool muted)
                 partOf<QPushButton>(guide, netRx(), QStringLiteral("digital_mute_pushButton"), 0));
         },
         rxMute(), muted);
-    step.missing = [&guide, muted] {
-        QString unconfirmed = guide.missingConfirmation(rxMute(), muted);
-        if (!unconfirmed.isEmpty())
-            return unconfirmed;
+    step = alsoNeeds(step, [&guide, muted] {
         const double level = meterOf(faderOf(guide, netRx(), 0));
         return unless((level <= SilentDb) == muted, QStringLiteral("its meter shows %1 dB").arg(level));
-    };
+    });
     if (muted) {
         step.picture = QStringLiteral("muted");
         step.area = guide.titledArea(netRx().title);

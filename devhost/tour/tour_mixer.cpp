@@ -64,14 +64,11 @@ Step clear(Guide &guide)
             return hands::click(partOf<QWidget>(guide, mixer(), QStringLiteral("reset_pushButton"), 0));
         },
         mixerPath());
-    step.missing = [&guide] {
-        QString unconfirmed = guide.missingConfirmation(mixerPath(), QJsonValue(QJsonValue::Undefined));
-        if (!unconfirmed.isEmpty())
-            return unconfirmed;
+    step = alsoNeeds(step, [&guide] {
         if (!allDialsAtLowest(guide))
             return QStringLiteral("not every dial shows -100 dB");
         return missingOnMeter(guide, SilentDb, SilentDb);
-    };
+    });
     step.picture = QStringLiteral("mixer-cleared");
     step.area = guide.titledArea(mixer().title);
     return step;
@@ -107,13 +104,13 @@ Step turnDial(Guide &guide)
             return hands::drag(dial, dial ? dial->rect().center() : QPoint(), {0, -100});
         },
         mixerPath());
-    step.missing = [&guide]() -> QString {
+    step = alsoNeeds(step, [&guide] {
         const QJsonArray rows = guide.traffic().value(QStringLiteral("set"), mixerPath()).toArray();
         const double level = rows.at(NetTx2).toArray().at(ToneGen).toDouble(SilentDb);
         if (level <= SilentDb || level != dialOf(guide, ToneGen, NetTx2)->property("val"))
             return QStringLiteral("the device has not confirmed the level that the dial shows");
         return missingOnMeter(guide, AudibleDb, 20);
-    };
+    });
     step.picture = QStringLiteral("dial-turned");
     step.area = guide.titledArea(mixer().title);
     return step;
@@ -144,11 +141,11 @@ Step moveGroup(Guide &guide)
                 : why;
         },
         meteringPath());
-    step.missing = [&guide] {
+    step = alsoNeeds(step, [&guide] {
         const QJsonObject now = guide.traffic().value(QStringLiteral("set"), meteringPath()).toObject();
         return unless(now.value(QLatin1String("ip")) == QJsonValue(otherGroup()),
                       QStringLiteral("the device has not confirmed the new group"));
-    };
+    });
     step.picture = QStringLiteral("metering-group");
     return step;
 }
@@ -156,14 +153,9 @@ Step moveGroup(Guide &guide)
 // The last level stays on a meter that hears nothing more, so it takes a new one to see the stream.
 Step followOnNewGroup(Guide &guide)
 {
-    Step step = tone(guide, QStringLiteral("a softer tone shows on the meter through the new group"),
-                     QStringLiteral("tone_gen_level_spinBox"), -90, QStringLiteral("amplitude"));
-    const auto confirmed = step.missing;
-    step.missing = [&guide, confirmed] {
-        QString unconfirmed = confirmed();
-        return unconfirmed.isEmpty() ? missingOnMeter(guide, SilentDb, AudibleDb) : unconfirmed;
-    };
-    return step;
+    const Step step = tone(guide, QStringLiteral("a softer tone shows on the meter through the new group"),
+                           QStringLiteral("tone_gen_level_spinBox"), -90, QStringLiteral("amplitude"));
+    return alsoNeeds(step, [&guide] { return missingOnMeter(guide, SilentDb, AudibleDb); });
 }
 
 } // namespace

@@ -104,14 +104,12 @@ Steps closeSteps(Guide &guide)
     log.name = QStringLiteral("the host's log shows it all");
     log.picture = QStringLiteral("host-log");
     log.area = guide.areaOf([&guide] { return guide.window(); });
-    Step close
-        = guide.push(QStringLiteral("close the editor"), QStringLiteral("close_pushButton"), identifyPath());
-    close.missing = [&guide] {
-        QString unconfirmed = guide.missingConfirmation(identifyPath(), false);
-        if (!unconfirmed.isEmpty())
-            return unconfirmed;
-        return unless(!guide.session(), QStringLiteral("the editor is still open"));
-    };
+    Step close = guide.confirmed(
+        QStringLiteral("close the editor"),
+        [&guide] { return hands::click(guide.find(QStringLiteral("close_pushButton"))); }, identifyPath(),
+        false);
+    close = alsoNeeds(
+        close, [&guide] { return unless(!guide.session(), QStringLiteral("the editor is still open")); });
     return {log, close};
 }
 

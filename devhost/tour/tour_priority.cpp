@@ -63,27 +63,22 @@ Step open(Guide &guide, const QString &name, const QString &picture)
 
 Step applyChanges(Guide &guide)
 {
-    const QString first = QStringLiteral("/status/bluetooth/list/0/keep");
-    Step step = guide.confirmed(
+    const Step step = guide.confirmed(
         QStringLiteral("apply the changes"),
         [&guide] {
             const QWidget *dialog = guide.windowTitled(title());
             const auto *box = dialog ? dialog->findChild<QDialogButtonBox *>() : nullptr;
             return hands::click(box ? box->button(QDialogButtonBox::Ok) : nullptr);
         },
-        first);
-    step.missing = [&guide, first] {
-        QString unconfirmed = guide.missingConfirmation(first, QJsonValue(QJsonValue::Undefined));
-        if (!unconfirmed.isEmpty())
-            return unconfirmed;
+        QStringLiteral("/status/bluetooth/list/0/keep"));
+    return alsoNeeds(step, [&guide] {
         if (guide.windowTitled(title()))
             return QStringLiteral("the dialog is still open");
         // The hidden dialog takes over what the device says with the next poll.
         return unless(guide.traffic().count(QStringLiteral("get"), QStringLiteral("/status/bluetooth/device"))
                           > 1,
                       QStringLiteral("the phones have not been read again"));
-    };
-    return step;
+    });
 }
 
 } // namespace
@@ -100,14 +95,11 @@ Steps prioritySteps(Guide &guide)
     tick.missing = [&guide, before] {
         return unless(isProtected(guide, 0) != *before, QStringLiteral("its box has not changed"));
     };
-    Step see = open(guide, QStringLiteral("the device has kept the change"), QStringLiteral("priority-kept"));
-    const auto opened = see.missing;
-    see.missing = [&guide, before, opened] {
-        const QString closed = opened();
-        return closed.isEmpty()
-            ? unless(isProtected(guide, 0) != *before, QStringLiteral("the box is as before"))
-            : closed;
-    };
+    const Step see = alsoNeeds(
+        open(guide, QStringLiteral("the device has kept the change"), QStringLiteral("priority-kept")),
+        [&guide, before] {
+            return unless(isProtected(guide, 0) != *before, QStringLiteral("the box is as before"));
+        });
     Step close;
     close.name = QStringLiteral("close the dialog with Escape");
     close.act = [&guide] { return hands::press(guide.windowTitled(title()), Qt::Key_Escape); };

@@ -49,13 +49,10 @@ Step switchBluetooth(Guide &guide, bool on)
 {
     Step step = guide.set(on ? QStringLiteral("Bluetooth on") : QStringLiteral("Bluetooth off"),
                           QStringLiteral("bt_interface_en_checkBox"), on, bluetooth("enable"), on);
-    step.missing = [&guide, on] {
-        QString unconfirmed = guide.missingConfirmation(bluetooth("enable"), on);
+    step = alsoNeeds(step, [&guide, on] {
         const QWidget *tabs = guide.find(QStringLiteral("bt_tabWidget"));
-        if (!unconfirmed.isEmpty())
-            return unconfirmed;
         return unless(tabs && tabs->isEnabled() == on, QStringLiteral("the Bluetooth tabs do not follow"));
-    };
+    });
     if (!on)
         step.picture = QStringLiteral("bluetooth-off");
     return step;
@@ -79,11 +76,11 @@ Step becomeDiscoverable(Guide &guide)
 {
     Step step = guide.push(QStringLiteral("activate pairing"),
                            QStringLiteral("bt_activate_pairing_pushButton"), remote("pair"));
-    step.missing = [&guide] {
+    step = alsoNeeds(step, [&guide] {
         const QString state = fieldText(guide, "bt_status_lineEdit");
         return unless(state == QLatin1String("discoverable") || state == QLatin1String("pairing"),
                       QStringLiteral("the status is \"%1\"").arg(state));
-    };
+    });
     step.picture = QStringLiteral("pairing");
     return step;
 }
@@ -124,12 +121,9 @@ Step changeTrack(Guide &guide, const QString &name, const char *button, const ch
             return hands::click(guide.find(QLatin1String(button)));
         },
         remote(key));
-    step.missing = [&guide, before, key] {
-        QString unconfirmed = guide.missingConfirmation(remote(key), QJsonValue(QJsonValue::Undefined));
-        if (!unconfirmed.isEmpty())
-            return unconfirmed;
+    step = alsoNeeds(step, [&guide, before] {
         return unless(shown(guide, "bt_track_label") != *before, QStringLiteral("the track is the same"));
-    };
+    });
     step.picture = QStringLiteral("track-%1").arg(QLatin1String(key));
     return step;
 }
@@ -154,15 +148,11 @@ bool mixerCellEnabled(const Guide &guide)
     return dial && dial->isEnabled();
 }
 
-Step withOverlay(Guide &guide, Step step, bool available, const QString &word)
+Step withOverlay(Guide &guide, const Step &step, bool available)
 {
-    step.missing = [&guide, available, word] {
-        QString unconfirmed = guide.missingConfirmation(usbMode(), word);
-        if (!unconfirmed.isEmpty())
-            return unconfirmed;
+    return alsoNeeds(step, [&guide, available] {
         return unless(mixerCellEnabled(guide) == available, QStringLiteral("the mixer does not follow"));
-    };
-    return step;
+    });
 }
 
 Step chooseMode(Guide &guide, const QString &name, int index, const QString &word)
@@ -173,12 +163,12 @@ Step chooseMode(Guide &guide, const QString &name, int index, const QString &wor
             return hands::choose(guide.find<QComboBox>(QStringLiteral("usb_audio_mode_comboBox")), index);
         },
         usbMode(), word);
-    return withOverlay(guide, step, index == 0, word);
+    return withOverlay(guide, step, index == 0);
 }
 
 Step chooseOption(Guide &guide, const QString &name, const QString &box, bool checked, const QString &word)
 {
-    return withOverlay(guide, guide.set(name, box, checked, usbMode(), word), false, word);
+    return withOverlay(guide, guide.set(name, box, checked, usbMode(), word), false);
 }
 
 Steps usbSteps(Guide &guide)

@@ -45,15 +45,10 @@ QStringList presetSections()
 
 Step remember(Guide &guide, const QString &name, const QStringList &paths, const Saved &saved)
 {
-    Step step = guide.look(name, paths);
-    const auto unanswered = step.missing;
-    step.missing = [&guide, saved, unanswered] {
-        QString why = unanswered();
-        if (why.isEmpty())
-            *saved = guide.probe().values();
-        return why;
-    };
-    return step;
+    return alsoNeeds(guide.look(name, paths), [&guide, saved] {
+        *saved = guide.probe().values();
+        return QString();
+    });
 }
 
 QString differences(const DeviceProbe::Values &now, const DeviceProbe::Values &saved)
@@ -68,15 +63,10 @@ QString differences(const DeviceProbe::Values &now, const DeviceProbe::Values &s
 
 Step compare(Guide &guide, const QString &name, const QStringList &paths, const Saved &saved)
 {
-    Step step = guide.look(name, paths);
-    const auto unanswered = step.missing;
-    step.missing = [&guide, saved, unanswered] {
-        QString why = unanswered();
-        if (!why.isEmpty())
-            return why;
+    Step step = alsoNeeds(guide.look(name, paths), [&guide, saved] {
         const QString other = differences(guide.probe().values(), *saved);
         return unless(other.isEmpty(), QStringLiteral("not as saved: %1").arg(other));
-    };
+    });
     step.timeLimitMs = 5000;
     return step;
 }
@@ -132,10 +122,9 @@ Steps saveSteps(Guide &guide, const QString &file)
     ask.missing = [] { return unless(fileDialog(), QStringLiteral("no file dialog opens")); };
     Step answer;
     answer.name = QStringLiteral("name its file");
-    answer.missing = [file, open = untilChosen(file)] {
-        QString why = open();
-        return why.isEmpty() ? unless(QFileInfo(file).size() > 0, QStringLiteral("there is no file")) : why;
-    };
+    answer.missing = untilChosen(file);
+    answer = alsoNeeds(
+        answer, [file] { return unless(QFileInfo(file).size() > 0, QStringLiteral("there is no file")); });
     return {ask, answer};
 }
 
@@ -147,17 +136,14 @@ Steps loadSteps(Guide &guide, const QString &file)
     ask.missing = [] { return unless(fileDialog(), QStringLiteral("no file dialog opens")); };
     Step answer;
     answer.name = QStringLiteral("choose its file, and be asked which device to overwrite");
-    answer.missing = [open = untilChosen(file)] {
-        QString why = open();
-        if (!why.isEmpty())
-            return why;
+    answer.missing = untilChosen(file);
+    answer = alsoNeeds(answer, [] {
         const QWidget *box = QApplication::activeModalWidget();
         return unless(box && box->findChild<QAbstractButton *>(QStringLiteral("overwriteButton")),
                       QStringLiteral("nobody asks"));
-    };
+    });
     answer.picture = QStringLiteral("overwrite");
     answer.area = guide.areaOf([] { return QApplication::activeModalWidget(); });
-    const QString last = QStringLiteral("/preset/dsp/mixer/6");
     Step overwrite = guide.confirmed(
         QStringLiteral("overwrite, and the device confirms all of it"),
         [] {
@@ -165,16 +151,16 @@ Steps loadSteps(Guide &guide, const QString &file)
             return hands::click(box ? box->findChild<QAbstractButton *>(QStringLiteral("overwriteButton"))
                                     : nullptr);
         },
-        last);
-    overwrite.missing = [&guide, last] {
+        sections().last());
+    overwrite = alsoNeeds(overwrite, [&guide] {
         for (const QString &path : sections()) {
-            QString why = guide.missingConfirmation(path, QJsonValue(QJsonValue::Undefined));
+            QString why = guide.missingConfirmation(path);
             if (!why.isEmpty())
                 return why;
         }
         const QWidget *frame = guide.find(QStringLiteral("plugin_frame"));
         return unless(frame && frame->isEnabled(), QStringLiteral("the editor is not enabled"));
-    };
+    });
     overwrite.picture = QStringLiteral("snapshot-loaded");
     return {ask, answer, overwrite};
 }
@@ -187,10 +173,7 @@ Step usePreset(Guide &guide, const QString &name, const QString &menu, const QSt
             return chooseDeviceMenu(guide, {menu, QStringLiteral("Preset %1").arg(PresetNumber)});
         },
         path);
-    step.missing = [&guide, path] {
-        QString unconfirmed = guide.missingConfirmation(path, QJsonValue(QJsonValue::Undefined));
-        return unconfirmed.isEmpty() ? guide.missingUntilReread() : unconfirmed;
-    };
+    step = alsoNeeds(step, [&guide] { return guide.missingUntilReread(); });
     step.timeLimitMs = 30000;
     return step;
 }

@@ -58,21 +58,18 @@ Step reread(Guide &guide, int cue)
 {
     Step step;
     step.name = QStringLiteral("close the dialog, and the device has a valid cue");
+    step.timeLimitMs = 30000;
     step.act = [&guide] {
         guide.traffic().forget();
         return hands::click(closeButton(guide));
     };
-    step.missing = [&guide, cue] {
-        QString unread = guide.missingUntilReread();
-        if (!unread.isEmpty())
-            return unread;
+    step.missing = [&guide] { return guide.missingUntilReread(); };
+    return alsoNeeds(step, [&guide, cue] {
         const QJsonValue status
             = guide.traffic().value(QStringLiteral("get"), QStringLiteral("/status/voice_cue"));
         return unless(status.toArray().at(cue).toObject().value(QLatin1String("valid")).toBool(),
                       QStringLiteral("the cue is not valid"));
-    };
-    step.timeLimitMs = 30000;
-    return step;
+    });
 }
 
 Steps userSteps(Guide &guide)
@@ -88,13 +85,12 @@ Steps userSteps(Guide &guide)
     ask.missing = [] { return unless(fileDialog(), QStringLiteral("no file dialog opens")); };
     ask.picture = QStringLiteral("choose-recording");
     ask.area = guide.areaOf([]() -> QWidget * { return fileDialog(); });
-    Step choose = underWay(guide, QStringLiteral("choose it, and the device fetches it"),
-                           QStringLiteral("upload-under-way"));
-    choose.missing = [open = untilChosen(file), begun = choose.missing] {
-        QString why = open();
-        return why.isEmpty() ? begun() : why;
-    };
-    return {ask, choose, done(guide, QStringLiteral("upload-done")), reread(guide, 0)};
+    Step choose;
+    choose.name = QStringLiteral("choose it");
+    choose.missing = untilChosen(file);
+    return {ask, choose,
+            underWay(guide, QStringLiteral("the device fetches it"), QStringLiteral("upload-under-way")),
+            done(guide, QStringLiteral("upload-done")), reread(guide, 0)};
 }
 
 Steps defaultSteps(Guide &guide)
