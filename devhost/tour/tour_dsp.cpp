@@ -11,15 +11,8 @@ namespace devhost::tour {
 
 namespace {
 
-QString rxGain()
-{
-    return QStringLiteral("/preset/dsp/dante_rx/0/gain");
-}
-
-QString rxMute()
-{
-    return QStringLiteral("/preset/dsp/dante_rx/0/mute");
-}
+const QLatin1String RxGain("/preset/dsp/dante_rx/0/gain");
+const QLatin1String RxMute("/preset/dsp/dante_rx/0/mute");
 
 Step hover(Guide &guide)
 {
@@ -40,9 +33,9 @@ Step moveFader(Guide &guide)
             return hands::drag(fader, fader ? QPoint(fader->width() / 4, fader->height() / 2) : QPoint(),
                                {0, 30});
         },
-        rxGain());
+        RxGain);
     step = alsoNeeds(step, [&guide] {
-        const QJsonValue gain = guide.traffic().value(QStringLiteral("set"), rxGain());
+        const QJsonValue gain = guide.traffic().value(QStringLiteral("set"), RxGain);
         return unless(gain.isDouble() && gain.toDouble() == faderOf(guide, netRx(), 0)->property("gain"),
                       QStringLiteral("the device has not confirmed the gain that the fader shows"));
     });
@@ -60,7 +53,7 @@ Step mute(Guide &guide, bool muted)
             return hands::click(
                 partOf<QPushButton>(guide, netRx(), QStringLiteral("digital_mute_pushButton"), 0));
         },
-        rxMute(), muted);
+        RxMute, muted);
     step = alsoNeeds(step, [&guide, muted] {
         const double level = meterOf(faderOf(guide, netRx(), 0));
         return unless((level <= SilentDb) == muted, QStringLiteral("its meter shows %1 dB").arg(level));

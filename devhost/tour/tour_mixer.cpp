@@ -18,25 +18,10 @@ constexpr int ToneGen = 9; // source
 constexpr int NetTx2 = 1; // sink and strip
 constexpr double AudibleDb = -60.0;
 
-QString mixerPath()
-{
-    return QStringLiteral("/preset/dsp/mixer");
-}
-
-QString tonePath()
-{
-    return QStringLiteral("/system/function_gen/");
-}
-
-QString meteringPath()
-{
-    return QStringLiteral("/system/metering");
-}
-
-QString otherGroup()
-{
-    return QStringLiteral("239.255.77.33");
-}
+const QLatin1String MixerPath("/preset/dsp/mixer");
+const QLatin1String TonePath("/system/function_gen/");
+const QLatin1String MeteringPath("/system/metering");
+const QLatin1String OtherGroup("239.255.77.33");
 
 bool allDialsAtLowest(const Guide &guide)
 {
@@ -63,7 +48,7 @@ Step clear(Guide &guide)
         [&guide] {
             return hands::click(partOf<QWidget>(guide, mixer(), QStringLiteral("reset_pushButton"), 0));
         },
-        mixerPath());
+        MixerPath);
     step = alsoNeeds(step, [&guide] {
         if (!allDialsAtLowest(guide))
             return QStringLiteral("not every dial shows -100 dB");
@@ -81,7 +66,7 @@ Step tone(Guide &guide, const QString &name, const QString &box, int value, cons
         [&guide, box, value] {
             return hands::enter(partOf<QWidget>(guide, mixer(), box, 0), QString::number(value));
         },
-        tonePath() + parameter, value);
+        TonePath + parameter, value);
 }
 
 Step toneOn(Guide &guide)
@@ -92,7 +77,7 @@ Step toneOn(Guide &guide)
             return hands::check(partOf<QCheckBox>(guide, mixer(), QStringLiteral("tone_gen_en_checkBox"), 0),
                                 true);
         },
-        tonePath() + QStringLiteral("enable"), true);
+        TonePath + QStringLiteral("enable"), true);
 }
 
 Step turnDial(Guide &guide)
@@ -103,9 +88,9 @@ Step turnDial(Guide &guide)
             QWidget *dial = dialOf(guide, ToneGen, NetTx2);
             return hands::drag(dial, dial ? dial->rect().center() : QPoint(), {0, -100});
         },
-        mixerPath());
+        MixerPath);
     step = alsoNeeds(step, [&guide] {
-        const QJsonArray rows = guide.traffic().value(QStringLiteral("set"), mixerPath()).toArray();
+        const QJsonArray rows = guide.traffic().value(QStringLiteral("set"), MixerPath).toArray();
         const double level = rows.at(NetTx2).toArray().at(ToneGen).toDouble(SilentDb);
         if (level <= SilentDb || level != dialOf(guide, ToneGen, NetTx2)->property("val"))
             return QStringLiteral("the device has not confirmed the level that the dial shows");
@@ -135,15 +120,15 @@ Step moveGroup(Guide &guide)
         QStringLiteral("move the levels to another multicast group"),
         [&guide] {
             const QString why
-                = hands::enter(guide.find(QStringLiteral("multicast_metering_ip_lineEdit")), otherGroup());
+                = hands::enter(guide.find(QStringLiteral("multicast_metering_ip_lineEdit")), OtherGroup);
             return why.isEmpty()
                 ? hands::click(guide.find(QStringLiteral("multicast_metering_apply_pushButton")))
                 : why;
         },
-        meteringPath());
+        MeteringPath);
     step = alsoNeeds(step, [&guide] {
-        const QJsonObject now = guide.traffic().value(QStringLiteral("set"), meteringPath()).toObject();
-        return unless(now.value(QLatin1String("ip")) == QJsonValue(otherGroup()),
+        const QJsonObject now = guide.traffic().value(QStringLiteral("set"), MeteringPath).toObject();
+        return unless(now.value(QLatin1String("ip")) == QJsonValue(OtherGroup),
                       QStringLiteral("the device has not confirmed the new group"));
     });
     step.picture = QStringLiteral("metering-group");

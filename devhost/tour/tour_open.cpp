@@ -13,10 +13,7 @@ namespace {
 
 constexpr int QuietPolls = 2; // by which time the poll's rhythm shows in the recorded messages
 
-QString identifyPath()
-{
-    return QStringLiteral("/control/identify");
-}
+const QLatin1String IdentifyPath("/control/identify");
 
 Step find(Guide &guide)
 {
@@ -90,11 +87,11 @@ Step refresh(Guide &guide)
 Steps openSteps(Guide &guide)
 {
     const QString box = QStringLiteral("identify_checkBox");
-    Step identify = guide.set(QStringLiteral("identify on"), box, true, identifyPath(), true);
+    Step identify = guide.set(QStringLiteral("identify on"), box, true, IdentifyPath, true);
     identify.picture = QStringLiteral("identify");
     return {find(guide),   open(guide),
             live(guide),   watchPolls(guide),
-            identify,      guide.set(QStringLiteral("identify off"), box, false, identifyPath(), false),
+            identify,      guide.set(QStringLiteral("identify off"), box, false, IdentifyPath, false),
             refresh(guide)};
 }
 
@@ -106,7 +103,7 @@ Steps closeSteps(Guide &guide)
     log.area = guide.areaOf([&guide] { return guide.window(); });
     Step close = guide.confirmed(
         QStringLiteral("close the editor"),
-        [&guide] { return hands::click(guide.find(QStringLiteral("close_pushButton"))); }, identifyPath(),
+        [&guide] { return hands::click(guide.find(QStringLiteral("close_pushButton"))); }, IdentifyPath,
         false);
     close = alsoNeeds(
         close, [&guide] { return unless(!guide.session(), QStringLiteral("the editor is still open")); });

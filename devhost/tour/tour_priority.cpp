@@ -15,14 +15,11 @@ namespace devhost::tour {
 
 namespace {
 
-QString title()
-{
-    return QStringLiteral("Bluetooth Pairing Priority");
-}
+const QLatin1String DialogTitle("Bluetooth Pairing Priority");
 
 QTableWidget *table(const Guide &guide)
 {
-    const QWidget *dialog = guide.windowTitled(title());
+    const QWidget *dialog = guide.windowTitled(DialogTitle);
     return dialog ? dialog->findChild<QTableWidget *>(QStringLiteral("tableWidget")) : nullptr;
 }
 
@@ -57,7 +54,7 @@ Step open(Guide &guide, const QString &name, const QString &picture)
                       QStringLiteral("the dialog shows no phones"));
     };
     step.picture = picture;
-    step.area = guide.titledArea(title());
+    step.area = guide.titledArea(DialogTitle);
     return step;
 }
 
@@ -66,13 +63,13 @@ Step applyChanges(Guide &guide)
     const Step step = guide.confirmed(
         QStringLiteral("apply the changes"),
         [&guide] {
-            const QWidget *dialog = guide.windowTitled(title());
+            const QWidget *dialog = guide.windowTitled(DialogTitle);
             const auto *box = dialog ? dialog->findChild<QDialogButtonBox *>() : nullptr;
             return hands::click(box ? box->button(QDialogButtonBox::Ok) : nullptr);
         },
         QStringLiteral("/status/bluetooth/list/0/keep"));
     return alsoNeeds(step, [&guide] {
-        if (guide.windowTitled(title()))
+        if (guide.windowTitled(DialogTitle))
             return QStringLiteral("the dialog is still open");
         // The hidden dialog takes over what the device says with the next poll.
         return unless(guide.traffic().count(QStringLiteral("get"), QStringLiteral("/status/bluetooth/device"))
@@ -102,9 +99,9 @@ Steps prioritySteps(Guide &guide)
         });
     Step close;
     close.name = QStringLiteral("close the dialog with Escape");
-    close.act = [&guide] { return hands::press(guide.windowTitled(title()), Qt::Key_Escape); };
+    close.act = [&guide] { return hands::press(guide.windowTitled(DialogTitle), Qt::Key_Escape); };
     close.missing
-        = [&guide] { return unless(!guide.windowTitled(title()), QStringLiteral("it is still open")); };
+        = [&guide] { return unless(!guide.windowTitled(DialogTitle), QStringLiteral("it is still open")); };
     return {open(guide, QStringLiteral("open the pairing priority"), QStringLiteral("priority")), tick,
             applyChanges(guide), see, close};
 }

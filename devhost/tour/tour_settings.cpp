@@ -18,10 +18,7 @@ constexpr int RemoteTab = 1;
 constexpr int SettingsTab = 0;
 constexpr int UnavailableSource = 7; // "BT IN 2", taken away by every USB mode but 2x2
 
-QString usbMode()
-{
-    return QStringLiteral("/system/usb/mode");
-}
+const QLatin1String UsbMode("/system/usb/mode");
 
 QString bluetooth(const char *setting)
 {
@@ -162,13 +159,13 @@ Step chooseMode(Guide &guide, const QString &name, int index, const QString &wor
         [&guide, index] {
             return hands::choose(guide.find<QComboBox>(QStringLiteral("usb_audio_mode_comboBox")), index);
         },
-        usbMode(), word);
+        UsbMode, word);
     return withOverlay(guide, step, index == 0);
 }
 
 Step chooseOption(Guide &guide, const QString &name, const QString &box, bool checked, const QString &word)
 {
-    return withOverlay(guide, guide.set(name, box, checked, usbMode(), word), false);
+    return withOverlay(guide, guide.set(name, box, checked, UsbMode, word), false);
 }
 
 Steps usbSteps(Guide &guide)
