@@ -74,17 +74,6 @@ QWidget *Guide::windowTitled(const QString &title) const
     return nullptr;
 }
 
-QTabBar *Guide::tabBarOf(const QString &tabWidget) const
-{
-    const auto *tabs = find<QTabWidget>(tabWidget);
-    return tabs ? tabs->tabBar() : nullptr;
-}
-
-QTabBar *Guide::pages() const
-{
-    return tabBarOf(QStringLiteral("tabWidget"));
-}
-
 QWindow *Guide::scene() const
 {
     for (QWindow *window : QGuiApplication::allWindows()) {
@@ -132,15 +121,25 @@ Step Guide::confirmed(const QString &name, const std::function<QString()> &act, 
 
 Step Guide::page(const QString &name, int index, const QString &picture)
 {
-    Step step;
-    step.name = name;
-    step.act = [this, index] { return hands::chooseTab(pages(), index); };
-    step.missing = [this, index] {
-        return unless(pages() && pages()->currentIndex() == index,
-                      QStringLiteral("the page is not in front"));
-    };
+    Step step = tab(name, QStringLiteral("tabWidget"), index);
     step.picture = picture;
     step.area = editorArea();
+    return step;
+}
+
+Step Guide::tab(const QString &name, const QString &tabWidget, int index)
+{
+    const auto barOf = [this, tabWidget] {
+        const auto *tabs = find<QTabWidget>(tabWidget);
+        return tabs ? tabs->tabBar() : nullptr;
+    };
+    Step step;
+    step.name = name;
+    step.act = [barOf, index] { return hands::chooseTab(barOf(), index); };
+    step.missing = [barOf, index] {
+        const QTabBar *bar = barOf();
+        return unless(bar && bar->currentIndex() == index, QStringLiteral("the page is not in front"));
+    };
     return step;
 }
 
@@ -157,6 +156,34 @@ Step Guide::set(const QString &name, const QString &box, bool checked, const QSt
         name, [this, box, checked] { return hands::check(find<QCheckBox>(box), checked); }, path, value);
 }
 
+Step Guide::reread(const QString &name, const std::function<QString()> &act)
+{
+    Step step;
+    step.name = name;
+    step.act = [this, act] {
+        m_traffic.forget();
+        return act();
+    };
+    step.missing = [this] { return missingUntilReread(); };
+    step.area = editorArea();
+    step.timeLimitMs = 30000;
+    return step;
+}
+
+Step Guide::refresh(const QString &name)
+{
+    return reread(name, [this] { return hands::click(find(QStringLiteral("refresh_pushButton"))); });
+}
+
+Step Guide::escape(const QString &title)
+{
+    Step step;
+    step.name = QStringLiteral("close %1 with Escape").arg(title);
+    step.act = [this, title] { return hands::press(windowTitled(title), Qt::Key_Escape); };
+    step.missing = [this, title] { return unless(!windowTitled(title), QStringLiteral("it is still open")); };
+    return step;
+}
+
 Step Guide::look(const QString &name, const QStringList &paths)
 {
     Step step;
@@ -167,6 +194,12 @@ Step Guide::look(const QString &name, const QStringList &paths)
     };
     step.missing = [this] { return unless(m_probe.isDone(), QStringLiteral("the device has not answered")); };
     return step;
+}
+
+QString Guide::enterAndApply(const QString &field, const QString &text, const QString &button) const
+{
+    QString why = hands::enter(find(field), text);
+    return why.isEmpty() ? hands::click(find(button)) : why;
 }
 
 QString Guide::missingUntilLive() const

@@ -49,8 +49,6 @@ public:
     QWidget *editor() const;
     /// A visible window by title; null when there is none.
     QWidget *windowTitled(const QString &title) const;
-    QTabBar *pages() const;
-    QTabBar *tabBarOf(const QString &tabWidget) const;
     /// The Quick view in the editor; null while it has none.
     QWindow *scene() const;
 
@@ -59,10 +57,12 @@ public:
     std::function<QRect()> editorArea() const;
     std::function<QRect()> titledArea(const QString &title) const;
 
-    // Steps that every area needs
+    // Steps that several areas need
 
     /// A page of the editor's tabs, pictured when @p picture is not empty.
     Step page(const QString &name, int index, const QString &picture);
+    /// A tab of any tab widget in the editor.
+    Step tab(const QString &name, const QString &tabWidget, int index);
     /// Clicks a button of the editor and waits for the device to confirm @p path.
     Step push(const QString &name, const QString &button, const QString &path);
     /// Sets a check box of the editor and waits for the device to confirm @p path with @p value.
@@ -71,8 +71,17 @@ public:
     /// Does @p act and waits for a confirmed set of @p path that has @p value; undefined: any value.
     Step confirmed(const QString &name, const std::function<QString()> &act, const QString &path,
                    const QJsonValue &value = QJsonValue(QJsonValue::Undefined));
+    /// Does @p act and waits until the editor has read all of the device anew.
+    Step reread(const QString &name, const std::function<QString()> &act);
+    /// The same with the editor's own button.
+    Step refresh(const QString &name);
+    /// Closes the window of that title with Escape.
+    Step escape(const QString &title);
     /// Asks the device for @p paths; probe().values() holds the answers afterwards.
     Step look(const QString &name, const QStringList &paths);
+
+    /// Replaces the text of a field of the editor and clicks the button that applies it.
+    QString enterAndApply(const QString &field, const QString &text, const QString &button) const;
 
     /// What is missing until the editor shows a device that has been read completely.
     QString missingUntilLive() const;

@@ -18,7 +18,7 @@ Step hover(Guide &guide)
 {
     Step step;
     step.name = QStringLiteral("hover over the mixer block");
-    step.act = [&guide] { return hands::hoverWindow(guide.scene(), placeInScene(guide, blocks()[3])); };
+    step.act = [&guide] { return hands::hoverWindow(guide.scene(), placeInScene(guide, mixer())); };
     step.picture = QStringLiteral("diagram-hovered");
     step.area = guide.editorArea();
     return step;
@@ -65,17 +65,6 @@ Step mute(Guide &guide, bool muted)
     return step;
 }
 
-Step escape(Guide &guide, const Block &block)
-{
-    Step step;
-    step.name = QStringLiteral("close %1 with Escape").arg(block.title);
-    step.act = [&guide, block] { return hands::press(guide.windowTitled(block.title), Qt::Key_Escape); };
-    step.missing = [&guide, block] {
-        return unless(!guide.windowTitled(block.title), QStringLiteral("it is still open"));
-    };
-    return step;
-}
-
 } // namespace
 
 Steps dspSteps(Guide &guide)
@@ -87,7 +76,7 @@ Steps dspSteps(Guide &guide)
     steps.append({moveFader(guide), mute(guide, true), mute(guide, false)});
     steps.append(mixerSteps(guide));
     for (const Block &block : blocks())
-        steps.append(escape(guide, block));
+        steps.append(guide.escape(block.title));
     return steps;
 }
 

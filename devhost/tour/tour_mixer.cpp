@@ -119,11 +119,8 @@ Step moveGroup(Guide &guide)
     Step step = guide.confirmed(
         QStringLiteral("move the levels to another multicast group"),
         [&guide] {
-            const QString why
-                = hands::enter(guide.find(QStringLiteral("multicast_metering_ip_lineEdit")), OtherGroup);
-            return why.isEmpty()
-                ? hands::click(guide.find(QStringLiteral("multicast_metering_apply_pushButton")))
-                : why;
+            return guide.enterAndApply(QStringLiteral("multicast_metering_ip_lineEdit"), OtherGroup,
+                                       QStringLiteral("multicast_metering_apply_pushButton"));
         },
         MeteringPath);
     step = alsoNeeds(step, [&guide] {

@@ -69,19 +69,6 @@ Step watchPolls(Guide &guide)
     return step;
 }
 
-Step refresh(Guide &guide)
-{
-    Step step;
-    step.name = QStringLiteral("refresh reads the device anew");
-    step.act = [&guide] {
-        guide.traffic().forget();
-        return hands::click(guide.find(QStringLiteral("refresh_pushButton")));
-    };
-    step.missing = [&guide] { return guide.missingUntilReread(); };
-    step.timeLimitMs = 30000;
-    return step;
-}
-
 } // namespace
 
 Steps openSteps(Guide &guide)
@@ -89,10 +76,13 @@ Steps openSteps(Guide &guide)
     const QString box = QStringLiteral("identify_checkBox");
     Step identify = guide.set(QStringLiteral("identify on"), box, true, IdentifyPath, true);
     identify.picture = QStringLiteral("identify");
-    return {find(guide),   open(guide),
-            live(guide),   watchPolls(guide),
-            identify,      guide.set(QStringLiteral("identify off"), box, false, IdentifyPath, false),
-            refresh(guide)};
+    return {find(guide),
+            open(guide),
+            live(guide),
+            watchPolls(guide),
+            identify,
+            guide.set(QStringLiteral("identify off"), box, false, IdentifyPath, false),
+            guide.refresh(QStringLiteral("refresh reads the device anew"))};
 }
 
 Steps closeSteps(Guide &guide)

@@ -97,13 +97,8 @@ Steps prioritySteps(Guide &guide)
         [&guide, before] {
             return unless(isProtected(guide, 0) != *before, QStringLiteral("the box is as before"));
         });
-    Step close;
-    close.name = QStringLiteral("close the dialog with Escape");
-    close.act = [&guide] { return hands::press(guide.windowTitled(DialogTitle), Qt::Key_Escape); };
-    close.missing
-        = [&guide] { return unless(!guide.windowTitled(DialogTitle), QStringLiteral("it is still open")); };
     return {open(guide, QStringLiteral("open the pairing priority"), QStringLiteral("priority")), tick,
-            applyChanges(guide), see, close};
+            applyChanges(guide), see, guide.escape(DialogTitle)};
 }
 
 } // namespace devhost::tour

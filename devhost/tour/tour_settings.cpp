@@ -61,10 +61,8 @@ Step rename(Guide &guide)
     return guide.confirmed(
         QStringLiteral("rename it"),
         [&guide, name] {
-            QString why = hands::enter(guide.find(QStringLiteral("bt_friendly_name_lineEdit")), name);
-            return why.isEmpty()
-                ? hands::click(guide.find(QStringLiteral("bt_apply_friendly_name_pushButton")))
-                : why;
+            return guide.enterAndApply(QStringLiteral("bt_friendly_name_lineEdit"), name,
+                                       QStringLiteral("bt_apply_friendly_name_pushButton"));
         },
         bluetooth("name"), name);
 }
@@ -98,15 +96,6 @@ Step becomeConnected(Guide &guide)
     return step;
 }
 
-Step bluetoothTab(Guide &guide, const QString &name, int index)
-{
-    Step step;
-    step.name = name;
-    step.act
-        = [&guide, index] { return hands::chooseTab(guide.tabBarOf(QStringLiteral("bt_tabWidget")), index); };
-    return step;
-}
-
 /// A media key that changes the track on display.
 Step changeTrack(Guide &guide, const QString &name, const char *button, const char *key)
 {
@@ -127,15 +116,16 @@ Step changeTrack(Guide &guide, const QString &name, const char *button, const ch
 
 Steps remoteSteps(Guide &guide)
 {
+    const QString tabs = QStringLiteral("bt_tabWidget");
     return {
-        bluetoothTab(guide, QStringLiteral("go to the phone's remote control"), RemoteTab),
+        guide.tab(QStringLiteral("go to the phone's remote control"), tabs, RemoteTab),
         guide.push(QStringLiteral("pause"), QStringLiteral("avrcp_pause_pushButton"), remote("pause")),
         guide.push(QStringLiteral("play"), QStringLiteral("avrcp_play_pushButton"), remote("play")),
         changeTrack(guide, QStringLiteral("next track"), "avrcp_next_pushButton", "next"),
         changeTrack(guide, QStringLiteral("previous track"), "avrcp_prev_pushButton", "prev"),
         guide.push(QStringLiteral("louder"), QStringLiteral("avrcp_vol_up_pushButton"), remote("vol_up")),
         guide.push(QStringLiteral("softer"), QStringLiteral("avrcp_vol_dn_pushButton"), remote("vol_down")),
-        bluetoothTab(guide, QStringLiteral("go back to the Bluetooth settings"), SettingsTab),
+        guide.tab(QStringLiteral("go back to the Bluetooth settings"), tabs, SettingsTab),
     };
 }
 

@@ -96,21 +96,6 @@ QString chooseDeviceMenu(const Guide &guide, const QStringList &path)
     return hands::chooseMenu(guide.window()->menuBar(), QStringList{QStringLiteral("Device")} + path);
 }
 
-Step refreshEditor(Guide &guide, const QString &picture)
-{
-    Step step;
-    step.name = QStringLiteral("refresh, and the editor shows it");
-    step.act = [&guide] {
-        guide.traffic().forget();
-        return hands::click(guide.find(QStringLiteral("refresh_pushButton")));
-    };
-    step.missing = [&guide] { return guide.missingUntilReread(); };
-    step.picture = picture;
-    step.area = guide.editorArea();
-    step.timeLimitMs = 30000;
-    return step;
-}
-
 Steps saveSteps(Guide &guide, const QString &file)
 {
     Step ask;
@@ -185,7 +170,9 @@ Steps snapshotSteps(Guide &guide)
     Steps steps{remember(guide, QStringLiteral("ask the device for every section"), sections(), saved)};
     steps.append(saveSteps(guide, file));
     steps.append(changeEverything(guide, QStringLiteral("change every section of the device"), saved));
-    steps.append(refreshEditor(guide, QStringLiteral("everything-changed")));
+    Step refresh = guide.refresh(QStringLiteral("refresh, and the editor shows it"));
+    refresh.picture = QStringLiteral("everything-changed");
+    steps.append(refresh);
     steps.append(loadSteps(guide, file));
     steps.append(compare(guide, QStringLiteral("the device has every section as saved"), sections(), saved));
     return steps;

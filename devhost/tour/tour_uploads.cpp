@@ -26,27 +26,17 @@ QPushButton *closeButton(const Guide &guide)
     return dialog ? dialog->findChild<QPushButton *>(QStringLiteral("close_pushButton")) : nullptr;
 }
 
-Step underWay(Guide &guide, const QString &name, const QString &picture)
+/// Waits until the device has begun to fetch the file, or until it has ended.
+Step transfer(Guide &guide, const QString &name, bool begun, const QString &picture)
 {
     Step step;
     step.name = name;
     // The button is disabled exactly while the device fetches the file.
-    step.missing = [&guide] {
+    step.missing = [&guide, begun] {
         const QPushButton *button = closeButton(guide);
-        return unless(button && !button->isEnabled(), QStringLiteral("no transfer has begun"));
-    };
-    step.picture = picture;
-    step.area = guide.areaOf([&guide]() -> QWidget * { return closeButton(guide); });
-    return step;
-}
-
-Step done(Guide &guide, const QString &picture)
-{
-    Step step;
-    step.name = QStringLiteral("all of it has been fetched");
-    step.missing = [&guide] {
-        const QPushButton *button = closeButton(guide);
-        return unless(button && button->isEnabled(), QStringLiteral("the transfer has not ended"));
+        return unless(button && button->isEnabled() != begun,
+                      begun ? QStringLiteral("no transfer has begun")
+                            : QStringLiteral("the transfer has not ended"));
     };
     step.picture = picture;
     step.area = guide.areaOf([&guide]() -> QWidget * { return closeButton(guide); });
@@ -54,16 +44,15 @@ Step done(Guide &guide, const QString &picture)
     return step;
 }
 
-Step reread(Guide &guide, int cue)
+Step done(Guide &guide, const QString &picture)
 {
-    Step step;
-    step.name = QStringLiteral("close the dialog, and the device has a valid cue");
-    step.timeLimitMs = 30000;
-    step.act = [&guide] {
-        guide.traffic().forget();
-        return hands::click(closeButton(guide));
-    };
-    step.missing = [&guide] { return guide.missingUntilReread(); };
+    return transfer(guide, QStringLiteral("all of it has been fetched"), false, picture);
+}
+
+Step closeDialog(Guide &guide, int cue)
+{
+    const Step step = guide.reread(QStringLiteral("close the dialog, and the device has a valid cue"),
+                                   [&guide] { return hands::click(closeButton(guide)); });
     return alsoNeeds(step, [&guide, cue] {
         const QJsonValue status
             = guide.traffic().value(QStringLiteral("get"), QStringLiteral("/status/voice_cue"));
@@ -88,17 +77,18 @@ Steps userSteps(Guide &guide)
     Step choose;
     choose.name = QStringLiteral("choose it");
     choose.missing = untilChosen(file);
-    return {ask, choose,
-            underWay(guide, QStringLiteral("the device fetches it"), QStringLiteral("upload-under-way")),
-            done(guide, QStringLiteral("upload-done")), reread(guide, 0)};
+    return {
+        ask, choose,
+        transfer(guide, QStringLiteral("the device fetches it"), true, QStringLiteral("upload-under-way")),
+        done(guide, QStringLiteral("upload-done")), closeDialog(guide, 0)};
 }
 
 Steps defaultSteps(Guide &guide)
 {
-    Step load = underWay(guide, QStringLiteral("load a default, and the device fetches it"), QString());
+    Step load = transfer(guide, QStringLiteral("load a default, and the device fetches it"), true, QString());
     load.act
         = [&guide] { return hands::click(guide.find(QStringLiteral("vc_connect_failed_def_pushButton"))); };
-    return {load, done(guide, QStringLiteral("default-done")), reread(guide, 3)};
+    return {load, done(guide, QStringLiteral("default-done")), closeDialog(guide, 3)};
 }
 
 } // namespace
