@@ -41,9 +41,8 @@ Step alsoNeeds(Step step, const std::function<QString()> &more)
     return step;
 }
 
-Guide::Guide(Host *host, HostWindow *window, const QString &folder, QObject *parent)
-    : QObject(parent)
-    , m_host(host)
+Guide::Guide(Host *host, HostWindow *window, const QString &folder)
+    : m_host(host)
     , m_window(window)
     , m_folder(folder)
     , m_traffic(host->transport())
@@ -202,21 +201,16 @@ QString Guide::enterAndApply(const QString &field, const QString &text, const QS
     return why.isEmpty() ? hands::click(find(button)) : why;
 }
 
-QString Guide::missingUntilLive() const
+QString Guide::missingUntilReread() const
 {
+    const int gets = m_traffic.count(QStringLiteral("get"));
+    if (gets < FullQuery)
+        return QStringLiteral("only %1 of %2 sections have been read").arg(gets).arg(FullQuery);
     const QWidget *frame = find(QStringLiteral("plugin_frame"));
     if (!frame || !frame->isEnabled())
         return QStringLiteral("the editor is not enabled");
     return unless(m_traffic.count(QStringLiteral("set"), QStringLiteral("/control/req_metering")) > 0,
                   QStringLiteral("no levels have been asked for"));
-}
-
-QString Guide::missingUntilReread() const
-{
-    const int gets = m_traffic.countAll(QStringLiteral("get"));
-    if (gets < FullQuery)
-        return QStringLiteral("only %1 of %2 sections have been read").arg(gets).arg(FullQuery);
-    return missingUntilLive();
 }
 
 QString Guide::missingConfirmation(const QString &path, const QJsonValue &value) const

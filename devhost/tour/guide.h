@@ -4,8 +4,6 @@
 #include "devhost/tour/step.h"
 #include "devhost/tour/traffic_watch.h"
 
-#include <QElapsedTimer>
-#include <QPointer>
 #include <QRect>
 #include <QWidget>
 
@@ -22,15 +20,12 @@ class KnownDevice;
 namespace devhost::tour {
 
 /// Knows where things are on screen and what the device has said; the steps of every area use it.
-class Guide : public QObject
+class Guide
 {
-    Q_OBJECT
-
 public:
     /// Neither is owned. @p folder is where steps may keep files.
-    Guide(Host *host, HostWindow *window, const QString &folder, QObject *parent = nullptr);
+    Guide(Host *host, HostWindow *window, const QString &folder);
 
-    Host *host() const { return m_host; }
     HostWindow *window() const { return m_window; }
     QString folder() const { return m_folder; }
     /// The first device found; null before that.
@@ -83,9 +78,8 @@ public:
     /// Replaces the text of a field of the editor and clicks the button that applies it.
     QString enterAndApply(const QString &field, const QString &text, const QString &button) const;
 
-    /// What is missing until the editor shows a device that has been read completely.
-    QString missingUntilLive() const;
-    /// The same, after all of the device was read anew since the traffic was forgotten.
+    /// What is missing until the editor shows a device of which all has been read since the traffic was
+    /// forgotten.
     QString missingUntilReread() const;
     /// What is missing until a set of @p path is confirmed with @p value; undefined: any value.
     QString missingConfirmation(const QString &path,

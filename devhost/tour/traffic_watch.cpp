@@ -17,7 +17,7 @@ QString member(const QJsonObject &reply, const char *name)
 
 bool answers(const QJsonObject &reply, const QString &command, const QString &path)
 {
-    return member(reply, "cmd") == command && member(reply, "param") == path;
+    return member(reply, "cmd") == command && (path.isEmpty() || member(reply, "param") == path);
 }
 
 } // namespace
@@ -45,13 +45,6 @@ int TrafficWatch::count(const QString &command, const QString &path) const
 {
     return int(std::count_if(m_confirmed.cbegin(), m_confirmed.cend(),
                              [&](const QJsonObject &reply) { return answers(reply, command, path); }));
-}
-
-int TrafficWatch::countAll(const QString &command) const
-{
-    return int(std::count_if(m_confirmed.cbegin(), m_confirmed.cend(), [&command](const QJsonObject &reply) {
-        return member(reply, "cmd") == command;
-    }));
 }
 
 QJsonValue TrafficWatch::value(const QString &command, const QString &path) const

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QJsonObject>
 #include <QObject>
 #include <QVector>
@@ -22,9 +21,8 @@ public:
 
     void forget();
 
-    /// How many "OK" replies came to @p command ("get" or "set") of @p path.
-    int count(const QString &command, const QString &path) const;
-    int countAll(const QString &command) const;
+    /// How many "OK" replies came to @p command ("get" or "set") of @p path; an empty one: of any path.
+    int count(const QString &command, const QString &path = QString()) const;
     /// The value in the last such reply; undefined when there is none.
     QJsonValue value(const QString &command, const QString &path) const;
 
