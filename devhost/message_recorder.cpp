@@ -29,19 +29,13 @@ void MessageRecorder::record(const DeviceTransport *transport)
             [this](const QString &device, const QByteArray &bytes) { write("rx", device, bytes); });
 }
 
-QByteArray MessageRecorder::lineOf(qint64 ms, const char *direction, const QString &device,
-                                   const QByteArray &message)
+void MessageRecorder::write(const char *direction, const QString &device, const QByteArray &message)
 {
-    const QJsonObject line{{QStringLiteral("t_ms"), ms},
+    const QJsonObject line{{QStringLiteral("t_ms"), m_clock.elapsed()},
                            {QStringLiteral("dir"), QLatin1String(direction)},
                            {QStringLiteral("device"), device},
                            {QStringLiteral("text"), QString::fromUtf8(message)}};
-    return QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n';
-}
-
-void MessageRecorder::write(const char *direction, const QString &device, const QByteArray &message)
-{
-    m_file.write(lineOf(m_clock.elapsed(), direction, device, message));
+    m_file.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
     m_file.flush();
 }
 

@@ -15,6 +15,16 @@ namespace {
 
 constexpr int TryMs = 700;
 
+/// Types the path into the dialog and confirms it. The answer is empty, or what is in the way.
+QString chooseFile(const QFileDialog *dialog, const QString &path)
+{
+    auto *field = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    // The list of completions would open at a moment of its own, and then take Enter for itself.
+    if (field)
+        field->setCompleter(nullptr);
+    return hands::enter(field, QDir::toNativeSeparators(path));
+}
+
 } // namespace
 
 QFileDialog *fileDialog()
@@ -27,27 +37,18 @@ QFileDialog *fileDialog()
     return nullptr;
 }
 
-QString chooseFile(const QString &path)
-{
-    const QFileDialog *dialog = fileDialog();
-    auto *field = dialog ? dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit")) : nullptr;
-    // The list of completions would open at a moment of its own, and then take Enter for itself.
-    if (field)
-        field->setCompleter(nullptr);
-    return hands::enter(field, QDir::toNativeSeparators(path));
-}
-
 std::function<QString()> untilChosen(const QString &path)
 {
     const QSharedPointer<QElapsedTimer> sinceTry(new QElapsedTimer);
     return [path, sinceTry]() -> QString {
-        if (!fileDialog())
+        const QFileDialog *dialog = fileDialog();
+        if (!dialog)
             return QString();
         if (!sinceTry->isValid())
             sinceTry->start();
         if (sinceTry->elapsed() > TryMs) {
             sinceTry->start();
-            const QString why = chooseFile(path);
+            const QString why = chooseFile(dialog, path);
             if (!why.isEmpty())
                 return why;
         }

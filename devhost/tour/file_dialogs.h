@@ -11,9 +11,6 @@ namespace devhost::tour {
 /// The file dialog on screen; null when there is none.
 QFileDialog *fileDialog();
 
-/// Types the path into the file dialog on screen and confirms it. The answer is empty, or what is in the way.
-QString chooseFile(const QString &path);
-
 /// Chooses the file in a dialog that has just opened: to be asked until the answer is empty, which is when
 /// the dialog is gone. A file dialog goes on filling itself in the background, tells nobody when it is done
 /// and overwrites what was typed meanwhile, so it gets a moment first, and another try when that was lost.

@@ -18,7 +18,7 @@ constexpr double Pi = 3.14159265358979323846;
 
 } // namespace
 
-QByteArray testTone(int seconds)
+bool writeTestTone(const QString &path, int seconds)
 {
     const quint32 dataBytes = quint32(seconds * Rate * SampleBytes);
     QByteArray bytes;
@@ -33,12 +33,7 @@ QByteArray testTone(int seconds)
     stream << dataBytes;
     for (int sample = 0; sample < seconds * Rate; ++sample)
         stream << qint16(Amplitude * std::sin(2 * Pi * Frequency * sample / Rate));
-    return bytes;
-}
-
-bool writeTestTone(const QString &path, int seconds)
-{
-    return writeWholeFile(path, testTone(seconds)).isEmpty();
+    return writeWholeFile(path, bytes).isEmpty();
 }
 
 } // namespace devhost::tour
