@@ -6,20 +6,21 @@
 
 namespace devhost::tour {
 
+namespace {
+
+constexpr int PollMs = 20; // from asking a step whether it is confirmed to asking it again
+constexpr int PaintMs = 400; // that a window gets to paint itself before its picture is taken
+
+} // namespace
+
 Tour::Tour(const Steps &steps, const QString &folder, QTextStream *out, QObject *parent)
     : QObject(parent)
     , m_steps(steps)
     , m_folder(folder)
     , m_out(out)
 {
-    m_poll.setInterval(20);
+    m_poll.setInterval(PollMs);
     connect(&m_poll, &QTimer::timeout, this, &Tour::poll);
-}
-
-void Tour::setPace(int pollMs, int paintMs)
-{
-    m_poll.setInterval(pollMs);
-    m_paintMs = paintMs;
 }
 
 void Tour::start()
@@ -55,7 +56,7 @@ void Tour::poll()
 {
     const Step &step = m_steps.at(m_current);
     if (m_phase == Phase::Painting) {
-        if (m_clock.elapsed() >= m_paintMs)
+        if (m_clock.elapsed() >= PaintMs)
             photograph();
         return;
     }

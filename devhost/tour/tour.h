@@ -20,8 +20,6 @@ public:
     /// Pictures go into @p folder as "NN name.png", lines to @p out; neither is owned.
     Tour(const Steps &steps, const QString &folder, QTextStream *out, QObject *parent = nullptr);
 
-    /// How often a step is asked whether it is confirmed, and how long its window gets to paint itself.
-    void setPace(int pollMs, int paintMs);
     void start();
 
 signals:
@@ -44,7 +42,6 @@ private:
     QTextStream *m_out;
     QTimer m_poll;
     QElapsedTimer m_clock;
-    int m_paintMs = 400;
     int m_current = 0;
     int m_pictures = 0;
     Phase m_phase = Phase::Acting;

@@ -51,7 +51,6 @@ void TourTest::endsAtFirstFailure()
     QTextStream out(&shown);
     const QTemporaryDir folder;
     Tour tour({bad, next}, folder.path(), &out);
-    tour.setPace(1, 1);
     QSignalSpy finished(&tour, &Tour::finished);
     tour.start();
     QVERIFY(finished.wait());
