@@ -107,8 +107,6 @@ QVariant CommunicationLog::data(const QModelIndex &index, int role) const
         return QColor(lookOf(line.source).color);
     case Qt::TextAlignmentRole:
         return index.column() == Source ? QVariant(int(Qt::AlignCenter)) : QVariant();
-    case SourceRole:
-        return int(line.source);
     default:
         return QVariant();
     }

@@ -25,7 +25,6 @@ class CommunicationLog : public QAbstractTableModel
 
 public:
     enum Column { Time, Device, Source, Text, ColumnCount };
-    enum Role { SourceRole = Qt::UserRole };
 
     /// Never holds more than @p mostLines.
     explicit CommunicationLog(int mostLines, QObject *parent = nullptr);

@@ -45,7 +45,7 @@ void HostWindow::createActions()
     log->addAction(tr("&Filter"), m_log, &LogPanel::focusFilter, QKeySequence::Find);
     log->addAction(tr("&Copy Lines"), m_log, &LogPanel::copySelected, tr("Ctrl+Shift+C"));
     log->addAction(tr("&Save..."), m_log, &LogPanel::saveShown, tr("Ctrl+Shift+L"));
-    log->addAction(tr("C&lear"), m_log, &LogPanel::clear);
+    log->addAction(tr("C&lear"), m_host->log(), &CommunicationLog::clear);
     QMenu *help = menuBar()->addMenu(tr("&Help"));
     addAction(help, tr("Loaded &Plugins"), {}, tr("Show the plugins in use"), &HostWindow::showPlugins);
     addAction(help, tr("Voice Cue &Uploads"), {}, tr("Show whether UDP port 69 can be used"),

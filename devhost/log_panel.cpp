@@ -107,7 +107,8 @@ QHBoxLayout *LogPanel::createToolRow()
             &QToolButton::clicked, this, &LogPanel::copySelected);
     connect(addButton(row, tr("Save..."), tr("Save the shown lines to a file")), &QToolButton::clicked, this,
             &LogPanel::saveShown);
-    connect(addButton(row, tr("Clear"), tr("Empty the log")), &QToolButton::clicked, this, &LogPanel::clear);
+    connect(addButton(row, tr("Clear"), tr("Empty the log")), &QToolButton::clicked, m_log,
+            &CommunicationLog::clear);
     return row;
 }
 
@@ -120,8 +121,8 @@ QToolButton *LogPanel::addButton(QHBoxLayout *row, const QString &text, const QS
     return button;
 }
 
-QToolButton *LogPanel::addSourceButton(QHBoxLayout *row, const QString &text, const QString &tip,
-                                       const QList<LogSource> &sources)
+void LogPanel::addSourceButton(QHBoxLayout *row, const QString &text, const QString &tip,
+                               const QList<LogSource> &sources)
 {
     QToolButton *button = addButton(row, text, tip);
     button->setCheckable(true);
@@ -131,7 +132,6 @@ QToolButton *LogPanel::addSourceButton(QHBoxLayout *row, const QString &text, co
             m_filter->setSourceShown(source, shown);
         followIfWanted();
     });
-    return button;
 }
 
 void LogPanel::followIfWanted()
@@ -167,11 +167,6 @@ void LogPanel::saveShown()
         emit saved(tr("The log was saved to %1.").arg(path));
     else
         emit problem(error);
-}
-
-void LogPanel::clear()
-{
-    m_log->clear();
 }
 
 } // namespace devhost

@@ -26,7 +26,6 @@ public:
     void copySelected();
     /// Asks for a file and writes the shown lines into it.
     void saveShown();
-    void clear();
 
 signals:
     /// A sentence for the user.
@@ -36,8 +35,8 @@ signals:
 private:
     void setUpView();
     QHBoxLayout *createToolRow();
-    QToolButton *addSourceButton(QHBoxLayout *row, const QString &text, const QString &tip,
-                                 const QList<LogSource> &sources);
+    void addSourceButton(QHBoxLayout *row, const QString &text, const QString &tip,
+                         const QList<LogSource> &sources);
     QToolButton *addButton(QHBoxLayout *row, const QString &text, const QString &tip);
     void followIfWanted();
 
