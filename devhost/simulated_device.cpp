@@ -1,7 +1,5 @@
 #include "devhost/simulated_device.h"
 
-#include <QDir>
-
 namespace devhost {
 
 namespace {

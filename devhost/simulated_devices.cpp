@@ -1,7 +1,5 @@
 #include "devhost/simulated_devices.h"
 
-#include <QDir>
-
 namespace devhost {
 
 namespace {

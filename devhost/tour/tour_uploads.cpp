@@ -7,7 +7,6 @@
 #include "devhost/tour/hands.h"
 #include "devhost/tour/test_tone.h"
 
-#include <QApplication>
 #include <QDir>
 #include <QFileDialog>
 #include <QJsonArray>
