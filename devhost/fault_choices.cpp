@@ -1,7 +1,5 @@
 #include "devhost/fault_choices.h"
 
-#include <QCoreApplication>
-
 namespace devhost {
 
 namespace {
@@ -35,19 +33,14 @@ constexpr ChoiceText texts[] = {
     {"Upload: silence", "The device never fetches the file", "--tftp-fault silence"},
 };
 
-QString translated(const char *text)
-{
-    return QCoreApplication::translate("devhost::FaultChoices", text);
-}
-
 } // namespace
 
 QVector<FaultChoice> faultChoices()
 {
     QVector<FaultChoice> choices;
     for (const ChoiceText &text : texts) {
-        choices.append({translated(text.text), translated(text.tip),
-                        QString::fromLatin1(text.arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts)});
+        choices.append({QLatin1String(text.text), QLatin1String(text.tip),
+                        QString(QLatin1String(text.arguments)).split(QLatin1Char(' '), Qt::SkipEmptyParts)});
     }
     return choices;
 }

@@ -1,6 +1,5 @@
 #include "devhost/network_choice.h"
 
-#include <QCoreApplication>
 #include <QStringList>
 
 #include <algorithm>
@@ -30,9 +29,9 @@ bool isUsable(const QNetworkInterface &interface)
     return (flags & QNetworkInterface::IsUp) && multicast && hasIpv4(interface);
 }
 
-QString text(const char *source)
+InterfaceChoice noInterface(const QString &sentence)
 {
-    return QCoreApplication::translate("devhost::NetworkChoice", source);
+    return {{}, sentence};
 }
 
 InterfaceChoice namedInterface(const QList<QNetworkInterface> &usable, const QString &name)
@@ -43,9 +42,8 @@ InterfaceChoice namedInterface(const QList<QNetworkInterface> &usable, const QSt
             return {interface, QString()};
         names.append(interface.name());
     }
-    return {{},
-            text("There is no usable network interface \"%1\". Usable here: %2.")
-                .arg(name, names.join(QStringLiteral(", ")))};
+    return noInterface(QStringLiteral("There is no usable network interface \"%1\". Usable here: %2.")
+                           .arg(name, names.join(QStringLiteral(", "))));
 }
 
 } // namespace
@@ -67,9 +65,8 @@ InterfaceChoice chooseInterface(const QString &name, bool simulating)
         const InterfaceChoice choice = namedInterface(usable, name);
         if (!simulating || !choice.error.isEmpty() || isLoopback(choice.interface))
             return choice;
-        return {
-            {},
-            text("Simulated devices live on the loopback interface. Leave --interface or --simulate out.")};
+        return noInterface(QStringLiteral("Simulated devices live on the loopback interface. Leave "
+                                          "--interface or --simulate out."));
     }
     const auto find = [&usable](bool loopback) {
         return std::find_if(usable.cbegin(), usable.cend(), [loopback](const QNetworkInterface &candidate) {
@@ -80,9 +77,8 @@ InterfaceChoice chooseInterface(const QString &name, bool simulating)
     if (chosen == usable.cend() && !simulating)
         chosen = find(true);
     if (chosen == usable.cend())
-        return {{},
-                text("No network interface can be used. Bring one up, for example with: "
-                     "sudo ip link set lo up")};
+        return noInterface(QStringLiteral("No network interface can be used. Bring one up, for example "
+                                          "with: sudo ip link set lo up"));
     return {*chosen, QString()};
 }
 

@@ -8,7 +8,4 @@ namespace devhost {
 /// The answer is empty, or sentences that say what stands in the way and which command removes it.
 QString uploadPortProblem();
 
-/// The same for any port and what the system said about it; empty @p reason: the port is free.
-QString uploadPortAdvice(quint16 port, bool forbidden, const QString &reason);
-
 } // namespace devhost
