@@ -10,6 +10,7 @@
 #include "devhost/notice_bar.h"
 #include "devhost/snapshot_dialogs.h"
 #include "devhost/upload_port.h"
+#include "host/plexo_plugin_factory.h"
 
 #include <QActionGroup>
 #include <QComboBox>
@@ -225,10 +226,11 @@ void HostWindow::refreshActions()
 void HostWindow::showPlugins()
 {
     QString text;
-    for (const PluginInfo &plugin : m_host->registry()->plugins()) {
+    for (const LoadedPlugin &plugin : m_host->registry()->plugins()) {
+        PlexoPluginFactory &factory = *plugin.factory;
         text += tr("%1 %2 by %3\nModels: %4\n%5\n\n")
-                    .arg(plugin.name, plugin.version, plugin.vendor, plugin.models.join(QStringLiteral(", ")),
-                         plugin.file);
+                    .arg(factory.getPluginName(), factory.getVersion(), factory.getVendorName(),
+                         factory.getSupportedModels().join(QStringLiteral(", ")), plugin.file);
     }
     if (text.isEmpty())
         text = tr("No plugin is loaded. Start the host with --plugin and a plugin file.");

@@ -8,25 +8,11 @@
 
 namespace devhost {
 
-namespace {
-
-PluginInfo describe(const QString &file, PlexoPluginFactory *factory)
-{
-    return {file,
-            factory->getPluginName(),
-            factory->getVersion(),
-            factory->getVendorName(),
-            factory->getSupportedModels(),
-            factory};
-}
-
-} // namespace
-
 PluginRegistry::~PluginRegistry()
 {
     // A factory may be a widget, which must not outlive the application object.
-    for (const QPointer<QObject> &instance : m_instances)
-        delete instance;
+    for (const LoadedPlugin &plugin : qAsConst(m_plugins))
+        delete plugin.instance;
 }
 
 QString PluginRegistry::load(const QString &file)
@@ -45,15 +31,14 @@ QString PluginRegistry::load(const QString &file)
     auto *factory = qobject_cast<PlexoPluginFactory *>(loader.instance());
     if (!factory)
         return tr("%1 cannot be used: %2. Build it again with this host.").arg(path, loader.errorString());
-    m_instances.append(loader.instance());
-    m_plugins.append(describe(path, factory));
+    m_plugins.append({path, loader.instance(), factory});
     return QString();
 }
 
 PlexoPluginFactory *PluginRegistry::factoryFor(const QString &model) const
 {
-    for (const PluginInfo &plugin : m_plugins) {
-        if (plugin.models.contains(model))
+    for (const LoadedPlugin &plugin : m_plugins) {
+        if (plugin.factory->getSupportedModels().contains(model))
             return plugin.factory;
     }
     return nullptr;

@@ -4,20 +4,16 @@
 #include <QObject>
 #include <QPointer>
 #include <QString>
-#include <QStringList>
 
 class PlexoPluginFactory;
 
 namespace devhost {
 
-/// One plugin library that was loaded, as shown to the user.
-struct PluginInfo
+/// One plugin library that was loaded.
+struct LoadedPlugin
 {
     QString file;
-    QString name;
-    QString version;
-    QString vendor;
-    QStringList models;
+    QPointer<QObject> instance; ///< the factory as Qt made it
     PlexoPluginFactory *factory = nullptr; ///< lives as long as the registry
 };
 
@@ -35,13 +31,12 @@ public:
     /// on what is wrong with the file; a refused library's code has not been run.
     QString load(const QString &file);
 
-    const QList<PluginInfo> &plugins() const { return m_plugins; }
+    const QList<LoadedPlugin> &plugins() const { return m_plugins; }
     /// The first loaded plugin whose model list holds @p model exactly; null when there is none.
     PlexoPluginFactory *factoryFor(const QString &model) const;
 
 private:
-    QList<PluginInfo> m_plugins;
-    QList<QPointer<QObject>> m_instances;
+    QList<LoadedPlugin> m_plugins;
 };
 
 } // namespace devhost
