@@ -27,9 +27,9 @@ Host::Host(QObject *parent)
     , m_simulated(besideProgram(QStringLiteral("kbx-simulator")))
     , m_sessions(&m_registry, {&m_devices, &m_text, &m_aes67, nullptr, 0})
 {
-    wireLog();
-    wireTransport(&m_text);
-    wireTransport(&m_aes67);
+    wireSimulated();
+    wireTransport(&m_text, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); });
+    wireTransport(&m_aes67, [](const QByteArray &bytes) { return QString::fromLatin1(bytes.toHex(' ')); });
     connect(&m_finder, &DeviceFinder::found, this, &Host::wireDevice);
     connect(&m_finder, &DeviceFinder::nameClash, this, [this](const QString &text) { reportProblem(text); });
     connect(&m_sessions, &EditorSessions::starting, this, &Host::wireSession);
@@ -70,29 +70,25 @@ void Host::reportStatus(const QString &text, const QString &deviceName)
     emit status(text);
 }
 
-void Host::wireLog()
+void Host::wireSimulated()
 {
     connect(&m_simulated, &SimulatedDevices::said, this, [this](const QString &name, const QString &line) {
         m_log.append(LogSource::Host, name, tr("Simulator: %1").arg(line));
     });
     connect(&m_simulated, &SimulatedDevices::failed, this,
             [this](const QString &name, const QString &sentence) { reportProblem(sentence, name); });
-    connect(&m_text, &DeviceTransport::sent, this, [this](const QString &name, const QByteArray &bytes) {
-        m_log.append(LogSource::Sent, name, QString::fromUtf8(bytes));
-    });
-    connect(&m_text, &DeviceTransport::received, this, [this](const QString &name, const QByteArray &bytes) {
-        m_log.append(LogSource::Received, name, QString::fromUtf8(bytes));
-    });
-    connect(&m_aes67, &DeviceTransport::sent, this, [this](const QString &name, const QByteArray &bytes) {
-        m_log.append(LogSource::Sent, name, QString::fromLatin1(bytes.toHex(' ')));
-    });
-    connect(&m_aes67, &DeviceTransport::received, this, [this](const QString &name, const QByteArray &bytes) {
-        m_log.append(LogSource::Received, name, QString::fromLatin1(bytes.toHex(' ')));
-    });
 }
 
-void Host::wireTransport(DeviceTransport *transport)
+void Host::wireTransport(DeviceTransport *transport, QString (*toText)(const QByteArray &message))
 {
+    connect(transport, &DeviceTransport::sent, this,
+            [this, toText](const QString &name, const QByteArray &bytes) {
+                m_log.append(LogSource::Sent, name, toText(bytes));
+            });
+    connect(transport, &DeviceTransport::received, this,
+            [this, toText](const QString &name, const QByteArray &bytes) {
+                m_log.append(LogSource::Received, name, toText(bytes));
+            });
     connect(transport, &DeviceTransport::problem, this, [this](const QString &text) { reportProblem(text); });
 }
 

@@ -49,8 +49,9 @@ signals:
     void interfaceChanged();
 
 private:
-    void wireLog();
-    void wireTransport(DeviceTransport *transport);
+    void wireSimulated();
+    /// @p toText makes a message readable for the log.
+    void wireTransport(DeviceTransport *transport, QString (*toText)(const QByteArray &message));
     void wireDevice(KnownDevice *device);
     void wireSession(EditorSession *session);
 
