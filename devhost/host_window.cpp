@@ -8,6 +8,7 @@
 #include "devhost/network_choice.h"
 #include "devhost/notice_bar.h"
 #include "devhost/snapshot_dialogs.h"
+#include "devhost/upload_port.h"
 
 #include <QComboBox>
 #include <QLabel>
@@ -51,6 +52,7 @@ HostWindow::HostWindow(Host *host, const QString &snapshotFolder)
     setUpConnections();
     refreshActions();
     showInterface();
+    m_notice->setNotice(uploadPortProblem());
 }
 
 QWidget *HostWindow::createDevicePart()
@@ -99,11 +101,6 @@ void HostWindow::closeEvent(QCloseEvent *event)
     m_host->sessions()->closeAll();
     QMainWindow::closeEvent(event);
     emit closed();
-}
-
-void HostWindow::setNotice(const QString &text)
-{
-    m_notice->setNotice(text);
 }
 
 void HostWindow::open(KnownDevice *device)

@@ -28,9 +28,6 @@ public:
     /// @p host is not owned and outlives the window. Snapshot dialogs begin in @p snapshotFolder.
     HostWindow(Host *host, const QString &snapshotFolder);
 
-    /// Shown above the devices; empty text removes it.
-    void setNotice(const QString &text);
-
 signals:
     /// The user has closed the window, and with it every editor.
     void closed();

@@ -4,7 +4,6 @@
 #include "devhost/network_choice.h"
 #include "devhost/options.h"
 #include "devhost/tour/tour_run.h"
-#include "devhost/upload_port.h"
 
 #include <QApplication>
 #include <QTextStream>
@@ -58,7 +57,6 @@ int main(int argc, char *argv[])
     host.sessions()->setStyleSource(&styleSource);
     devhost::HostWindow window(&host, parsed.options.snapshotFolder);
     host.start(parsed.options, choice.interface);
-    window.setNotice(devhost::uploadPortProblem());
     window.show();
     if (parsed.options.tourFolder.isEmpty()) {
         QObject::connect(&window, &devhost::HostWindow::closed, &application, &QApplication::quit);
