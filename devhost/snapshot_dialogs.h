@@ -19,8 +19,9 @@ public:
     /// Dialogs belong to @p window and begin in @p folder, or in the user's documents when it is empty.
     SnapshotDialogs(const QString &folder, QWidget *window);
 
-    /// The session may end while a dialog is open; nothing happens then.
+    /// Saves what the session held when it was asked, even if it ends while the dialog is open.
     void save(EditorSession *session);
+    /// Loads nothing when the session ends while a dialog is open.
     void load(EditorSession *session);
 
 signals:
