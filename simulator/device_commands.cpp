@@ -92,14 +92,12 @@ QString DeviceModel::beginFetch(const QJsonObject &order)
 void DeviceModel::finishLoad(int ms)
 {
     m_cues.finishLoad(ms);
-    publishStatus();
     emit settingsChanged();
 }
 
 void DeviceModel::abandonLoad()
 {
     m_cues.abandonLoad();
-    publishStatus();
 }
 
 void DeviceModel::savePreset(int slot)

@@ -41,11 +41,10 @@ DeviceModel::DeviceModel(const Identity &identity, quint32 seed, QObject *parent
 
 QByteArray DeviceModel::answer(const QByteArray &bytes)
 {
-    const Request request = parseRequest(bytes);
-    QByteArray reply = request.kind == Request::Kind::Text ? textAnswer(request.text).toLatin1()
-                                                           : replyBytes(request, jsonAnswer(request));
     publishStatus();
-    return reply;
+    const Request request = parseRequest(bytes);
+    return request.kind == Request::Kind::Text ? textAnswer(request.text).toLatin1()
+                                               : replyBytes(request, jsonAnswer(request));
 }
 
 Outcome DeviceModel::jsonAnswer(const Request &request)
@@ -78,10 +77,10 @@ Outcome DeviceModel::set(const QString &path, const QJsonValue &value)
 void DeviceModel::settingsApplied()
 {
     m_phone.applySettings(bluetoothSettings(m_tree.value(QStringLiteral("/system/bluetooth")).toObject()));
-    publishStatus();
     emit settingsChanged();
 }
 
+/// Copies into the tree what lives outside it; only who asks the device can see that it was out of date.
 void DeviceModel::publishStatus()
 {
     m_tree.put(QStringLiteral("/status/bluetooth"), m_phone.status());
@@ -96,14 +95,12 @@ void DeviceModel::advance(int ms, double pace)
     m_usbHost.advance(lived);
     m_cues.advance(ms);
     m_programme.advance(ms);
-    publishStatus();
 }
 
 void DeviceModel::powerUp()
 {
     m_phone.powerUp();
     m_usbHost.powerUp();
-    publishStatus();
 }
 
 void DeviceModel::playEventCue(int cue)
