@@ -18,7 +18,6 @@ struct Intervals
     int tftpAckMost = 2000; ///< but not beyond this
     int tftpRepeats = 12; ///< repeats without an answer until a transfer is given up (a count, no time)
     int tftpLinger = 6000; ///< how long a repeated last block is still acknowledged
-    double pace = 1.0; ///< how much faster than the clock the phone and the USB host live (a factor)
 };
 
 } // namespace sim

@@ -12,13 +12,6 @@ void print(FILE *stream, const QString &text)
     QTextStream(stream) << text << Qt::endl;
 }
 
-sim::Intervals intervalsFor(const sim::Options &options)
-{
-    sim::Intervals intervals;
-    intervals.pace = options.pace;
-    return intervals;
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
@@ -38,7 +31,7 @@ int main(int argc, char *argv[])
     if (parsed.options.exitWithParent)
         sim::exitWithParent();
 
-    sim::Simulator simulator(parsed.options, intervalsFor(parsed.options));
+    sim::Simulator simulator(parsed.options, sim::Intervals());
     const QString problem = simulator.start();
     if (!problem.isEmpty()) {
         print(stderr, QStringLiteral("kbx-simulator: %1").arg(problem));

@@ -94,7 +94,7 @@ QString Simulator::openSockets()
 
 void Simulator::live()
 {
-    m_model.advance(int(m_lived.restart()), m_intervals.pace);
+    m_model.advance(int(m_lived.restart()), m_options.pace);
 }
 
 void Simulator::appear()
