@@ -3,7 +3,6 @@
 #include "simulator/desk.h"
 #include "simulator/factory_state.h"
 #include "simulator/faults.h"
-#include "simulator/log.h"
 
 namespace sim {
 

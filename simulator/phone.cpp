@@ -128,9 +128,10 @@ void Phone::enter(State state)
 
 void Phone::seekPaired()
 {
-    if (!m_settings.enabled || m_inState < reconnectMs || candidate() < 0)
+    const PairedPhone *called = candidate();
+    if (!m_settings.enabled || m_inState < reconnectMs || !called)
         return;
-    m_partner = m_paired.at(candidate());
+    m_partner = *called;
     enter(State::Connecting);
 }
 
@@ -166,15 +167,15 @@ void Phone::finishPairing()
     emit cueDue(pairingSucceeded);
 }
 
-/// The entry of the paired list that the device would call on its own, -1 for none.
-int Phone::candidate() const
+/// The paired phone that the device would call on its own; null for none.
+const PairedPhone *Phone::candidate() const
 {
     if (m_settings.reconnect == BluetoothSettings::Reconnect::Never)
-        return -1;
+        return nullptr;
     const bool any = m_settings.reconnect == BluetoothSettings::Reconnect::Any;
     const auto found = std::find_if(m_paired.begin(), m_paired.end(),
                                     [any](const PairedPhone &p) { return any || p.keep; });
-    return found == m_paired.end() ? -1 : int(found - m_paired.begin());
+    return found == m_paired.end() ? nullptr : &*found;
 }
 
 QString Phone::stateWord() const

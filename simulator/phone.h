@@ -79,7 +79,7 @@ private:
     void seekPaired();
     void meetNewPhone();
     void finishPairing();
-    int candidate() const;
+    const PairedPhone *candidate() const;
     QString stateWord() const;
     QJsonObject device() const;
 
