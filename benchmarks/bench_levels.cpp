@@ -1,8 +1,9 @@
 // Level datagrams: how many the editors can take, and what the usual number of them costs.
 
-#include "benchmarks/all_editors.h"
 #include "benchmarks/report.h"
 #include "editor/tarnkbx_main_window.h"
+#include "plugin/velmar_sample_plugin_factory.h"
+#include "tests/support/editor_session.h"
 
 #include <QNetworkDatagram>
 #include <QNetworkInterface>
@@ -24,6 +25,25 @@ constexpr quint16 BarePort = 5101;
 constexpr int Burst = 150;
 constexpr int BurstsPerRun = 20;
 constexpr int LoadSeconds = 6;
+
+/// Opens all seven block editors of a live editor.
+void openBlockEditors(const support::EditorSession &session)
+{
+    for (const char *open :
+         {"onBtInGainClicked", "onNetRxGainClicked", "onUsbInGainClicked", "onMatrixMixerClicked",
+          "onBtOutGainClicked", "onNetTxGainClicked", "onUsbOutGainClicked"})
+        QMetaObject::invokeMethod(session.editor(), open);
+}
+
+/// A level datagram whose levels move with @p step as a programme would move them.
+QByteArray levels(int step)
+{
+    QByteArray datagram(19, '\0');
+    datagram[0] = char(0x81);
+    for (int i = 3; i < datagram.size(); ++i)
+        datagram[i] = char(-6 - (step * (i + 3) * 7) % 40);
+    return datagram;
+}
 
 class Sender
 {
@@ -72,10 +92,10 @@ double bareRate(Sender &sender)
     });
 }
 
-double editorRate(Sender &sender, const AllEditors &editors)
+double editorRate(Sender &sender, const support::EditorSession &session)
 {
     int received = 0;
-    auto *window = qobject_cast<TarnKBX_MainWindow *>(editors.session.editor());
+    auto *window = qobject_cast<TarnKBX_MainWindow *>(session.editor());
     const auto counting
         = QObject::connect(window, &TarnKBX_MainWindow::meteringLevels, [&received] { ++received; });
     const double figure = rate(sender, EditorPort, [&received](int count) {
@@ -87,13 +107,13 @@ double editorRate(Sender &sender, const AllEditors &editors)
     return figure;
 }
 
-void measureThroughput(Report &report, Sender &sender, const AllEditors &editors)
+void measureThroughput(Report &report, Sender &sender, const support::EditorSession &session)
 {
     QVector<double> shown;
     QVector<double> ratios;
     for (int run = 0; run < Runs; ++run) {
         const double bare = bareRate(sender);
-        shown.append(editorRate(sender, editors));
+        shown.append(editorRate(sender, session));
         ratios.append(shown.last() / bare);
     }
     report.add(QStringLiteral("level datagrams a second into seven open editors"), median(shown), QString());
@@ -128,10 +148,13 @@ double processorShare(Sender &sender, int perSecond)
 
 void measureLevels(Report &report)
 {
-    AllEditors editors;
+    VelmarSamplePluginFactory factory;
+    support::EditorSession session(&factory);
+    session.goLive();
+    openBlockEditors(session);
     QTest::qWait(1000);
     Sender sender;
-    measureThroughput(report, sender, editors);
+    measureThroughput(report, sender, session);
     report.addAtMost(QStringLiteral("processor share, seven editors visible, 10 datagrams a second"),
                      processorShare(sender, 10), QStringLiteral("%"), 3);
     report.addAtMost(QStringLiteral("processor share, seven editors visible, 30 datagrams a second"),
