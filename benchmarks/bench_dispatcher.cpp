@@ -5,7 +5,6 @@
 #include "plugin/velmar_sample_plugin_factory.h"
 #include "tests/support/editor_session.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
 
 namespace bench {

@@ -4,7 +4,6 @@
 #include "host/plexo_plugin_factory.h"
 #include "tests/support/editor_session.h"
 
-#include <QCoreApplication>
 #include <QFile>
 #include <QPluginLoader>
 

@@ -2,33 +2,29 @@
 // pace. Both ends run in this thread, so that the figures do not depend on how processors are shared.
 
 #include "benchmarks/report.h"
+#include "transfer/tftp_packet.h"
 #include "transfer/vm_tftp.h"
 
 #include <QEventLoop>
 #include <QNetworkDatagram>
 #include <QTimer>
 #include <QUdpSocket>
-#include <QtEndian>
 
 namespace bench {
 
 namespace {
 
-constexpr int BlockSize = 256;
-constexpr int HeaderSize = 4;
-constexpr quint16 Data = 3;
-constexpr quint16 Acknowledgement = 4;
+constexpr int BlockSize = tftp::DeviceBlockSize;
 
 QHostAddress localHost()
 {
     return QHostAddress(QHostAddress::LocalHost);
 }
 
-QByteArray header(quint16 opcode, quint16 block)
+QByteArray acknowledgementOf(const QByteArray &block)
 {
-    QByteArray bytes(HeaderSize, '\0');
-    qToBigEndian(opcode, bytes.data());
-    qToBigEndian(block, bytes.data() + 2);
+    QByteArray bytes = block.left(tftp::HeaderSize);
+    bytes[1] = char(tftp::Acknowledgement);
     return bytes;
 }
 
@@ -42,8 +38,8 @@ public:
         connect(this, &QUdpSocket::readyRead, this, [this] {
             while (hasPendingDatagrams()) {
                 const QNetworkDatagram block = receiveDatagram();
-                writeDatagram(header(Acknowledgement, qFromBigEndian<quint16>(block.data().constData() + 2)),
-                              block.senderAddress(), quint16(block.senderPort()));
+                writeDatagram(acknowledgementOf(block.data()), block.senderAddress(),
+                              quint16(block.senderPort()));
             }
         });
     }
@@ -59,7 +55,7 @@ double bareSend(const QByteArray &file)
     const auto send = [&] {
         const int offset = block * BlockSize;
         ++block;
-        socket.writeDatagram(header(Data, quint16(block)) + file.mid(offset, BlockSize), localHost(),
+        socket.writeDatagram(tftp::dataPacket(quint16(block), file.mid(offset, BlockSize)), localHost(),
                              peer.localPort());
     };
     QObject::connect(&socket, &QUdpSocket::readyRead, [&] {
