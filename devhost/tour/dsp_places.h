@@ -11,9 +11,6 @@ namespace devhost::tour {
 /// A level at or below this is silence, in dB.
 constexpr double SilentDb = -100.0;
 
-/// The editor's pages by position.
-enum Page { ConfigPage, AudioPage, CuePage, DspPage };
-
 /// A block of the diagram: its editor's title, and where its middle is as a share of the view.
 struct Block
 {

@@ -118,9 +118,9 @@ Step Guide::confirmed(const QString &name, const std::function<QString()> &act, 
     return step;
 }
 
-Step Guide::page(const QString &name, int index, const QString &picture)
+Step Guide::page(const QString &name, Page page, const QString &picture)
 {
-    Step step = tab(name, QStringLiteral("tabWidget"), index);
+    Step step = tab(name, QStringLiteral("tabWidget"), page);
     step.picture = picture;
     step.area = editorArea();
     return step;
@@ -180,18 +180,6 @@ Step Guide::escape(const QString &title)
     step.name = QStringLiteral("close %1 with Escape").arg(title);
     step.act = [this, title] { return hands::press(windowTitled(title), Qt::Key_Escape); };
     step.missing = [this, title] { return unless(!windowTitled(title), QStringLiteral("it is still open")); };
-    return step;
-}
-
-Step Guide::look(const QString &name, const QStringList &paths)
-{
-    Step step;
-    step.name = name;
-    step.act = [this, paths] {
-        m_probe.read(*device(), paths);
-        return QString();
-    };
-    step.missing = [this] { return unless(m_probe.isDone(), QStringLiteral("the device has not answered")); };
     return step;
 }
 

@@ -19,6 +19,9 @@ class KnownDevice;
 
 namespace devhost::tour {
 
+/// The editor's pages by position.
+enum Page { ConfigPage, AudioPage, CuePage, DspPage };
+
 /// Knows where things are on screen and what the device has said; the steps of every area use it.
 class Guide
 {
@@ -54,9 +57,9 @@ public:
 
     // Steps that several areas need
 
-    /// A page of the editor's tabs, pictured when @p picture is not empty.
-    Step page(const QString &name, int index, const QString &picture);
-    /// A tab of any tab widget in the editor.
+    /// Goes to a page of the editor; pictured when @p picture is not empty.
+    Step page(const QString &name, Page page, const QString &picture = QString());
+    /// Goes to a tab of any tab widget in the editor.
     Step tab(const QString &name, const QString &tabWidget, int index);
     /// Clicks a button of the editor and waits for the device to confirm @p path.
     Step push(const QString &name, const QString &button, const QString &path);
@@ -72,8 +75,6 @@ public:
     Step refresh(const QString &name);
     /// Closes the window of that title with Escape.
     Step escape(const QString &title);
-    /// Asks the device for @p paths; probe().values() holds the answers afterwards.
-    Step look(const QString &name, const QStringList &paths);
 
     /// Replaces the text of a field of the editor and clicks the button that applies it.
     QString enterAndApply(const QString &field, const QString &text, const QString &button) const;

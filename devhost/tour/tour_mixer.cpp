@@ -152,7 +152,7 @@ Steps mixerSteps(Guide &guide)
             toneOn(guide),
             turnDial(guide),
             seeOutput(guide),
-            guide.page(QStringLiteral("go to the network settings"), ConfigPage, QString()),
+            guide.page(QStringLiteral("go to the network settings"), ConfigPage),
             moveGroup(guide),
             followOnNewGroup(guide)};
 }

@@ -210,7 +210,7 @@ Steps cueSteps(Guide &guide)
 Steps settingsSteps(Guide &guide)
 {
     Steps steps{
-        guide.page(QStringLiteral("go back to the diagram"), DspPage, QString()),
+        guide.page(QStringLiteral("go back to the diagram"), DspPage),
         openBlock(guide, mixer()),
         guide.page(QStringLiteral("go to the audio settings"), AudioPage, QStringLiteral("audio-config")),
         switchBluetooth(guide, false),

@@ -43,9 +43,23 @@ QStringList presetSections()
     return sections().filter(QStringLiteral("/preset/")) << QStringLiteral("/system/function_gen");
 }
 
+/// Asks the device for @p paths; the guide's probe holds the answers afterwards.
+Step look(Guide &guide, const QString &name, const QStringList &paths)
+{
+    Step step;
+    step.name = name;
+    step.act = [&guide, paths] {
+        guide.probe().read(*guide.device(), paths);
+        return QString();
+    };
+    step.missing
+        = [&guide] { return unless(guide.probe().isDone(), QStringLiteral("the device has not answered")); };
+    return step;
+}
+
 Step remember(Guide &guide, const QString &name, const QStringList &paths, const Saved &saved)
 {
-    return alsoNeeds(guide.look(name, paths), [&guide, saved] {
+    return alsoNeeds(look(guide, name, paths), [&guide, saved] {
         *saved = guide.probe().values();
         return QString();
     });
@@ -63,7 +77,7 @@ QString differences(const DeviceProbe::Values &now, const DeviceProbe::Values &s
 
 Step compare(Guide &guide, const QString &name, const QStringList &paths, const Saved &saved)
 {
-    Step step = alsoNeeds(guide.look(name, paths), [&guide, saved] {
+    Step step = alsoNeeds(look(guide, name, paths), [&guide, saved] {
         const QString other = differences(guide.probe().values(), *saved);
         return unless(other.isEmpty(), QStringLiteral("not as saved: %1").arg(other));
     });

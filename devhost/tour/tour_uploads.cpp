@@ -1,7 +1,6 @@
 // Voice cues replaced by a recording of the user's and by the default one.
 
 #include "devhost/tour/areas.h"
-#include "devhost/tour/dsp_places.h"
 #include "devhost/tour/file_dialogs.h"
 #include "devhost/tour/guide.h"
 #include "devhost/tour/hands.h"
@@ -94,9 +93,9 @@ Steps defaultSteps(Guide &guide)
 
 Steps uploadSteps(Guide &guide)
 {
-    Steps steps{guide.page(QStringLiteral("go to the voice cues again"), CuePage, QString())};
+    Steps steps{guide.page(QStringLiteral("go to the voice cues again"), CuePage)};
     steps.append(userSteps(guide));
-    steps.append(guide.page(QStringLiteral("and once more"), CuePage, QString()));
+    steps.append(guide.page(QStringLiteral("and once more"), CuePage));
     steps.append(defaultSteps(guide));
     return steps;
 }
