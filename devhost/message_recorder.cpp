@@ -7,9 +7,13 @@
 
 namespace devhost {
 
-MessageRecorder::MessageRecorder(QObject *parent)
+MessageRecorder::MessageRecorder(const DeviceTransport *transport, QObject *parent)
     : QObject(parent)
 {
+    connect(transport, &DeviceTransport::sent, this,
+            [this](const QString &device, const QByteArray &bytes) { write("tx", device, bytes); });
+    connect(transport, &DeviceTransport::received, this,
+            [this](const QString &device, const QByteArray &bytes) { write("rx", device, bytes); });
 }
 
 QString MessageRecorder::start(const QString &path)
@@ -19,14 +23,6 @@ QString MessageRecorder::start(const QString &path)
     if (m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return QString();
     return tr("%1 cannot be written: %2. Choose another folder.").arg(path, m_file.errorString());
-}
-
-void MessageRecorder::record(const DeviceTransport *transport)
-{
-    connect(transport, &DeviceTransport::sent, this,
-            [this](const QString &device, const QByteArray &bytes) { write("tx", device, bytes); });
-    connect(transport, &DeviceTransport::received, this,
-            [this](const QString &device, const QByteArray &bytes) { write("rx", device, bytes); });
 }
 
 void MessageRecorder::write(const char *direction, const QString &device, const QByteArray &message)

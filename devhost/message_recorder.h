@@ -16,11 +16,10 @@ class MessageRecorder : public QObject
     Q_OBJECT
 
 public:
-    explicit MessageRecorder(QObject *parent = nullptr);
+    explicit MessageRecorder(const DeviceTransport *transport, QObject *parent = nullptr);
 
     /// Begins a new file. The answer is empty, or a sentence on what failed.
     QString start(const QString &path);
-    void record(const DeviceTransport *transport);
 
 private:
     void write(const char *direction, const QString &device, const QByteArray &message);

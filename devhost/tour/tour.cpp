@@ -72,9 +72,7 @@ void Tour::poll()
 void Tour::confirm()
 {
     if (m_steps.at(m_current).picture.isEmpty()) {
-        print(QStringLiteral("ok"));
-        ++m_current;
-        begin();
+        goOn();
         return;
     }
     m_phase = Phase::Painting;
@@ -95,6 +93,11 @@ void Tour::photograph()
         end(QStringLiteral("the picture %1 could not be taken").arg(name));
         return;
     }
+    goOn();
+}
+
+void Tour::goOn()
+{
     print(QStringLiteral("ok"));
     ++m_current;
     begin();

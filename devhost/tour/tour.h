@@ -34,6 +34,7 @@ private:
     void poll();
     void confirm();
     void photograph();
+    void goOn();
     void end(const QString &failure);
     void print(const QString &outcome);
 

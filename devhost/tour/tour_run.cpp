@@ -1,26 +1,30 @@
 #include "devhost/tour/tour_run.h"
 
 #include "devhost/host.h"
-#include "devhost/host_window.h"
 #include "devhost/tour/areas.h"
 
 #include <QDir>
 
 namespace devhost::tour {
 
-TourRun::TourRun(Host *host, HostWindow *window, const QString &folder)
-    : m_folder(QDir(folder).absolutePath())
-    , m_guide(host, window, m_folder)
-    , m_out(stdout)
+namespace {
+
+Steps allSteps(Guide &guide)
 {
-    m_recorder.record(host->transport());
-    const Steps steps = openSteps(m_guide) + dspSteps(m_guide) + settingsSteps(m_guide) + stateSteps(m_guide)
-        + closeSteps(m_guide);
-    m_tour.reset(new Tour(steps, m_folder, &m_out));
-    connect(m_tour.data(), &Tour::finished, this, &TourRun::finished);
+    return openSteps(guide) + dspSteps(guide) + settingsSteps(guide) + stateSteps(guide) + closeSteps(guide);
 }
 
-TourRun::~TourRun() = default;
+} // namespace
+
+TourRun::TourRun(Host *host, HostWindow *window, const QString &folder)
+    : m_folder(QDir(folder).absolutePath())
+    , m_recorder(host->transport())
+    , m_guide(host, window, m_folder)
+    , m_out(stdout)
+    , m_tour(allSteps(m_guide), m_folder, &m_out)
+{
+    connect(&m_tour, &Tour::finished, this, &TourRun::finished);
+}
 
 QString TourRun::start()
 {
@@ -32,7 +36,7 @@ QString TourRun::start()
         folder.remove(picture);
     QString error = m_recorder.start(folder.filePath(QStringLiteral("messages.jsonl")));
     if (error.isEmpty())
-        m_tour->start();
+        m_tour.start();
     return error;
 }
 

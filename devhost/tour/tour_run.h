@@ -4,7 +4,6 @@
 #include "devhost/tour/guide.h"
 #include "devhost/tour/tour.h"
 
-#include <QScopedPointer>
 #include <QTextStream>
 
 namespace devhost::tour {
@@ -17,7 +16,6 @@ class TourRun : public QObject
 public:
     /// Neither is owned; everything is written into @p folder.
     TourRun(Host *host, HostWindow *window, const QString &folder);
-    ~TourRun() override;
 
     /// To be called before the host sends its first message. The answer is empty, or a sentence on what
     /// failed.
@@ -31,7 +29,7 @@ private:
     MessageRecorder m_recorder;
     Guide m_guide;
     QTextStream m_out;
-    QScopedPointer<Tour> m_tour;
+    Tour m_tour;
 };
 
 } // namespace devhost::tour

@@ -121,10 +121,9 @@ void Log::recordsMessages()
     const QTemporaryDir folder;
     const QString path = folder.filePath(QStringLiteral("messages.jsonl"));
     DeviceTransport transport;
-    MessageRecorder recorder;
+    MessageRecorder recorder(&transport);
     QVERIFY(!recorder.start(folder.filePath(QStringLiteral("no/such/folder"))).isEmpty());
     QCOMPARE(recorder.start(path), QString());
-    recorder.record(&transport);
     emit transport.sent(QStringLiteral("KBX-1"), "{\"get\":\"/info\"}");
     emit transport.received(QStringLiteral("Büro"), "a\n\xff");
     QFile file(path);
