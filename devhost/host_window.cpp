@@ -5,7 +5,6 @@
 #include "devhost/host.h"
 #include "devhost/known_device.h"
 #include "devhost/log_panel.h"
-#include "devhost/network_choice.h"
 #include "devhost/notice_bar.h"
 #include "devhost/snapshot_dialogs.h"
 #include "devhost/upload_port.h"

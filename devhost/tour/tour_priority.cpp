@@ -17,26 +17,27 @@ namespace {
 
 const QLatin1String DialogTitle("Bluetooth Pairing Priority");
 
-QTableWidget *table(const Guide &guide)
+/// The first phone's row in the dialog; null when there is none.
+QTableWidgetItem *firstPhone(const Guide &guide)
 {
     const QWidget *dialog = guide.windowTitled(DialogTitle);
-    return dialog ? dialog->findChild<QTableWidget *>(QStringLiteral("tableWidget")) : nullptr;
+    const auto *table = dialog ? dialog->findChild<QTableWidget *>(QStringLiteral("tableWidget")) : nullptr;
+    return table ? table->item(0, 0) : nullptr;
 }
 
-bool isProtected(const Guide &guide, int row)
+bool isProtected(const QTableWidgetItem *phone)
 {
-    const QTableWidgetItem *item = table(guide) ? table(guide)->item(row, 0) : nullptr;
-    return item && item->checkState() == Qt::Checked;
+    return phone && phone->checkState() == Qt::Checked;
 }
 
-QString clickBox(const Guide &guide, int row)
+QString clickBox(const QTableWidgetItem *phone)
 {
-    QTableWidget *view = table(guide);
-    if (!view || !view->item(row, 0))
+    if (!phone)
         return QStringLiteral("no phone is listed");
+    const QTableWidget *view = phone->tableWidget();
     QStyleOptionViewItem option;
     option.initFrom(view);
-    option.rect = view->visualItemRect(view->item(row, 0));
+    option.rect = view->visualItemRect(phone);
     option.features = QStyleOptionViewItem::HasCheckIndicator;
     option.widget = view;
     const QRect box = view->style()->subElementRect(QStyle::SE_ItemViewItemCheckIndicator, &option, view);
@@ -49,10 +50,8 @@ Step open(Guide &guide, const QString &name, const QString &picture)
     step.name = name;
     step.act
         = [&guide] { return hands::click(guide.find(QStringLiteral("bt_priority_pairing_pushButton"))); };
-    step.missing = [&guide] {
-        return unless(table(guide) && table(guide)->rowCount() > 0,
-                      QStringLiteral("the dialog shows no phones"));
-    };
+    step.missing
+        = [&guide] { return unless(firstPhone(guide), QStringLiteral("the dialog shows no phones")); };
     step.picture = picture;
     step.area = guide.titledArea(DialogTitle);
     return step;
@@ -86,16 +85,16 @@ Steps prioritySteps(Guide &guide)
     Step tick;
     tick.name = QStringLiteral("change the protection of the first phone");
     tick.act = [&guide, before] {
-        *before = isProtected(guide, 0);
-        return clickBox(guide, 0);
+        *before = isProtected(firstPhone(guide));
+        return clickBox(firstPhone(guide));
     };
     tick.missing = [&guide, before] {
-        return unless(isProtected(guide, 0) != *before, QStringLiteral("its box has not changed"));
+        return unless(isProtected(firstPhone(guide)) != *before, QStringLiteral("its box has not changed"));
     };
     const Step see = alsoNeeds(
         open(guide, QStringLiteral("the device has kept the change"), QStringLiteral("priority-kept")),
         [&guide, before] {
-            return unless(isProtected(guide, 0) != *before, QStringLiteral("the box is as before"));
+            return unless(isProtected(firstPhone(guide)) != *before, QStringLiteral("the box is as before"));
         });
     return {open(guide, QStringLiteral("open the pairing priority"), QStringLiteral("priority")), tick,
             applyChanges(guide), see, guide.escape(DialogTitle)};

@@ -1,7 +1,6 @@
 // Snapshots and device presets: saved, everything changed, brought back, compared with what the device had.
 
 #include "devhost/host_window.h"
-#include "devhost/known_device.h"
 #include "devhost/tour/areas.h"
 #include "devhost/tour/file_dialogs.h"
 #include "devhost/tour/guide.h"
@@ -87,7 +86,7 @@ Step compare(Guide &guide, const QString &name, const QStringList &paths, const 
 
 Step changeEverything(Guide &guide, const QString &name, const Saved &saved)
 {
-    const QSharedPointer<DeviceProbe::Values> changed(new DeviceProbe::Values);
+    const Saved changed(new DeviceProbe::Values);
     Step step;
     step.name = name;
     step.act = [&guide, saved, changed] {
@@ -127,6 +126,31 @@ Steps saveSteps(Guide &guide, const QString &file)
     return {ask, answer};
 }
 
+/// In the box that asks whether to overwrite the device; null when there is none.
+QAbstractButton *overwriteButton()
+{
+    const QWidget *box = QApplication::activeModalWidget();
+    return box ? box->findChild<QAbstractButton *>(QStringLiteral("overwriteButton")) : nullptr;
+}
+
+Step overwrite(Guide &guide)
+{
+    Step step = guide.confirmed(
+        QStringLiteral("overwrite, and the device confirms all of it"),
+        [] { return hands::click(overwriteButton()); }, sections().last());
+    step = alsoNeeds(step, [&guide] {
+        for (const QString &path : sections()) {
+            QString why = guide.missingConfirmation(path);
+            if (!why.isEmpty())
+                return why;
+        }
+        const QWidget *frame = guide.find(QStringLiteral("plugin_frame"));
+        return unless(frame && frame->isEnabled(), QStringLiteral("the editor is not enabled"));
+    });
+    step.picture = QStringLiteral("snapshot-loaded");
+    return step;
+}
+
 Steps loadSteps(Guide &guide, const QString &file)
 {
     Step ask;
@@ -136,32 +160,10 @@ Steps loadSteps(Guide &guide, const QString &file)
     Step answer;
     answer.name = QStringLiteral("choose its file, and be asked which device to overwrite");
     answer.missing = untilChosen(file);
-    answer = alsoNeeds(answer, [] {
-        const QWidget *box = QApplication::activeModalWidget();
-        return unless(box && box->findChild<QAbstractButton *>(QStringLiteral("overwriteButton")),
-                      QStringLiteral("nobody asks"));
-    });
+    answer = alsoNeeds(answer, [] { return unless(overwriteButton(), QStringLiteral("nobody asks")); });
     answer.picture = QStringLiteral("overwrite");
-    answer.area = guide.areaOf([] { return QApplication::activeModalWidget(); });
-    Step overwrite = guide.confirmed(
-        QStringLiteral("overwrite, and the device confirms all of it"),
-        [] {
-            QWidget *box = QApplication::activeModalWidget();
-            return hands::click(box ? box->findChild<QAbstractButton *>(QStringLiteral("overwriteButton"))
-                                    : nullptr);
-        },
-        sections().last());
-    overwrite = alsoNeeds(overwrite, [&guide] {
-        for (const QString &path : sections()) {
-            QString why = guide.missingConfirmation(path);
-            if (!why.isEmpty())
-                return why;
-        }
-        const QWidget *frame = guide.find(QStringLiteral("plugin_frame"));
-        return unless(frame && frame->isEnabled(), QStringLiteral("the editor is not enabled"));
-    });
-    overwrite.picture = QStringLiteral("snapshot-loaded");
-    return {ask, answer, overwrite};
+    answer.area = guide.areaOf([] { return overwriteButton(); });
+    return {ask, answer, overwrite(guide)};
 }
 
 Step usePreset(Guide &guide, const QString &name, const QString &menu, const QString &path)
