@@ -10,8 +10,11 @@ class Guide;
 
 /// From the empty device list to an editor that has been live for two polls; identify and refresh.
 Steps openSteps(Guide &guide);
-/// The block diagram, the strip editors, the mixer with its tone generator, and the metering group.
+/// The block diagram and the strip editors.
 Steps dspSteps(Guide &guide);
+/// The mixer with its tone generator, and the metering group; part of the diagram. The mixer's and the
+/// network outputs' editors must be open.
+Steps mixerSteps(Guide &guide);
 /// Bluetooth, USB and voice cue settings.
 Steps settingsSteps(Guide &guide);
 /// The dialog in which phones are protected; part of the settings.

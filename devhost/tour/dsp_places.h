@@ -44,8 +44,4 @@ double meterOf(const QWidget *fader);
 /// The mixer's dial that feeds sink @p sink from source @p source, both counted from 0; null when missing.
 QWidget *dialOf(const Guide &guide, int source, int sink);
 
-/// The mixer, the tone generator and the metering group. The mixer's and the network outputs' editors
-/// must be open.
-Steps mixerSteps(Guide &guide);
-
 } // namespace devhost::tour

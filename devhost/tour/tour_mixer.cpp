@@ -1,5 +1,6 @@
 // The mixer with its tone generator, seen on the output meters, and the metering group.
 
+#include "devhost/tour/areas.h"
 #include "devhost/tour/dsp_places.h"
 #include "devhost/tour/guide.h"
 #include "devhost/tour/hands.h"

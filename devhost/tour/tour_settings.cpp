@@ -6,8 +6,6 @@
 #include "devhost/tour/hands.h"
 
 #include <QComboBox>
-#include <QLabel>
-#include <QLineEdit>
 #include <QSharedPointer>
 
 namespace devhost::tour {
@@ -30,16 +28,11 @@ QString remote(const char *key)
     return QStringLiteral("/control/bluetooth/%1").arg(QLatin1String(key));
 }
 
-QString shown(const Guide &guide, const char *label)
+/// What a label or a line edit of the editor shows.
+QString shown(const Guide &guide, const char *name)
 {
-    const auto *widget = guide.find<QLabel>(QLatin1String(label));
-    return widget ? widget->text() : QString();
-}
-
-QString fieldText(const Guide &guide, const char *field)
-{
-    const auto *widget = guide.find<QLineEdit>(QLatin1String(field));
-    return widget ? widget->text() : QString();
+    const QWidget *widget = guide.find(QLatin1String(name));
+    return widget ? widget->property("text").toString() : QString();
 }
 
 Step switchBluetooth(Guide &guide, bool on)
@@ -72,7 +65,7 @@ Step becomeDiscoverable(Guide &guide)
     Step step = guide.push(QStringLiteral("activate pairing"),
                            QStringLiteral("bt_activate_pairing_pushButton"), remote("pair"));
     step = alsoNeeds(step, [&guide] {
-        const QString state = fieldText(guide, "bt_status_lineEdit");
+        const QString state = shown(guide, "bt_status_lineEdit");
         return unless(state == QLatin1String("discoverable") || state == QLatin1String("pairing"),
                       QStringLiteral("the status is \"%1\"").arg(state));
     });
@@ -85,8 +78,8 @@ Step becomeConnected(Guide &guide)
     Step step;
     step.name = QStringLiteral("a phone pairs and connects");
     step.missing = [&guide] {
-        const QString state = fieldText(guide, "bt_status_lineEdit");
-        const bool named = !fieldText(guide, "bt_connected_dev_lineEdit").isEmpty();
+        const QString state = shown(guide, "bt_status_lineEdit");
+        const bool named = !shown(guide, "bt_connected_dev_lineEdit").isEmpty();
         return unless(state == QLatin1String("connected") && named,
                       QStringLiteral("the status is \"%1\"").arg(state));
     };
