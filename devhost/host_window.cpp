@@ -113,6 +113,12 @@ EditorSession *HostWindow::selectedSession() const
     return device ? m_host->sessions()->session(device->name()) : nullptr;
 }
 
+SimulatedDevice *HostWindow::selectedSimulated() const
+{
+    const KnownDevice *device = m_devices->selectedDevice();
+    return device ? m_host->simulated()->device(device->name()) : nullptr;
+}
+
 void HostWindow::refreshCounts()
 {
     int present = 0;

@@ -17,6 +17,7 @@ class Host;
 class KnownDevice;
 class LogPanel;
 class NoticeBar;
+class SimulatedDevice;
 class SnapshotDialogs;
 
 /// The host's window: devices above, communication log below, and the actions on the selected device.
@@ -64,6 +65,7 @@ private:
     void showUploadAdvice();
     void open(KnownDevice *device);
     EditorSession *selectedSession() const;
+    SimulatedDevice *selectedSimulated() const;
 
     // Keeping the window true
     void refreshActions();

@@ -201,12 +201,11 @@ void HostWindow::usePreset(int number, bool store)
 
 void HostWindow::applyFaults(const QString &text, const QStringList &arguments)
 {
-    const KnownDevice *device = m_devices->selectedDevice();
-    SimulatedDevice *simulated = device ? m_host->simulated()->device(device->name()) : nullptr;
+    SimulatedDevice *simulated = selectedSimulated();
     if (!simulated)
         return;
     simulated->start(arguments);
-    m_host->reportStatus(tr("%1 starts anew: %2.").arg(device->name(), text), device->name());
+    m_host->reportStatus(tr("%1 starts anew: %2.").arg(simulated->name(), text), simulated->name());
     refreshActions();
 }
 
@@ -217,7 +216,7 @@ void HostWindow::refreshActions()
     m_open->setEnabled(served && (device->isPresent() || selectedSession()));
     for (QAction *action : qAsConst(m_editorActions))
         action->setEnabled(selectedSession());
-    const SimulatedDevice *simulated = device ? m_host->simulated()->device(device->name()) : nullptr;
+    const SimulatedDevice *simulated = selectedSimulated();
     m_faultMenu->menuAction()->setEnabled(simulated);
     for (QAction *action : m_faultMenu->actions())
         action->setChecked(simulated && action->data().toStringList() == simulated->faults());
