@@ -62,7 +62,7 @@ InterfaceChoice chooseInterface(const QString &name, bool simulating)
 {
     const QList<QNetworkInterface> usable = usableInterfaces();
     if (!name.isEmpty()) {
-        const InterfaceChoice choice = namedInterface(usable, name);
+        InterfaceChoice choice = namedInterface(usable, name);
         if (!simulating || !choice.error.isEmpty() || isLoopback(choice.interface))
             return choice;
         return noInterface(QStringLiteral("Simulated devices live on the loopback interface. Leave "

@@ -48,7 +48,7 @@ std::function<QString()> untilChosen(const QString &path)
             sinceTry->start();
         if (sinceTry->elapsed() > TryMs) {
             sinceTry->start();
-            const QString why = chooseFile(dialog, path);
+            QString why = chooseFile(dialog, path);
             if (!why.isEmpty())
                 return why;
         }
