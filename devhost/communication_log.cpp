@@ -24,9 +24,20 @@ constexpr SourceLook looks[] = {
     {"!", "problem", "Something that needs attention", 0xffff7707},
 };
 
+constexpr QRgb RefusalColor = 0xffff6b5e;
+
 const SourceLook &lookOf(LogSource source)
 {
     return looks[int(source)];
+}
+
+bool isRefusal(const LogEntry &entry)
+{
+    if (entry.source != LogSource::Received)
+        return false;
+    const bool refused
+        = entry.text.startsWith(QLatin1Char('{')) && !entry.text.contains(QLatin1String("\"result\":\"OK\""));
+    return refused || entry.text.startsWith(QLatin1String("NACK"));
 }
 
 QVariant shown(const LogEntry &entry, int column)
@@ -104,7 +115,7 @@ QVariant CommunicationLog::data(const QModelIndex &index, int role) const
     case Qt::ToolTipRole:
         return index.column() == Text ? QVariant() : QVariant(tr(lookOf(line.source).tip));
     case Qt::ForegroundRole:
-        return QColor(lookOf(line.source).color);
+        return QColor(isRefusal(line) ? RefusalColor : lookOf(line.source).color);
     case Qt::TextAlignmentRole:
         return index.column() == Source ? QVariant(int(Qt::AlignCenter)) : QVariant();
     default:

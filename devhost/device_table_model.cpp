@@ -8,6 +8,8 @@
 #include <QPainter>
 #include <QPixmap>
 
+#include <algorithm>
+
 namespace devhost {
 
 namespace {
@@ -57,9 +59,13 @@ DeviceTableModel::DeviceTableModel(Host *host, QObject *parent)
 
 void DeviceTableModel::addDevice(KnownDevice *device)
 {
-    const int row = m_devices.size();
+    // By name, so that a device is found in the same place each time.
+    const auto after = std::upper_bound(
+        m_devices.cbegin(), m_devices.cend(), device,
+        [](const KnownDevice *left, const KnownDevice *right) { return left->name() < right->name(); });
+    const int row = int(after - m_devices.cbegin());
     beginInsertRows({}, row, row);
-    m_devices.append(device);
+    m_devices.insert(row, device);
     endInsertRows();
     const auto update = [this, device] { refresh(device->name()); };
     connect(device, &pxDevice::PresenceChanged, this, update);
@@ -91,7 +97,10 @@ int DeviceTableModel::columnCount(const QModelIndex &parent) const
 
 QString DeviceTableModel::statusOf(const KnownDevice &device) const
 {
-    if (const EditorSession *session = m_host->sessions()->session(device.name()))
+    const EditorSession *session = m_host->sessions()->session(device.name());
+    if (session && !device.isPresent())
+        return tr("Answer the message of its editor");
+    if (session)
         return session->status().isEmpty() ? tr("Editor open") : session->status();
     if (!m_host->registry()->factoryFor(device.model()))
         return tr("No plugin for this model");

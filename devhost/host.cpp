@@ -32,6 +32,8 @@ Host::Host(QObject *parent)
     wireTransport(&m_aes67, [](const QByteArray &bytes) { return QString::fromLatin1(bytes.toHex(' ')); });
     connect(&m_finder, &DeviceFinder::found, this, &Host::wireDevice);
     connect(&m_finder, &DeviceFinder::nameClash, this, [this](const QString &text) { reportProblem(text); });
+    connect(&m_sessions, &EditorSessions::closed, this,
+            [this](const QString &name) { reportStatus(tr("The editor of %1 is closed.").arg(name), name); });
     connect(&m_sessions, &EditorSessions::starting, this, &Host::wireSession);
 }
 

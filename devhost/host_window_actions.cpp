@@ -34,7 +34,6 @@ QAction *HostWindow::addAction(QMenu *menu, const QString &text, const QKeySeque
     action->setShortcut(keys);
     action->setToolTip(
         keys.isEmpty() ? tip : QStringLiteral("%1 (%2)").arg(tip, keys.toString(QKeySequence::NativeText)));
-    action->setStatusTip(tip);
     return action;
 }
 
@@ -42,12 +41,14 @@ void HostWindow::createActions()
 {
     m_deviceMenu = menuBar()->addMenu(tr("&Device"));
     fillDeviceMenu(m_deviceMenu);
+    m_deviceMenu->setToolTipsVisible(true);
     QMenu *log = menuBar()->addMenu(tr("&Log"));
     log->addAction(tr("&Filter"), m_log, &LogPanel::focusFilter, QKeySequence::Find);
     log->addAction(tr("&Copy Lines"), m_log, &LogPanel::copySelected, tr("Ctrl+Shift+C"));
     log->addAction(tr("&Save..."), m_log, &LogPanel::saveShown, tr("Ctrl+Shift+L"));
     log->addAction(tr("C&lear"), m_host->log(), &CommunicationLog::clear);
     QMenu *help = menuBar()->addMenu(tr("&Help"));
+    help->setToolTipsVisible(true);
     addAction(help, tr("Loaded &Plugins"), {}, tr("Show the plugins in use"), &HostWindow::showPlugins);
     addAction(help, tr("Voice Cue &Uploads"), {}, tr("Show whether UDP port 69 can be used"),
               &HostWindow::showUploadAdvice);

@@ -70,7 +70,8 @@ void SimulatedDevice::handleFinished()
         launch();
         return;
     }
-    emit failed(tr("The simulated device %1 ended by itself (code %2). Start it again from the Device menu.")
+    emit failed(tr("The simulated device %1 ended by itself (code %2). Choose No faults in its menu of "
+                   "faults to start it again.")
                     .arg(m_name)
                     .arg(m_process.exitCode()));
 }

@@ -89,7 +89,7 @@ bool SnapshotDialogs::askToOverwrite(const EditorSession &session, const QString
     box.setInformativeText(tr("What is set on the device now is lost unless it was saved."));
     QPushButton *overwrite = box.addButton(tr("Overwrite"), QMessageBox::AcceptRole);
     overwrite->setObjectName(QStringLiteral("overwriteButton"));
-    box.setDefaultButton(overwrite);
+    box.setDefaultButton(QMessageBox::Cancel);
     box.exec();
     return box.clickedButton() == overwrite;
 }

@@ -31,6 +31,8 @@ int main(int argc, char *argv[])
     if (parsed.options.exitWithParent)
         sim::exitWithParent();
 
+    // Whoever shows these lines knows where they come from.
+    qSetMessagePattern(QStringLiteral("%{message}"));
     sim::Simulator simulator(parsed.options, sim::Intervals());
     const QString problem = simulator.start();
     if (!problem.isEmpty()) {
