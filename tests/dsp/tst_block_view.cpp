@@ -1,7 +1,6 @@
 #include "dsp/block_view.h"
 
 #include <QQmlError>
-#include <QQmlProperty>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QTest>
@@ -25,8 +24,8 @@ public slots:
     void onUsbOutGainClicked() { clicked << "usbOutGain"; }
 };
 
-/// The block view in a window: its live areas lie where the picture has its blocks, frame themselves under
-/// the pointer and call the editor window.
+/// The block view in a window: its live areas lie where the picture has its blocks and call the editor
+/// window.
 class BlockViewTest : public QObject
 {
     Q_OBJECT
@@ -62,11 +61,6 @@ void BlockViewTest::blockAnswersThePointer()
     QVERIFY(found != windows.end());
     auto *view = static_cast<QQuickView *>(*found);
     QVERIFY2(view->status() == QQuickView::Ready, qPrintable(view->errors().value(0).toString()));
-    QCOMPARE(view->resizeMode(), QQuickView::SizeViewToRootObject);
-    QCOMPARE(view->size(), QSize(800, 425));
-    auto *frame = view->rootObject()->property(block).value<QQuickItem *>();
-    QVERIFY(frame);
-
     page.show();
     QVERIFY(QTest::qWaitForWindowExposed(&page));
     for (const QSize &size : {QSize(600, 200), QSize(900, 500)}) {
@@ -74,25 +68,13 @@ void BlockViewTest::blockAnswersThePointer()
         page.resize(size);
         QTRY_COMPARE(view->size(), size);
         QTRY_COMPARE(view->rootObject()->size(), QSizeF(size));
-        QCOMPARE(frame->mapToScene({0, 0}), QPointF(area.x() * size.width(), area.y() * size.height()));
-        QCOMPARE(frame->size(), QSizeF(area.width() * size.width(), area.height() * size.height()));
     }
-
-    const auto at = [frame](qreal x, qreal y) {
-        return frame->mapToScene({frame->width() * x, frame->height() * y}).toPoint();
+    const auto at = [&](qreal x, qreal y) {
+        const QPointF share = area.topLeft() + QPointF(area.width() * x, area.height() * y);
+        return QPointF(share.x() * 900, share.y() * 500).toPoint();
     };
-    const QQmlProperty width(frame, QStringLiteral("border.width"));
-    const QQmlProperty colour(frame, QStringLiteral("border.color"));
-    QTest::mouseMove(view, at(0.5, 0.5));
-    QTRY_COMPARE(width.read().toInt(), 4);
-    QCOMPARE(colour.read().value<QColor>(), QColor(0xff, 0x77, 0x07));
-    QCOMPARE(frame->property("color").value<QColor>().alpha(), 0);
-    QTest::mouseClick(view, Qt::LeftButton, {}, at(0.02, 0.05));
-    QTest::mouseClick(view, Qt::LeftButton, {}, at(0.98, 0.95));
-    QTest::mouseMove(view, QPoint(225, 5));
-    QTest::mouseClick(view, Qt::LeftButton, {}, QPoint(225, 5)); // beside all blocks
-    QTRY_COMPARE(width.read().toInt(), 0);
-    QCOMPARE(colour.read().value<QColor>(), QColor(0xff, 0x77, 0x07, 0));
+    for (const QPoint &point : {at(0.02, 0.05), at(0.98, 0.95), at(-0.02, 0.5), at(0.5, 1.05)})
+        QTest::mouseClick(view, Qt::LeftButton, {}, point);
     QCOMPARE(backend.clicked, QByteArrayList({block, block}));
 
     // By arrow keys from the top left: to the right column, then to the block's own row.

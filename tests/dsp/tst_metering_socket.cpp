@@ -36,37 +36,24 @@ class MeteringSocketTest : public QObject
     Q_OBJECT
 
 private slots:
-    void initTestCase();
     void takesEveryDatagramBesideOthers();
     void survivesBadTexts_data();
     void survivesBadTexts();
-    void tellsLevelsFromOtherDatagrams_data();
     void tellsLevelsFromOtherDatagrams();
-
-private:
-    bool send(const QByteArray &payload, const char *group = "239.255.77.1")
-    {
-        return m_sender.writeDatagram(payload, QHostAddress(QLatin1String(group)), port) == payload.size();
-    }
-
-    QUdpSocket m_sender;
 };
-
-void MeteringSocketTest::initTestCase()
-{
-    QVERIFY(m_sender.bind(QHostAddress(QHostAddress::LocalHost)));
-    m_sender.setMulticastInterface(loopback());
-}
 
 void MeteringSocketTest::takesEveryDatagramBesideOthers()
 {
+    QUdpSocket sender;
+    QVERIFY(sender.bind(QHostAddress(QHostAddress::LocalHost)));
+    sender.setMulticastInterface(loopback());
     Listener first;
     Listener second;
     QVector<QByteArray> sent{QByteArray(), QByteArray(), QByteArray(65507, '\x81')};
     for (int length = 1; length <= 19; ++length)
         sent.append(QByteArray(length, '\x81'));
     for (const QByteArray &payload : sent)
-        QVERIFY(send(payload));
+        QCOMPARE(sender.writeDatagram(payload, QHostAddress(first.socket.group()), port), payload.size());
 
     QTRY_COMPARE(first.received, sent);
     QTRY_COMPARE(second.received, sent);
@@ -97,31 +84,19 @@ void MeteringSocketTest::survivesBadTexts()
     listener.socket.leaveGroup();
 }
 
-void MeteringSocketTest::tellsLevelsFromOtherDatagrams_data()
-{
-    QTest::addColumn<QByteArray>("payload");
-    QTest::addColumn<QString>("from");
-    QTest::addColumn<QString>("device");
-    QTest::addColumn<bool>("expected");
-    const QByteArray levels("\x81\xf6");
-    const QString address = QStringLiteral("10.0.0.5");
-    QTest::newRow("levels") << levels << address << address << true;
-    QTest::newRow("mapped sender") << levels << QStringLiteral("::ffff:10.0.0.5") << address << true;
-    QTest::newRow("mapped device") << levels << address << QStringLiteral("::ffff:10.0.0.5") << true;
-    QTest::newRow("other sender") << levels << QStringLiteral("10.0.0.6") << address << false;
-    QTest::newRow("no device") << levels << address << QString() << false;
-    QTest::newRow("empty") << QByteArray() << address << address << false;
-    QTest::newRow("0x80") << QByteArray("\x80\x81") << address << address << false;
-}
-
 void MeteringSocketTest::tellsLevelsFromOtherDatagrams()
 {
-    QFETCH(QByteArray, payload);
-    QFETCH(QString, from);
-    QFETCH(QString, device);
-    QNetworkDatagram datagram(payload);
-    datagram.setSender(QHostAddress(from), 4000);
-    QTEST(isLevelDatagram(datagram, QHostAddress(device)), "expected");
+    const auto taken = [](const char *payload, const char *from, const char *device) {
+        QNetworkDatagram datagram(payload);
+        datagram.setSender(QHostAddress(QLatin1String(from)), 4000);
+        return isLevelDatagram(datagram, QHostAddress(QLatin1String(device)));
+    };
+    QVERIFY(taken("\x81\xf6", "10.0.0.5", "10.0.0.5"));
+    QVERIFY(taken("\x81\xf6", "::ffff:10.0.0.5", "10.0.0.5"));
+    QVERIFY(!taken("\x81\xf6", "10.0.0.6", "10.0.0.5"));
+    QVERIFY(!taken("\x81\xf6", "10.0.0.5", ""));
+    QVERIFY(!taken("", "10.0.0.5", "10.0.0.5"));
+    QVERIFY(!taken("\x80\x81", "10.0.0.5", "10.0.0.5"));
 }
 
 QTEST_GUILESS_MAIN(MeteringSocketTest)
