@@ -2,14 +2,10 @@
 #include "tests/transfer/opened_dialog.h"
 #include "transfer/local_address.h"
 
-#include <QHeaderView>
 #include <QSignalSpy>
 #include <QTest>
 
 using namespace std::chrono_literals;
-
-using Leave = std::function<void(UpdateDialog *)>;
-Q_DECLARE_METATYPE(Leave)
 
 namespace {
 
@@ -29,36 +25,24 @@ class TestUpdateDialog : public QObject
     Q_OBJECT
 
 private slots:
-    void showsDeviceAndFile();
     void offersTheFileBeyondTheStartWait();
     void endsTheTransferWhenItGoes_data();
     void endsTheTransferWhenItGoes();
     void saysWhatFailed_data();
     void saysWhatFailed();
+    void refusesToServeAnEmptyFile_data();
     void refusesToServeAnEmptyFile();
-    void canBeDestroyedUnderItsMessage();
     void servesOnlyTheFirstRequest();
     void tellsASecondDialogThatThePortIsTaken();
-    void choosesTheLocalAddress();
+    void choosesAnAddressThatDevicesReach();
 };
-
-void TestUpdateDialog::showsDeviceAndFile()
-{
-    OpenedDialog dialog(10);
-    QCOMPARE(dialog->windowTitle(), QStringLiteral("tarnKBX Voice Cue Update"));
-    QCOMPARE(dialog->size(), QSize(675, 280));
-    QCOMPARE(dialog.label("img_filename_label"), QStringLiteral("ding.wav"));
-    QCOMPARE(dialog.table()->model()->index(0, 1).data().toString(), QStringLiteral("Studio A"));
-    QVERIFY(dialog.table()->horizontalHeader()->isHidden() && dialog.table()->verticalHeader()->isHidden());
-    QCOMPARE(dialog.table()->columnWidth(0), 25);
-    QCOMPARE(dialog.table()->columnWidth(1), 250);
-}
 
 void TestUpdateDialog::offersTheFileBeyondTheStartWait()
 {
     const int size = 99 * 256; // the last block ends at 100 % in double precision, at 99 % in single
     OpenedDialog dialog(size, brief());
     QCOMPARE(dialog.status(), updatetexts::waiting());
+    QCOMPARE(dialog.table()->model()->index(0, 1).data().toString(), QStringLiteral("Studio A"));
     QSignalSpy given(dialog.get(), &UpdateDialog::signalTftpDone);
     QVERIFY(given.wait(2000));
     QCOMPARE(dialog.status(), updatetexts::notAskedYet());
@@ -75,15 +59,14 @@ void TestUpdateDialog::offersTheFileBeyondTheStartWait()
 
 void TestUpdateDialog::endsTheTransferWhenItGoes_data()
 {
-    QTest::addColumn<Leave>("leave");
-    QTest::newRow("Escape") << Leave([](UpdateDialog *dialog) { QTest::keyClick(dialog, Qt::Key_Escape); });
-    QTest::newRow("title bar") << Leave([](UpdateDialog *dialog) { dialog->close(); });
-    QTest::newRow("destroyed") << Leave([](UpdateDialog *dialog) { dialog->setResult(0); });
+    QTest::addColumn<bool>("byEscape");
+    QTest::newRow("Escape") << true;
+    QTest::newRow("destroyed") << false;
 }
 
 void TestUpdateDialog::endsTheTransferWhenItGoes()
 {
-    QFETCH(Leave, leave);
+    QFETCH(bool, byEscape);
     OpenedDialog dialog(100000);
     TftpClient device;
     QSignalSpy blocks(&device, &TftpClient::blockArrived);
@@ -93,7 +76,8 @@ void TestUpdateDialog::endsTheTransferWhenItGoes()
     QVERIFY(!dialog.close()->isEnabled());
     QTest::mouseClick(dialog.close(), Qt::LeftButton);
     QVERIFY2(dialog->isVisible(), "Close does not work yet");
-    leave(dialog.get());
+    if (byEscape)
+        QTest::keyClick(dialog.get(), Qt::Key_Escape);
     QCOMPARE(dialog->result(), 0);
     dialog.destroy();
     QVERIFY2(QUdpSocket().bind(QHostAddress::AnyIPv4, 69, QUdpSocket::DontShareAddress),
@@ -127,44 +111,32 @@ void TestUpdateDialog::saysWhatFailed()
     QCOMPARE(dialog.row()->progress(), 0);
 }
 
-void TestUpdateDialog::refusesToServeAnEmptyFile()
+void TestUpdateDialog::refusesToServeAnEmptyFile_data()
 {
-    OpenedDialog dialog(0);
-    dialog->move(20, 30);
-    support::BoxAnswerer answerer(QMessageBox::Ok);
-    QPoint offset(1000, 1000);
-    answerer.setWhileOpen([&] {
-        offset
-            = QApplication::activeModalWidget()->frameGeometry().center() - dialog->frameGeometry().center();
-        QMetaObject::invokeMethod(dialog.get(), "handleTimeout"); // an impatient device asks again
-    });
-    QSignalSpy closed(dialog.get(), &QDialog::finished);
-    TftpClient device;
-    device.fetch(server);
-    QVERIFY(closed.wait(3000));
-    QCOMPARE(closed.first().first().toInt(), 0);
-    QCOMPARE(answerer.seen().size(), 1);
-    QCOMPARE(answerer.seen().first().title, QStringLiteral("Failed to update the image"));
-    QCOMPARE(answerer.seen().first().text,
-             QStringLiteral("There was a failure in updating the voice cue wav file."));
-    QCOMPARE(answerer.seen().first().buttons, QStringList(QStringLiteral("OK")));
-    QVERIFY2(offset.manhattanLength() <= 2, "the message is not centred on the dialog");
-    QCOMPARE(dialog.transfers(), 0);
+    QTest::addColumn<bool>("destroyed");
+    QTest::newRow("answered") << false;
+    QTest::newRow("destroyed under its message") << true;
 }
 
-void TestUpdateDialog::canBeDestroyedUnderItsMessage()
+void TestUpdateDialog::refusesToServeAnEmptyFile()
 {
+    QFETCH(bool, destroyed);
     OpenedDialog dialog(0);
+    QSignalSpy closed(dialog.get(), &QDialog::finished);
     support::BoxAnswerer answerer(QMessageBox::Ok);
-    bool left = true;
     answerer.setWhileOpen([&] {
-        dialog.destroy();
-        left = QApplication::activeModalWidget();
+        QMetaObject::invokeMethod(dialog.get(), "handleTimeout"); // an impatient device asks again
+        if (destroyed)
+            dialog.destroy();
+        QCOMPARE(!QApplication::activeModalWidget(), destroyed);
     });
     TftpClient device;
     device.fetch(server);
     QTRY_COMPARE(answerer.seen().size(), 1);
-    QVERIFY2(!left, "the message outlives its dialog");
+    QCOMPARE(answerer.seen().first().title, QStringLiteral("Failed to update the image"));
+    QCOMPARE(answerer.seen().first().text,
+             QStringLiteral("There was a failure in updating the voice cue wav file."));
+    QTRY_COMPARE(closed.count(), destroyed ? 0 : 1);
 }
 
 void TestUpdateDialog::servesOnlyTheFirstRequest()
@@ -188,20 +160,14 @@ void TestUpdateDialog::servesOnlyTheFirstRequest()
 void TestUpdateDialog::tellsASecondDialogThatThePortIsTaken()
 {
     OpenedDialog first(300);
-    OpenedDialog second(600, brief());
-    QSignalSpy gaveUpWaiting(second.get(), &UpdateDialog::signalTftpDone);
-    const QString inUse = updatetexts::portClosed(QAbstractSocket::AddressInUseError, QString());
-    QCOMPARE(second.status(), inUse);
-    QVERIFY(updatetexts::portClosed(QAbstractSocket::SocketAccessError, QString())
-                .contains(QStringLiteral("sudo sysctl -w net.ipv4.ip_unprivileged_port_start=69")));
+    OpenedDialog second(600);
     TftpClient device;
     device.fetch(server);
     QTRY_COMPARE(first.status(), updatetexts::finished(300));
-    QTRY_VERIFY(!gaveUpWaiting.isEmpty());
-    QCOMPARE(second.status(), inUse);
+    QCOMPARE(second.status(), updatetexts::portClosed(QAbstractSocket::AddressInUseError, QString()));
 }
 
-void TestUpdateDialog::choosesTheLocalAddress()
+void TestUpdateDialog::choosesAnAddressThatDevicesReach()
 {
     QList<QNetworkAddressEntry> entries;
     for (const QString &address : words("fe80::1 127.0.0.1 10.0.0.7 10.0.0.8")) {
@@ -211,10 +177,6 @@ void TestUpdateDialog::choosesTheLocalAddress()
     }
     QCOMPARE(firstReachableAddress(entries), QHostAddress(QStringLiteral("10.0.0.7")));
     QVERIFY(firstReachableAddress(entries.mid(0, 2)).isNull());
-    const QList<QNetworkInterface> interfaces = QNetworkInterface::allInterfaces();
-    QCOMPARE(localAddress(interfaces, QNetworkInterface::interfaceIndexFromName(QStringLiteral("lo"))),
-             server);
-    QVERIFY(localAddress(interfaces, 9999).isNull());
 }
 
 QTEST_MAIN(TestUpdateDialog)

@@ -1,7 +1,6 @@
 #include "tests/transfer/tftp_client.h"
 #include "transfer/vm_tftp.h"
 
-#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -85,12 +84,10 @@ class TestVmTftp : public QObject
 private slots:
     void follows_data();
     void follows();
-    void narrates();
-    void repeatsAWriteRequestUntilCancelled();
+    void writesUntilAnsweredOrCancelled();
     void ignoresForeignSenders();
     void reportsADoubledLastAcknowledgementOnce();
-    void failsAtOnceWhenItCannotStart_data();
-    void failsAtOnceWhenItCannotStart();
+    void failsAtOnceWithoutAWayToThePeer();
 };
 
 void TestVmTftp::follows_data()
@@ -110,7 +107,6 @@ void TestVmTftp::follows_data()
     const QString failed = QStringLiteral("TFTP Done: error(1)");
     row("short last block", 1000, "a1 a2 a3 a4", "3/1/256 3/2/256 3/3/256 3/4/232", "25 50 75");
     row("exact multiple", 512, "a1 a2 a3", "3/1/256 3/2/256 3/3/0", "50 100");
-    row("one byte", 1, "a1", "3/1/1", "");
     row("wrong block", 700, "a1 a1 a2 a3", "3/1/256 2*3/2/256 3/3/188", "33 66", ackLine(4, 1, 2));
     row("time-out after a wrong one", 300, "a9 - a1 a2", "3*3/1/256 3/2/44", "50", timeoutLine(1, 2));
     row("error packet", 1, "000500010000 a1", "2*3/1/1", "", ackLine(5, 1, 1));
@@ -144,24 +140,7 @@ void TestVmTftp::follows()
     QVERIFY2(!rig.peer.hasPendingDatagrams(), "a packet after the end");
 }
 
-void TestVmTftp::narrates()
-{
-    Rig rig(300);
-    rig.transfer->sendFileName();
-    for (const QString &answer : words("a0 a1 a2")) {
-        QVERIFY(!rig.nextPacket().isEmpty());
-        rig.answer(answer);
-    }
-    QVERIFY(rig.waitForEnd());
-    QCOMPARE(rig.log,
-             (QStringList{QStringLiteral("TFTP send file: cue.wav"), ackLine(4, 0, 0),
-                          QStringLiteral("Sending packet: sequence 1 of 2"), ackLine(4, 1, 1),
-                          QStringLiteral("Sending last packet: sequence 2 of 2"), ackLine(4, 2, 2),
-                          QStringLiteral("TFTP Done: error(0)")}));
-    QCOMPARE(rig.progress, words("0 50"));
-}
-
-void TestVmTftp::repeatsAWriteRequestUntilCancelled()
+void TestVmTftp::writesUntilAnsweredOrCancelled()
 {
     Rig rig(300, 512, 5ms);
     rig.transfer->sendFileName();
@@ -170,6 +149,12 @@ void TestVmTftp::repeatsAWriteRequestUntilCancelled()
     rig.transfer->cancelFirmwareUpdates();
     QVERIFY(rig.waitForEnd());
     QVERIFY(!rig.error());
+
+    Rig answered(300, 512);
+    answered.transfer->sendFileName();
+    QVERIFY(!answered.nextPacket().isEmpty());
+    answered.answer(QStringLiteral("a0"));
+    QCOMPARE(answered.nextPacket(), QStringLiteral("3/1/300"));
 }
 
 void TestVmTftp::ignoresForeignSenders()
@@ -198,33 +183,15 @@ void TestVmTftp::reportsADoubledLastAcknowledgementOnce()
     QVERIFY2(!rig.peer.hasPendingDatagrams(), "a packet after the end");
 }
 
-void TestVmTftp::failsAtOnceWhenItCannotStart_data()
+void TestVmTftp::failsAtOnceWithoutAWayToThePeer()
 {
-    QTest::addColumn<int>("size");
-    QTest::addColumn<int>("blockSize");
-    QTest::addColumn<QString>("peer");
-    QTest::addColumn<Failure>("failure");
-    const QString here = QStringLiteral("127.0.0.1");
-    QTest::newRow("65536 blocks") << 65535 << 1 << here << Failure::TooLong;
-    QTest::newRow("no way to the peer") << 10 << 256 << QStringLiteral("203.0.113.1") << Failure::NotSent;
-    QTest::newRow("block longer than a datagram") << 70000 << 66000 << here << Failure::NotSent;
-}
-
-void TestVmTftp::failsAtOnceWhenItCannotStart()
-{
-    QFETCH(int, size);
-    QFETCH(int, blockSize);
-    QFETCH(QString, peer);
-    VmTftp transfer(blockSize, QString(), pattern(size), QHostAddress(peer), 9, nullptr);
+    VmTftp transfer(256, QString(), pattern(10), QHostAddress(QStringLiteral("203.0.113.1")), 9, nullptr);
     QSignalSpy finished(&transfer, &VmTftp::finishedUpdates);
-    QElapsedTimer clock;
-    clock.start();
     transfer.setUp();
     transfer.startFirmwareUpdates();
-    QVERIFY(finished.wait(2000));
-    QVERIFY2(clock.elapsed() < 1000, "the window would have stood still");
+    QVERIFY2(finished.wait(1000), "the window would have stood still");
     QCOMPARE(finished.first().at(0).toBool(), true);
-    QTEST(transfer.failure(), "failure");
+    QCOMPARE(transfer.failure(), Failure::NotSent);
 }
 
 QTEST_GUILESS_MAIN(TestVmTftp)
