@@ -1,4 +1,3 @@
-#include <QDir>
 #include <QFile>
 #include <QImageReader>
 #include <QRegularExpression>
@@ -13,11 +12,6 @@ QByteArray contentsOf(const QString &path)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-QString inResources(const QString &name)
-{
-    return QStringLiteral(KBX_RESOURCES_DIR "/") + name;
-}
-
 } // namespace
 
 /// What the forms, the style sheet and the code name is in the library without anybody asking for it.
@@ -26,89 +20,54 @@ class TestResources : public QObject
     Q_OBJECT
 
 private slots:
-    void namedFilesExist_data();
-    void namedFilesExist();
-    void picturesDecode_data();
-    void picturesDecode();
-    void diagramIsTrueColourWithAlpha();
-    void factoryIconIsLeftOut();
+    void namedPicturesAreBuiltIn_data();
+    void namedPicturesAreBuiltIn();
+    void diagramIsWhole();
+    void cuesArePlayable();
 };
 
-void TestResources::namedFilesExist_data()
+void TestResources::namedPicturesAreBuiltIn_data()
 {
     QTest::addColumn<QString>("source");
-    QTest::addColumn<bool>("namesPictures");
-    const QStringList forms = QDir(inResources(QStringLiteral("forms"))).entryList({QStringLiteral("*.ui")});
-    QVERIFY(forms.contains(QStringLiteral("main_window.ui")));
-    for (const QString &form : forms)
-        QTest::newRow(qPrintable(form))
-            << QStringLiteral("forms/") + form << (form == QLatin1String("main_window.ui"));
-    QTest::newRow("style sheet") << QStringLiteral("style/plexo-dark.qss") << true;
+    for (const char *source : {"forms/main_window.ui", "style/plexo-dark.qss"})
+        QTest::newRow(source) << QStringLiteral(KBX_RESOURCES_DIR "/") + QLatin1String(source);
 }
 
-void TestResources::namedFilesExist()
+void TestResources::namedPicturesAreBuiltIn()
 {
     QFETCH(QString, source);
-    QFETCH(bool, namesPictures);
-    const QString text = QString::fromUtf8(contentsOf(inResources(source)));
-    QVERIFY(!text.isEmpty());
+    const QString text = QString::fromUtf8(contentsOf(source));
     // in a form <normaloff>path</normaloff> and its like, in a style sheet url(path)
     static const QRegularExpression picture(
         QStringLiteral("url\\(([^)]*)\\)|<(?:normal|disabled|active|selected)(?:on|off)>([^<]*)<"));
     auto it = picture.globalMatch(text);
-    QVERIFY(it.hasNext() || !namesPictures);
+    QVERIFY(it.hasNext());
     while (it.hasNext()) {
         const QRegularExpressionMatch match = it.next();
         const QString path = match.captured(1) + match.captured(2);
         QVERIFY2(path.startsWith(QLatin1String(":/")), qPrintable(path + QStringLiteral(" is not built in")));
-        QVERIFY2(QFile::exists(path), qPrintable(path + QStringLiteral(" is missing")));
+        QImageReader reader(path);
+        reader.setDecideFormatFromContent(true); // the name's ending does not count
+        QVERIFY2(reader.canRead(), qPrintable(path + QStringLiteral(" is missing or no picture")));
     }
 }
 
-void TestResources::picturesDecode_data()
+void TestResources::diagramIsWhole()
 {
-    QTest::addColumn<QByteArray>("format");
-    QTest::addColumn<QSize>("size");
-    const QSize icon(64, 64);
-    QTest::newRow(":/images/KBX_Image.png") << QByteArray("png") << QSize(552, 255);
-    QTest::newRow(":/images/checked_white.png") << QByteArray("png") << icon;
-    QTest::newRow(":/images/locked.png") << QByteArray("png") << icon;
-    QTest::newRow(":/images/images/delete.jpg") << QByteArray("jpeg") << icon;
-    QTest::newRow(":/images/images/audio_play_white.png") << QByteArray("png") << icon;
-    QTest::newRow(":/images/images/audio_pause_white.png") << QByteArray("png") << icon;
-    QTest::newRow(":/images/images/audio_prev_track_white.png") << QByteArray("png") << icon;
-    QTest::newRow(":/images/images/audio_next_track_white.png") << QByteArray("png") << icon;
-    QTest::newRow(":/images/images/audio_vol_down_white.png") << QByteArray("png") << icon;
-    QTest::newRow(":/images/images/audio_vol_up_white.png") << QByteArray("png") << icon;
+    const QImage diagram(QStringLiteral(":/TarnKBX_QML/images/TarnKBX_DSP_Block_View_no_Meters.png"));
+    QCOMPARE(diagram.size(), QSize(764, 560));
+    QVERIFY(diagram.hasAlphaChannel());
 }
 
-void TestResources::picturesDecode()
+void TestResources::cuesArePlayable()
 {
-    QFETCH(QByteArray, format);
-    QFETCH(QSize, size);
-    QImageReader reader(QString::fromLatin1(QTest::currentDataTag()));
-    reader.setDecideFormatFromContent(true); // the name's ending does not count
-    QCOMPARE(reader.format(), format);
-    const QImage image = reader.read();
-    QVERIFY2(!image.isNull(), qPrintable(reader.errorString()));
-    QCOMPARE(image.size(), size);
-}
-
-void TestResources::diagramIsTrueColourWithAlpha()
-{
-    const QByteArray png
-        = contentsOf(QStringLiteral(":/TarnKBX_QML/images/TarnKBX_DSP_Block_View_no_Meters.png"));
-    QCOMPARE(png.left(4), QByteArray("\x89PNG"));
-    QCOMPARE(png.mid(12, 4), QByteArray("IHDR"));
-    QCOMPARE(qFromBigEndian<quint32>(png.constData() + 16), 764u);
-    QCOMPARE(qFromBigEndian<quint32>(png.constData() + 20), 560u);
-    QCOMPARE(png.mid(24, 2), QByteArray("\x08\x06")); // eight bits a channel, red green blue alpha
-}
-
-/// The factory names an icon that it does not bring, so that its pixmap is null.
-void TestResources::factoryIconIsLeftOut()
-{
-    QVERIFY(!QFile::exists(QStringLiteral(":/images/Lumo4_img.png")));
+    for (const char *name : {"def_pair_init", "def_pair_end", "def_pair_success", "def_connect_failed"}) {
+        const QByteArray wave = contentsOf(QStringLiteral(":/voice_cue/%1.wav").arg(QLatin1String(name)));
+        QVERIFY2(wave.startsWith("RIFF") && wave.mid(8, 8) == "WAVEfmt ", name);
+        // PCM, one channel, 16000 frames and 32000 bytes a second, 2 bytes a frame, 16 bits a sample
+        QCOMPARE(wave.mid(20, 16).toHex(), QByteArray("01000100803e0000007d000002001000"));
+        QCOMPARE(qFromLittleEndian<quint32>(wave.constData() + 4), quint32(wave.size() - 8));
+    }
 }
 
 QTEST_GUILESS_MAIN(TestResources)
