@@ -19,6 +19,7 @@ private slots:
     void cleanup();
     void inTheMiddleOfTheQuery_data();
     void inTheMiddleOfTheQuery();
+    void deviceGoesInTheMiddleOfTheQuery();
     void insideOwnSignal_data();
     void insideOwnSignal();
     void whileADialogIsOpen_data();
@@ -89,6 +90,21 @@ void DestructionTest::inTheMiddleOfTheQuery()
     });
     factory.attachDevice(session->plugin.data(), nullptr, &session->device);
     QTRY_VERIFY(!session->plugin && session->script->isIdle());
+}
+
+void DestructionTest::deviceGoesInTheMiddleOfTheQuery()
+{
+    QScopedPointer<pxDevice> device(new pxDevice);
+    device->setName(session->device.name());
+    session->script->setSilent(true);
+    session->script->forget();
+    session->plugin->setDevice(device.data());
+    QTRY_COMPARE(session->script->sent().size(), 1);
+    // The step that this answer leads to is taken from the event loop.
+    session->script->deliverGet(session->script->gets().first(), QJsonObject());
+    device.reset();
+    QCoreApplication::processEvents();
+    QCOMPARE(session->script->sent().size(), 1);
 }
 
 void DestructionTest::insideOwnSignal_data()

@@ -3,15 +3,98 @@
 #include "host/plexo_plugin.h"
 #include "host/plexo_plugin_factory.h"
 #include "host/px_devices.h"
-#include "tests/plugin/meta_object_lists.h"
 #include "tests/support/editor_session.h"
 
-#include <QJsonDocument>
 #include <QJsonObject>
 #include <QMetaMethod>
 #include <QPluginLoader>
 #include <QSignalSpy>
 #include <QtTest>
+
+namespace {
+
+// What hosts and forms connect to by name: these must not move or change. Written without blanks inside.
+
+const char PluginSlots[] = "recvVelmarAsciiMsg(QString,QByteArray) recallPreset(int) storePreset(int)";
+
+const char WindowSignals[] = "dataChanged() usbMode(int,int) meteringLevels(QByteArray) "
+                             "funcGenChanged(QPair<int,QVariant>) usb_host_status_changed(QString,QString)";
+
+const char WindowSlots[]
+    = "handle_device_changed() handle_query_finished() request_level_msgs() onBtInGainClicked() "
+      "onBtInGainClosed() onNetRxGainClicked() onNetRxGainClosed() onUsbInGainClicked() "
+      "onUsbInGainClosed() onMatrixMixerClicked() onMatrixMixerClosed() onBtOutGainClicked() "
+      "onBtOutGainClosed() onNetTxGainClicked() onNetTxGainClosed() onUsbOutGainClicked() "
+      "onUsbOutGainClosed() onUiDspBtInStripChange(QPair<int,QPair<int,QVariant>>) "
+      "onUiDspNetRxStripChanged(QPair<int,QPair<int,QVariant>>) "
+      "onUiDspUsbInStripChanged(QPair<int,QPair<int,QVariant>>) "
+      "onUiDspBtOutStripChange(QPair<int,QPair<int,QVariant>>) "
+      "onUiDspNetTxStripChanged(QPair<int,QPair<int,QVariant>>) "
+      "onUiDspMatrixChanged(QPair<QPair<int,int>,QPair<int,QVariant>>) "
+      "onUiDspToneGenChanged(QPair<int,QVariant>) "
+      "onUiDspUsbOutStripChanged(QPair<int,QPair<int,QVariant>>) reboot_close() onStatusPoll() "
+      "request_close() on_close_pushButton_clicked() on_identify_checkBox_clicked(bool) "
+      "on_refresh_pushButton_clicked() updatePluginStatus(QString,bool) "
+      "handleSmGetRequest(QString,QByteArray) handle_mixer_changed() onDataChanged() "
+      "readPendingMulticastMetering() on_factory_reset_pushButton_clicked() "
+      "on_bt_interface_en_checkBox_clicked(bool) "
+      "on_bt_disable_pairing_button_checkBox_clicked(bool) "
+      "on_bt_friendly_name_lineEdit_editingFinished() "
+      "on_bt_apply_friendly_name_pushButton_clicked() "
+      "on_bt_connection_mode_comboBox_currentIndexChanged(int) "
+      "on_bt_audio_bridging_comboBox_currentIndexChanged(int) "
+      "on_bt_activate_pairing_pushButton_clicked() on_bt_close_connection_pushButton_clicked() "
+      "on_bt_clear_pairing_pushButton_clicked() on_bt_priority_pairing_pushButton_clicked() "
+      "on_bt_sig_spinBox_valueChanged(int) on_avrcp_play_pushButton_clicked() "
+      "on_avrcp_pause_pushButton_clicked() on_avrcp_prev_pushButton_clicked() "
+      "on_avrcp_next_pushButton_clicked() on_avrcp_vol_dn_pushButton_clicked() "
+      "on_avrcp_vol_up_pushButton_clicked() on_usb_audio_mode_comboBox_currentIndexChanged(int) "
+      "on_usb_mode_aec_checkBox_clicked(bool) on_usb_mode_telephony_checkBox_clicked(bool) "
+      "on_usb_priority_checkBox_clicked(bool) on_vc_pair_init_en_checkBox_clicked(bool) "
+      "on_vc_pair_end_en_checkBox_clicked(bool) on_vc_pair_success_en_checkBox_clicked(bool) "
+      "on_vc_connect_failed_en_checkBox_clicked(bool) on_vc_pair_init_play_pushButton_clicked() "
+      "on_vc_pair_end_play_pushButton_clicked() on_vc_pair_success_play_pushButton_clicked() "
+      "on_vc_connect_failed_play_pushButton_clicked() on_vc_pair_init_load_pushButton_clicked() "
+      "on_vc_pair_end_load_pushButton_clicked() on_vc_pair_success_load_pushButton_clicked() "
+      "on_vc_connect_failed_load_pushButton_clicked() on_vc_pair_init_def_pushButton_clicked() "
+      "on_vc_pair_end_def_pushButton_clicked() on_vc_pair_success_def_pushButton_clicked() "
+      "on_vc_connect_failed_def_pushButton_clicked() "
+      "helper_load_user_vc_file(QString,QString,QByteArray) on_reboot_pushButton_clicked() "
+      "on_dev_static_ip_checkBox_clicked(bool) on_dev_ip_lineEdit_editingFinished() "
+      "on_dev_netmask_lineEdit_editingFinished() on_dev_gateway_lineEdit_editingFinished() "
+      "on_dev_network_apply_pushButton_clicked() "
+      "on_en_multicast_async_notify_checkBox_clicked(bool) "
+      "on_multicast_async_notify_ip_lineEdit_editingFinished() "
+      "on_multicast_async_notify_port_lineEdit_editingFinished() "
+      "on_multicast_async_notify_apply_pushButton_clicked() "
+      "on_multicast_metering_ip_lineEdit_editingFinished() "
+      "on_multicast_metering_port_lineEdit_editingFinished() "
+      "on_multicast_metering_apply_pushButton_clicked()";
+
+/// What the start-up query asks for, in its order.
+const char AllGets[] = "/info /status/voice_cue /status/usb /status/bluetooth/state "
+                       "/status/bluetooth/list_size /status/bluetooth/list/0 /status/bluetooth/list/1 "
+                       "/status/bluetooth/list/2 /status/bluetooth/list/3 /status/bluetooth/list/4 "
+                       "/status/bluetooth/list/5 /status/bluetooth/list/6 /status/bluetooth/list/7 "
+                       "/status/bluetooth/device /system/usb /system/bluetooth /system/network "
+                       "/system/notifications /system/function_gen /system/metering /system/voice_cue "
+                       "/preset/dsp/dante_rx /preset/dsp/dante_tx /preset/dsp/usb_playback "
+                       "/preset/dsp/usb_record /preset/dsp/bt_sink /preset/dsp/bt_source "
+                       "/preset/dsp/voice_cue /preset/dsp/mixer/0 /preset/dsp/mixer/1 /preset/dsp/mixer/2 "
+                       "/preset/dsp/mixer/3 /preset/dsp/mixer/4 /preset/dsp/mixer/5 /preset/dsp/mixer/6";
+
+/// The signatures that a class adds itself, in their order.
+QByteArrayList ownMethods(const QMetaObject *meta, QMetaMethod::MethodType type)
+{
+    QByteArrayList methods;
+    for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
+        if (meta->method(i).methodType() == type)
+            methods.append(meta->method(i).methodSignature().replace(' ', ""));
+    }
+    return methods;
+}
+
+} // namespace
 
 class PluginLibraryTest : public QObject
 {
@@ -20,7 +103,6 @@ class PluginLibraryTest : public QObject
 private slots:
     void initTestCase();
     void metaData();
-    void instanceIsMadeAnew();
     void casts();
     void identity();
     void styleSource();
@@ -50,16 +132,6 @@ void PluginLibraryTest::metaData()
     QVERIFY(data.value(QLatin1String("MetaData")).toObject().isEmpty());
 }
 
-void PluginLibraryTest::instanceIsMadeAnew()
-{
-    QPointer<QObject> first = m_loader.instance();
-    QCOMPARE(m_loader.instance(), first.data());
-    delete first;
-    QPluginLoader again(QStringLiteral(PLUGIN_FILE));
-    QVERIFY(again.instance());
-    QVERIFY(qobject_cast<PlexoPluginFactory *>(again.instance()));
-}
-
 void PluginLibraryTest::casts()
 {
     QObject *instance = m_loader.instance();
@@ -69,8 +141,6 @@ void PluginLibraryTest::casts()
     QCOMPARE(instance->qt_metacast("PlexoPluginFactory"), static_cast<void *>(factory()));
     QCOMPARE(instance->qt_metacast(PlexoPluginFactory_iid), static_cast<void *>(factory()));
     QCOMPARE(instance->qt_metacast("QWidget"), static_cast<void *>(widget));
-    QVERIFY(!instance->qt_metacast("QLabel"));
-    QCOMPARE(instance->metaObject()->methodCount(), QWidget::staticMetaObject.methodCount());
 }
 
 void PluginLibraryTest::identity()
@@ -142,38 +212,27 @@ void PluginLibraryTest::wholeQuery()
         }
         QVERIFY(finished);
         QCOMPARE(finished->count(), answered < 19 ? 0 : 1);
-        const QByteArray request = session.script->sent().last().toUtf8();
-        const QString path = QJsonDocument::fromJson(request).object().value(QLatin1String("get")).toString();
+        const QString path = session.script->gets().last();
         session.script->deliverGet(path, session.script->value(path));
         if (answered == 18)
             QTRY_COMPARE(finished->count(), 1);
     }
-    auto *frame = session.find<QWidget>("plugin_frame");
-    QTRY_VERIFY(frame->isEnabled());
+    QCOMPARE(session.script->gets().join(QLatin1Char(' ')), QLatin1String(AllGets));
+    QTRY_VERIFY(session.find<QWidget>("plugin_frame")->isEnabled());
     QTRY_COMPARE(session.script->commands(),
                  QStringList{QStringLiteral("{\"set\":\"/control/req_metering\", \"value\":100}")});
     QCOMPARE(finished->count(), 1);
-}
-
-static QByteArrayList ownMethods(const QMetaObject *meta, QMetaMethod::MethodType type)
-{
-    QByteArrayList methods;
-    for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
-        if (meta->method(i).methodType() == type)
-            methods.append(meta->method(i).methodSignature());
-    }
-    return methods;
 }
 
 void PluginLibraryTest::methodsKeepTheirOrder()
 {
     const QScopedPointer<PlexoPlugin> plugin(factory()->createPlugin(nullptr));
     QCOMPARE(plugin->metaObject()->className(), "VelmarSamplePlugin");
-    QCOMPARE(ownMethods(plugin->metaObject(), QMetaMethod::Slot), PluginSlots);
+    QCOMPARE(ownMethods(plugin->metaObject(), QMetaMethod::Slot), QByteArray(PluginSlots).split(' '));
     const QMetaObject *window = plugin->getPluginWidget()->metaObject();
     QCOMPARE(window->className(), "TarnKBX_MainWindow");
-    QCOMPARE(ownMethods(window, QMetaMethod::Signal), WindowSignals);
-    QCOMPARE(ownMethods(window, QMetaMethod::Slot), WindowSlots);
+    QCOMPARE(ownMethods(window, QMetaMethod::Signal), QByteArray(WindowSignals).split(' '));
+    QCOMPARE(ownMethods(window, QMetaMethod::Slot), QByteArray(WindowSlots).split(' '));
 }
 
 QTEST_MAIN(PluginLibraryTest)
