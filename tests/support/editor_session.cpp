@@ -35,7 +35,7 @@ bool EditorSession::goLive()
     plugin->setNetInterfaceIndex(1);
     editor()->show();
     // The metering request is the first thing that a live editor sends.
-    return QTest::qWaitFor([this] { return !script->commands().isEmpty(); });
+    return QTest::qWaitFor([this] { return !script->commands().isEmpty(); }, 10000);
 }
 
 void EditorSession::click(QWidget *widget) const
