@@ -16,6 +16,7 @@ class CommandsTest : public LiveEditorTest
 private slots:
     void sendsAndTakesOver_data();
     void sendsAndTakesOver();
+    void eachEndOfAListIsSent();
     void usbModeOfWidgets_data();
     void usbModeOfWidgets();
     void refusalLeavesTheCache();
@@ -106,6 +107,16 @@ void CommandsTest::sendsAndTakesOver()
     session->deviceReports(
         QStringLiteral("/system/bluetooth"),
         R"({"enable":true,"button":true,"name":"KBX","connection_mode":"basic","profile":"both"})");
+}
+
+void CommandsTest::eachEndOfAListIsSent()
+{
+    auto *mode = session->find<QComboBox>("bt_connection_mode_comboBox");
+    auto *profile = session->find<QComboBox>("bt_audio_bridging_comboBox");
+    QVERIFY(sentByHand(mode, Qt::Key_End).endsWith(R"("exclusive"})"));
+    QVERIFY(sentByHand(mode, Qt::Key_Home).endsWith(R"("basic"})"));
+    QVERIFY(sentByHand(profile, Qt::Key_End).endsWith(R"("hfp"})"));
+    QVERIFY(sentByHand(profile, Qt::Key_Home).endsWith(R"("both"})"));
 }
 
 void CommandsTest::usbModeOfWidgets_data()

@@ -193,6 +193,7 @@ void DspTest::deviceReachesOpenEditors()
     BlockEditor *record = open(QStringLiteral("UsbOutGain"), QStringLiteral("UsbOutForm"));
     BlockEditor *mixer = openMixer();
     const auto faders = playback->findChildren<VmDspGain *>();
+    const auto mutes = playback->findChildren<QPushButton *>(QStringLiteral("digital_mute_pushButton"));
     session->deviceReports(QStringLiteral("/preset/dsp/usb_playback"), R"([{"gain":-9},{"gain":-9}])");
     QMetaObject::invokeMethod(session->editor(), "meteringLevels",
                               Q_ARG(QByteArray, QByteArray(19, char(-7))));
@@ -203,6 +204,7 @@ void DspTest::deviceReachesOpenEditors()
         QVERIFY(faders.first()->isEnabled() && dialAt(mixer, 0, 0)->isEnabled());
         QCOMPARE(faders.last()->isEnabled(), soundCard);
         QCOMPARE(faders.last()->Gain(), soundCard ? -9.0 : 0.0);
+        QVERIFY(!mutes.last()->isChecked());
         QCOMPARE(record->findChildren<VmDspGain *>().last()->isEnabled(), soundCard);
         QCOMPARE(dialAt(mixer, 7, 0)->isEnabled(), soundCard);
     }
