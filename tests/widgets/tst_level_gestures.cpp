@@ -5,7 +5,6 @@
 #include <QDialog>
 #include <QDoubleSpinBox>
 #include <QMouseEvent>
-#include <QPushButton>
 #include <QSignalSpy>
 #include <QWheelEvent>
 #include <QtTest>
@@ -23,10 +22,10 @@ protected:
     void wheelEvent(QWheelEvent *) override { ++wheels; }
 };
 
-void turnWheel(QWidget *widget, QPoint angle, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+void turnWheel(QWidget *widget, QPoint angle)
 {
     const QPoint middle = widget->rect().center();
-    QWheelEvent event(middle, widget->mapToGlobal(middle), {}, angle, Qt::NoButton, modifiers,
+    QWheelEvent event(middle, widget->mapToGlobal(middle), {}, angle, Qt::NoButton, Qt::NoModifier,
                       Qt::NoScrollPhase, false);
     QSpontaneKeyEvent::setSpontaneous(&event); // only a wheel event from outside goes on to the parents
     qApp->notify(widget, &event);
@@ -94,9 +93,6 @@ void TestLevelGestures::init()
 {
     m_window.reset(new Surroundings);
     m_window->resize(300, 400);
-    auto *accept = new QPushButton(m_window.data());
-    accept->setDefault(true);
-    connect(accept, &QPushButton::clicked, m_window.data(), &QDialog::accept);
     m_fader = new VmDspGain(m_window.data());
     m_fader->setGeometry(0, 0, 57, 300);
     m_dial = new VmDial(m_window.data());
@@ -138,15 +134,14 @@ void TestLevelGestures::wheel()
 {
     for (LevelControl *control : controls()) {
         control->setFocus();
-        const auto turned = [&](const QVector<QPoint> &angles, Qt::KeyboardModifiers modifiers) {
+        const auto turned = [&](const QVector<QPoint> &angles) {
             set(control, -20.0);
             for (const QPoint &angle : angles)
-                turnWheel(control, angle, modifiers);
+                turnWheel(control, angle);
             return control->level();
         };
-        QCOMPARE(turned({{0, 120}}, Qt::NoModifier), -19.0);
-        QCOMPARE(turned({{0, 120}}, Qt::ShiftModifier), -17.0);
-        QCOMPARE(turned({{0, 50}, {0, 50}, {0, 50}}, Qt::NoModifier), -19.0); // small deltas add up
+        QCOMPARE(turned({{0, 120}}), -19.0);
+        QCOMPARE(turned({{0, 50}, {0, 50}, {0, 50}}), -19.0); // small deltas add up
     }
 }
 
@@ -188,15 +183,14 @@ void TestLevelGestures::aLevelSetByProgramInterruptsNoDrag()
 
 void TestLevelGestures::doubleClick()
 {
-    const auto clicked = [this](LevelControl *control, double start, Qt::MouseButton button) {
+    const auto clicked = [this](LevelControl *control, double start) {
         set(control, start);
-        QTest::mouseDClick(control, button, {}, {10, 30});
+        QTest::mouseDClick(control, Qt::LeftButton, {}, {10, 30});
         return control->level();
     };
-    QCOMPARE(clicked(m_fader, -33.0, Qt::LeftButton), 0.0);
-    QCOMPARE(clicked(m_fader, -33.0, Qt::RightButton), -33.0);
-    QCOMPARE(clicked(m_dial, -33.0, Qt::LeftButton), -100.0);
-    QCOMPARE(clicked(m_dial, -100.0, Qt::LeftButton), 0.0);
+    QCOMPARE(clicked(m_fader, -33.0), 0.0);
+    QCOMPARE(clicked(m_dial, -33.0), -100.0);
+    QCOMPARE(clicked(m_dial, -100.0), 0.0);
 }
 
 void TestLevelGestures::typing()

@@ -5,7 +5,6 @@
 #include "widgets/vm_led.h"
 #include "widgets/vm_meter.h"
 
-#include <QDoubleSpinBox>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -29,11 +28,10 @@ void TestLevelsShown::keepsWhatIsSetSilently_data()
 {
     QTest::addColumn<double>("dB");
     QTest::addColumn<double>("kept");
-    QTest::addColumn<QString>("shown");
-    QTest::newRow("fraction") << -6.7 << -6.7 << "-7";
-    QTest::newRow("above the range") << 40.0 << 20.0 << "20";
-    QTest::newRow("below the range") << -128.0 << -100.0 << "-100";
-    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << -1.0 << "-1";
+    QTest::newRow("fraction") << -6.7 << -6.7;
+    QTest::newRow("above the range") << 40.0 << 20.0;
+    QTest::newRow("below the range") << -128.0 << -100.0;
+    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << -1.0;
 }
 
 void TestLevelsShown::keepsWhatIsSetSilently()
@@ -49,7 +47,6 @@ void TestLevelsShown::keepsWhatIsSetSilently()
     dial.setProperty("val", dB);
     QTEST(fader.Gain(), "kept");
     QTEST(dial.Val(), "kept");
-    QTEST(fader.numericEntry()->text(), "shown");
     QCOMPARE(faderChanges.count() + dialChanges.count(), 0);
 }
 
