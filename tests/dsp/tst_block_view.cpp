@@ -1,6 +1,7 @@
 #include "dsp/block_view.h"
 
 #include <QQmlError>
+#include <QQmlProperty>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QTest>
@@ -73,6 +74,9 @@ void BlockViewTest::blockAnswersThePointer()
         const QPointF share = area.topLeft() + QPointF(area.width() * x, area.height() * y);
         return QPointF(share.x() * 900, share.y() * 500).toPoint();
     };
+    auto *frame = view->rootObject()->property(block).value<QQuickItem *>();
+    QTest::mouseMove(view, at(0.5, 0.5));
+    QTRY_COMPARE(QQmlProperty::read(frame, QStringLiteral("border.width")).toInt(), 4);
     for (const QPoint &point : {at(0.02, 0.05), at(0.98, 0.95), at(-0.02, 0.5), at(0.5, 1.05)})
         QTest::mouseClick(view, Qt::LeftButton, {}, point);
     QCOMPARE(backend.clicked, QByteArrayList({block, block}));

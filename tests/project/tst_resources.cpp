@@ -1,7 +1,6 @@
 #include <QFile>
 #include <QImageReader>
 #include <QRegularExpression>
-#include <QtEndian>
 #include <QtTest>
 
 namespace {
@@ -23,7 +22,6 @@ private slots:
     void namedPicturesAreBuiltIn_data();
     void namedPicturesAreBuiltIn();
     void diagramIsWhole();
-    void cuesArePlayable();
 };
 
 void TestResources::namedPicturesAreBuiltIn_data()
@@ -57,17 +55,6 @@ void TestResources::diagramIsWhole()
     const QImage diagram(QStringLiteral(":/TarnKBX_QML/images/TarnKBX_DSP_Block_View_no_Meters.png"));
     QCOMPARE(diagram.size(), QSize(764, 560));
     QVERIFY(diagram.hasAlphaChannel());
-}
-
-void TestResources::cuesArePlayable()
-{
-    for (const char *name : {"def_pair_init", "def_pair_end", "def_pair_success", "def_connect_failed"}) {
-        const QByteArray wave = contentsOf(QStringLiteral(":/voice_cue/%1.wav").arg(QLatin1String(name)));
-        QVERIFY2(wave.startsWith("RIFF") && wave.mid(8, 8) == "WAVEfmt ", name);
-        // PCM, one channel, 16000 frames and 32000 bytes a second, 2 bytes a frame, 16 bits a sample
-        QCOMPARE(wave.mid(20, 16).toHex(), QByteArray("01000100803e0000007d000002001000"));
-        QCOMPARE(qFromLittleEndian<quint32>(wave.constData() + 4), quint32(wave.size() - 8));
-    }
 }
 
 QTEST_GUILESS_MAIN(TestResources)
