@@ -66,7 +66,11 @@ MatrixMixerForm::MatrixMixerForm(const QStringList &sources, const QStringList &
     connect(qApp, &QApplication::focusChanged, this, &MatrixMixerForm::scrollToFocus);
 }
 
-MatrixMixerForm::~MatrixMixerForm() = default;
+MatrixMixerForm::~MatrixMixerForm()
+{
+    // What is left of a dialog hides itself at last, and the focus goes elsewhere.
+    disconnect(qApp, nullptr, this, nullptr);
+}
 
 void MatrixMixerForm::buildGrid()
 {
