@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QPoint>
+#include <QPointer>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QWidget>
@@ -113,7 +114,7 @@ private:
             m_scene->setProperty("chosen", block ? m_scene->property(block->rectangle) : QVariant());
     }
 
-    QQuickItem *m_scene; ///< null when the scene did not load
+    QPointer<QQuickItem> m_scene; ///< goes before the container; null when it did not load
     QObject *m_backend;
     QPoint m_last = Blocks.front().place;
 };

@@ -76,7 +76,10 @@ bool TarnKBX_MainWindow::confirmOverEditor(const QString &title, const QString &
     box.title = title;
     box.text = text;
     box.buttons = QMessageBox::Ok | QMessageBox::Cancel;
-    return runModalBox(box, this, this) == QMessageBox::Ok;
+    const QPointer<pxDevice> asked = m_plugin ? m_plugin->getDevice() : nullptr;
+    // The host may have attached another device meanwhile, which must not take what this one was to.
+    return runModalBox(box, this, this) == QMessageBox::Ok
+        && asked == (m_plugin ? m_plugin->getDevice() : nullptr);
 }
 
 void TarnKBX_MainWindow::on_factory_reset_pushButton_clicked()

@@ -95,6 +95,8 @@ void TarnKBX_MainWindow::resumeAfterCueLoad()
         reloadDevice();
         return;
     }
+    if (!m_queryFinished)
+        return; // begun meanwhile; its end starts them
     m_meteringRequestTimer.start();
     m_statusPollTimer.start();
 }

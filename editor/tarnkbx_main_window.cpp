@@ -172,6 +172,7 @@ void TarnKBX_MainWindow::forgetDevice()
     m_mixerChangeTimer.stop();
     closeBlockEditors();
     m_priorityDialog->hide();
+    m_setHandlers.clear();
     m_bluetoothName.clear();
     ui->bt_friendly_name_lineEdit->clear();
     *m_caches = SectionCaches();

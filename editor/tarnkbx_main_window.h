@@ -51,6 +51,7 @@ public:
     /// Takes every reply of the device; ignores what is not an "OK" reply of the attached device.
     void handleAsciiReply(QString dev_name, QByteArray bytes);
     /// Reads the whole device state again.
+    void forgetDevice();
     void restartQuery();
     /// Disables the editor until the whole device state has been read again.
     void reloadDevice();
@@ -197,7 +198,6 @@ private:
     void advanceQuery();
 
     // Commands
-    void forgetDevice();
     QString deviceName() const;
     void issue(const QString &path, const QByteArray &bytes, ReplyHandler handler);
     void sendSet(const QString &path, const QJsonValue &value);

@@ -55,11 +55,14 @@ void PlexoPlugin::letGoOfDevice(const pxDevice *next)
 {
     if (m_device)
         disconnect(m_device, nullptr, this, nullptr);
-    if (m_device && m_device != next) {
+    // One that the host has deleted meanwhile was another one, too.
+    if (m_attachment > 0 && m_device != next) {
         // What was meant for it would be waited for, and asked about, in the name of the next one.
         m_text.clear();
         m_aes67.clear();
     }
+    if (m_device != next)
+        ++m_attachment;
     disconnect(m_text.timer(), nullptr, this, nullptr);
     disconnect(m_aes67.timer(), nullptr, this, nullptr);
 }

@@ -158,6 +158,7 @@ private:
     PlexoPluginFactory *m_factory = nullptr;
     int m_netInterfaceIndex = 0;
     QPointer<pxDevice> m_device;
+    int m_attachment = 0; ///< counts the changes of device
     QPointer<pxDevices> m_devices;
     RequestSide m_text;
     int m_replyTimeoutMs = 2000;

@@ -164,8 +164,9 @@ void PlexoPlugin::recvVelmarAsciiMsg(QString dev_name, QByteArray bytes)
         return;
     const QPointer<PlexoPlugin> alive(this);
     m_text.timer()->stop();
+    const int attachment = m_attachment;
     handleTextAnswer(dev_name, bytes);
-    if (!alive)
+    if (!alive || m_attachment != attachment)
         return;
     m_text.busy = false;
     processVelmarAsciiPendRequests();

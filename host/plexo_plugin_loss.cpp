@@ -50,13 +50,17 @@ void PlexoPlugin::askAfterTimeout(RequestSide &side, Operation retry)
     if (!isDevicePresent()) {
         closeAsDeviceIsLost();
     } else {
-        const QPointer<pxDevice> asked = m_device;
+        const int attachment = m_attachment;
         const QMessageBox::StandardButton answer = runModalBox(timeoutQuestion(getDeviceName()), this);
         if (!alive)
             return;
+        if (m_attachment != attachment) { // the answer is about a device that is no longer attached
+            side.timeoutGuard = false;
+            return;
+        }
         if (!isDevicePresent())
             closeAsDeviceIsLost();
-        else if (answer == QMessageBox::Retry && m_device == asked)
+        else if (answer == QMessageBox::Retry)
             (this->*retry)();
         else if (answer == QMessageBox::Cancel)
             emit pluginRequestClose();

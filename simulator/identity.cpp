@@ -25,15 +25,17 @@ QString hexByte(int value)
 
 } // namespace
 
-Identity::Identity(const QString &name)
+Identity::Identity(const QString &name, const QHostAddress &address)
     : m_name(name)
+    , m_address(address)
 {
 }
 
 QString Identity::macAddress() const
 {
     const quint16 serial = serialOf(m_name);
-    return QStringLiteral("02:4B:42:58:%1:%2").arg(hexByte(serial >> 8), hexByte(serial & 0xff));
+    return QStringLiteral("02:4B:42:%1:%2:%3")
+        .arg(hexByte(m_address.toIPv4Address() & 0xff), hexByte(serial >> 8), hexByte(serial & 0xff));
 }
 
 QJsonObject Identity::info() const

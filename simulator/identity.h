@@ -1,20 +1,21 @@
 #pragma once
 
+#include <QHostAddress>
 #include <QJsonObject>
 #include <QString>
 
 namespace sim {
 
-/// Who a simulated device says it is: all of it follows from its name, so that a device started again
-/// under the same name is the same device.
+/// Who a simulated device says it is: all of it follows from its name and address, so that a device started
+/// again is the same device, and two of one name are not.
 class Identity
 {
 public:
-    explicit Identity(const QString &name);
+    explicit Identity(const QString &name, const QHostAddress &address = {});
 
     QString name() const { return m_name; }
 
-    /// A locally administered MAC address; "KBX-0001" has "02:4B:42:58:00:01".
+    /// A locally administered MAC address; "KBX-0001" on 127.0.0.11 has "02:4B:42:0B:00:01".
     QString macAddress() const;
 
     QString version() const { return QStringLiteral("1.2.0"); }
@@ -27,6 +28,7 @@ public:
 
 private:
     QString m_name;
+    QHostAddress m_address;
 };
 
 } // namespace sim

@@ -65,8 +65,9 @@ struct OptionText
 };
 
 constexpr OptionText optionTexts[] = {
-    {"name", "NAME", "KBX-0001", "Device name; the MAC address follows from it."},
-    {"address", "ADDRESS", "127.0.0.1", "IPv4 address of the device, one of this machine's."},
+    {"name", "NAME", "KBX-0001", "Device name; the serial number follows from it."},
+    {"address", "ADDRESS", "127.0.0.1",
+     "IPv4 address of the device, one of this machine's; the MAC address follows from name and address."},
     {"interface", "IF", "lo", "Network interface for announcements and levels."},
     {"port", "PORT", "47800", "UDP port of the control service, 0 for any free one."},
     {"state", "FILE", "", "Keep settings, presets and pairings in FILE."},

@@ -9,7 +9,7 @@ Simulator::Simulator(const Options &options, const Intervals &intervals, QObject
     : QObject(parent)
     , m_options(options)
     , m_intervals(intervals)
-    , m_model(Identity(options.name), options.seed)
+    , m_model(Identity(options.name, options.address), options.seed)
     , m_control(options.faults, options.seed, intervals.hold,
                 [this](const QByteArray &request) { return m_model.answer(request); })
     , m_announcer(intervals.announce)

@@ -1,5 +1,6 @@
 // Opening, identifying, refreshing and closing.
 
+#include "devhost/device_table_model.h"
 #include "devhost/device_view.h"
 #include "devhost/host_window.h"
 #include "devhost/known_device.h"
@@ -34,7 +35,12 @@ Step open(Guide &guide)
     step.name = QStringLiteral("open its editor with a double-click");
     step.act = [&guide] {
         const auto *view = guide.window()->findChild<DeviceView *>();
-        return hands::doubleClick(view->viewport(), view->visualRect(view->model()->index(0, 1)).center());
+        const QAbstractItemModel *devices = view->model();
+        const QModelIndex row
+            = devices
+                  ->match(devices->index(0, DeviceTableModel::Name), Qt::DisplayRole, guide.device()->name())
+                  .value(0);
+        return hands::doubleClick(view->viewport(), view->visualRect(row).center());
     };
     step.missing = [&guide] {
         return unless(guide.editor() && guide.editor()->isVisible(), QStringLiteral("no editor is shown"));

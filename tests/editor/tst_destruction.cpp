@@ -25,6 +25,7 @@ private slots:
     void whileADialogIsOpen_data();
     void whileADialogIsOpen();
     void whileAFieldIsLeft();
+    void withTheKeyboardOnTheDiagram();
     void withAReloadOfTheMixerPending();
 
 private:
@@ -165,6 +166,20 @@ void DestructionTest::whileAFieldIsLeft()
     // The field itself was on the stack: it goes from the event loop.
     QVERIFY(field);
     QTRY_VERIFY(!field);
+}
+
+void DestructionTest::withTheKeyboardOnTheDiagram()
+{
+    QWidget hostPage;
+    session->editor()->setParent(&hostPage);
+    hostPage.show();
+    session->find<QTabWidget>("tabWidget")->setCurrentIndex(3);
+    auto *diagram = session->find<QWidget>("DSP")->findChild<QWidget *>();
+    QApplication::setActiveWindow(&hostPage);
+    session->editor()->show();
+    diagram->setFocus(Qt::TabFocusReason);
+    QVERIFY(diagram->hasFocus());
+    destroy();
 }
 
 void DestructionTest::withAReloadOfTheMixerPending()

@@ -122,17 +122,39 @@ private slots:
 
     void letsGoOfTheEarlierDevice()
     {
+        for (bool deleted : {false, true}) {
+            pxDevice other;
+            QScopedPointer<pxDevice> first(new pxDevice);
+            first->setName(QStringLiteral("KBX"));
+            first->setPresent(true);
+            m_host->plugin->setDevice(first.data());
+            m_host->run("command A;command B;query C;await;aes-command D;await");
+            if (deleted)
+                first.reset();
+            m_host->plugin->setDevice(&other);
+            m_host->run("forget;from KBX");
+            if (first) {
+                first->setPresent(false);
+                first->setProductName(QStringLiteral("renamed"));
+            }
+            QCoreApplication::sendPostedEvents(m_host->plugin);
+            QCOMPARE(m_host->plugin->told, QByteArray());
+            other.setName(QStringLiteral("other"));
+            QCOMPARE(m_host->plugin->told, QByteArray("changed;"));
+            m_host->run("forget;command E;await;from other;aes-command F;await");
+            QCOMPARE(m_host->plugin->told, QByteArray("send KBX E;gui;aes KBX F;"));
+        }
+    }
+
+    void answerAboutAnEarlierDeviceIsIgnored()
+    {
         pxDevice other;
-        m_host->run("attach;command A;command B;query C;await;aes-command D;await");
-        m_host->plugin->setDevice(&other);
-        m_host->run("forget;from KBX;lost");
-        m_host->device.setProductName(QStringLiteral("renamed"));
-        QCoreApplication::sendPostedEvents(m_host->plugin);
-        QCOMPARE(m_host->plugin->told, QByteArray());
-        other.setName(QStringLiteral("other"));
-        QCOMPARE(m_host->plugin->told, QByteArray("changed;"));
-        m_host->run("forget;command E;await;from other;aes-command F;await");
-        QCOMPARE(m_host->plugin->told, QByteArray("send KBX E;gui;aes KBX F;"));
+        for (QMessageBox::StandardButton answer : {QMessageBox::Retry, QMessageBox::Cancel}) {
+            support::BoxAnswerer answerer(answer);
+            answerer.setWhileOpen([&] { m_host->plugin->setDevice(&other); });
+            m_host->run("attach;command A;await;forget;timeout");
+            QCOMPARE(m_host->plugin->told, QByteArray("timeout;changed;"));
+        }
     }
 
     void survivesItsHost_data()
