@@ -2,6 +2,7 @@
 
 #include "devhost/host.h"
 #include "devhost/known_device.h"
+#include "devhost/plain_text.h"
 
 #include <QColor>
 #include <QIcon>
@@ -143,8 +144,9 @@ QVariant DeviceTableModel::data(const QModelIndex &index, int role) const
     const KnownDevice &device = *deviceAt(index);
     switch (role) {
     case Qt::DisplayRole:
-    case Qt::ToolTipRole:
         return shown(device, index.column());
+    case Qt::ToolTipRole:
+        return plainTip(shown(device, index.column()));
     case Qt::DecorationRole:
         return index.column() == Presence ? QVariant(presenceIcon(device.isPresent())) : QVariant();
     case Qt::ForegroundRole:

@@ -6,6 +6,7 @@
 #include "devhost/known_device.h"
 #include "devhost/log_panel.h"
 #include "devhost/notice_bar.h"
+#include "devhost/plain_text.h"
 #include "devhost/snapshot_dialogs.h"
 #include "devhost/upload_port.h"
 
@@ -67,6 +68,8 @@ QWidget *HostWindow::createDevicePart()
 void HostWindow::setUpStatusBar()
 {
     m_status->setObjectName(QStringLiteral("hostStatus"));
+    m_status->setTextFormat(Qt::PlainText);
+    m_counts->setTextFormat(Qt::PlainText);
     m_status->setTextInteractionFlags(Qt::TextSelectableByMouse);
     statusBar()->setContentsMargins(8, 0, 8, 0);
     statusBar()->addWidget(m_status, 1);
@@ -156,8 +159,10 @@ void HostWindow::showDeviceList(const QString &deviceName)
 void HostWindow::showStatus(const QString &text, bool highlight)
 {
     m_status->setText(text);
-    m_status->setToolTip(text);
-    m_status->setStyleSheet(highlight ? QStringLiteral("color: #ff9f07;") : QString());
+    m_status->setToolTip(plainTip(text));
+    const QString sheet = highlight ? QStringLiteral("color: #ff9f07;") : QString();
+    if (m_status->styleSheet() != sheet) // setting one takes long
+        m_status->setStyleSheet(sheet);
 }
 
 } // namespace devhost

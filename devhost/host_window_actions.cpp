@@ -8,6 +8,7 @@
 #include "devhost/log_panel.h"
 #include "devhost/network_choice.h"
 #include "devhost/notice_bar.h"
+#include "devhost/plain_text.h"
 #include "devhost/snapshot_dialogs.h"
 #include "devhost/upload_port.h"
 #include "host/plexo_plugin_factory.h"
@@ -15,7 +16,6 @@
 #include <QActionGroup>
 #include <QComboBox>
 #include <QMenuBar>
-#include <QMessageBox>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -234,7 +234,7 @@ void HostWindow::showPlugins()
     }
     if (text.isEmpty())
         text = tr("No plugin is loaded. Start the host with --plugin and a plugin file.");
-    QMessageBox::information(this, tr("Loaded Plugins"), text.trimmed());
+    PlainBox(QMessageBox::Information, tr("Loaded Plugins"), text.trimmed(), QMessageBox::Ok, this).exec();
 }
 
 void HostWindow::showUploadAdvice()
@@ -242,8 +242,9 @@ void HostWindow::showUploadAdvice()
     const QString problem = uploadPortProblem();
     m_notice->setNotice(problem);
     if (problem.isEmpty())
-        QMessageBox::information(this, tr("Voice Cue Uploads"),
-                                 tr("UDP port 69 is free: voice cues can be uploaded to devices."));
+        PlainBox(QMessageBox::Information, tr("Voice Cue Uploads"),
+                 tr("UDP port 69 is free: voice cues can be uploaded to devices."), QMessageBox::Ok, this)
+            .exec();
 }
 
 } // namespace devhost

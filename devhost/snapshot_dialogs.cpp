@@ -2,15 +2,16 @@
 
 #include "devhost/editor_session.h"
 #include "devhost/known_device.h"
+#include "devhost/plain_text.h"
 #include "devhost/whole_file.h"
 
 #include <QDate>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QPointer>
 #include <QPushButton>
+#include <QRegularExpression>
 #include <QStandardPaths>
 
 namespace devhost {
@@ -24,7 +25,10 @@ QString fileFilter()
 
 QString suggestedName(const EditorSession &session)
 {
-    return QStringLiteral("%1 %2.xml").arg(session.deviceName(), QDate::currentDate().toString(Qt::ISODate));
+    // What a file system reads as a folder, a drive or a hidden file, or refuses.
+    static const QRegularExpression special(QStringLiteral("[/\\\\:*?\"<>|]|^\\."));
+    return session.deviceName().replace(special, QStringLiteral("-"))
+        + QDate::currentDate().toString(QStringLiteral(" yyyy-MM-dd")) + QStringLiteral(".xml");
 }
 
 } // namespace
@@ -76,12 +80,12 @@ void SnapshotDialogs::load(EditorSession *session)
 
 void SnapshotDialogs::warn(const QString &sentence)
 {
-    QMessageBox::warning(m_window, tr("Snapshot"), sentence);
+    PlainBox(QMessageBox::Warning, tr("Snapshot"), sentence, QMessageBox::Ok, m_window).exec();
 }
 
 bool SnapshotDialogs::askToOverwrite(const EditorSession &session, const QString &path)
 {
-    QMessageBox box(
+    PlainBox box(
         QMessageBox::Question, tr("Load Snapshot"),
         tr("Overwrite all settings of %1 (%2) with %3?")
             .arg(session.deviceName(), session.device()->ipAddress().toString(), QFileInfo(path).fileName()),
