@@ -11,7 +11,6 @@ namespace {
 
 // Names are shown in one line and written into log files.
 constexpr int LongestText = 64;
-constexpr int LongestDatagram = 4096;
 
 bool isPlainText(const QString &text)
 {
@@ -30,7 +29,8 @@ public:
 
     QString text(const char *member)
     {
-        QString value = m_object.value(QLatin1String(member)).toString();
+        // Nobody could tell two names apart that differ in blanks at an end.
+        QString value = m_object.value(QLatin1String(member)).toString().trimmed();
         m_good &= isPlainText(value);
         return value;
     }
@@ -60,7 +60,7 @@ pxDevice::e_dev_type typeOf(uint number)
 
 std::optional<Announcement> parseAnnouncement(const QByteArray &datagram)
 {
-    if (datagram.size() > LongestDatagram)
+    if (datagram.size() > LongestAnnouncement)
         return std::nullopt;
     const QJsonObject object = QJsonDocument::fromJson(datagram).object();
     if (object.value(QLatin1String("announce")) != QJsonValue(QStringLiteral("plexo")))

@@ -9,6 +9,9 @@
 
 namespace devhost {
 
+/// In bytes; a longer datagram is no announcement.
+constexpr int LongestAnnouncement = 4096;
+
 /// What a device says about itself once a second (docs/simulated-device.md, "Announcement").
 struct Announcement
 {

@@ -31,13 +31,29 @@ const SourceLook &lookOf(LogSource source)
     return looks[int(source)];
 }
 
-bool isRefusal(const LogEntry &entry)
+bool isRefusal(LogSource source, const QString &text)
 {
-    if (entry.source != LogSource::Received)
+    if (source != LogSource::Received)
         return false;
     const bool refused
-        = entry.text.startsWith(QLatin1Char('{')) && !entry.text.contains(QLatin1String("\"result\":\"OK\""));
-    return refused || entry.text.startsWith(QLatin1String("NACK"));
+        = text.startsWith(QLatin1Char('{')) && !text.contains(QLatin1String("\"result\":\"OK\""));
+    return refused || text.startsWith(QLatin1String("NACK"));
+}
+
+qint64 bytesOf(const LogEntry &entry)
+{
+    return qint64(sizeof(QChar)) * (entry.device.size() + entry.text.size());
+}
+
+// Laying out a line of a whole datagram takes longer than its row is on screen.
+QString beginningOf(const QString &text)
+{
+    constexpr int most = 1000;
+    if (text.size() <= most)
+        return text;
+    return CommunicationLog::tr("%1 ... (%2 characters; copy the line to see all)")
+        .arg(text.left(most))
+        .arg(text.size());
 }
 
 QVariant shown(const LogEntry &entry, int column)
@@ -50,7 +66,7 @@ QVariant shown(const LogEntry &entry, int column)
     case CommunicationLog::Source:
         return QString::fromUtf8(lookOf(entry.source).sign);
     default:
-        return entry.text;
+        return beginningOf(entry.text);
     }
 }
 
@@ -64,35 +80,57 @@ QString oneLine(QString text)
 
 } // namespace
 
-CommunicationLog::CommunicationLog(int mostLines, QObject *parent)
+CommunicationLog::CommunicationLog(int mostLines, qint64 mostBytes, QObject *parent)
     : QAbstractTableModel(parent)
     , m_mostLines(mostLines)
+    , m_mostBytes(mostBytes)
 {
 }
 
 void CommunicationLog::append(LogSource source, const QString &device, const QString &text)
 {
-    if (int(m_entries.size()) == m_mostLines)
-        dropOldest();
+    const LogEntry entry{QDateTime::currentDateTime(), source, device, oneLine(text),
+                         isRefusal(source, text)};
+    makeRoomFor(entry);
     const int row = int(m_entries.size());
     beginInsertRows({}, row, row);
-    m_entries.push_back({QDateTime::currentDateTime(), source, device, oneLine(text)});
+    m_entries.push_back(entry);
+    m_bytes += bytesOf(entry);
     endInsertRows();
 }
 
 // A tenth at a time, so that a view is not told to drop a row with every line that comes in.
-void CommunicationLog::dropOldest()
+void CommunicationLog::makeRoomFor(const LogEntry &newcomer)
 {
-    const int count = std::max(1, m_mostLines / 10);
+    int count = 0;
+    if (rowCount() == m_mostLines)
+        count = std::max(1, m_mostLines / 10);
+    if (m_bytes + bytesOf(newcomer) > m_mostBytes)
+        count = std::max(count, countToDrop(m_bytes + bytesOf(newcomer) - m_mostBytes + m_mostBytes / 10));
+    if (count == 0)
+        return;
     beginRemoveRows({}, 0, count - 1);
-    m_entries.erase(m_entries.begin(), m_entries.begin() + count);
+    for (int dropped = 0; dropped < count; ++dropped) {
+        m_bytes -= bytesOf(m_entries.front());
+        m_entries.pop_front();
+    }
     endRemoveRows();
+}
+
+/// How many of the oldest lines hold @p excess bytes together, or all of them.
+int CommunicationLog::countToDrop(qint64 excess) const
+{
+    int count = 0;
+    while (count < rowCount() && excess > 0)
+        excess -= bytesOf(entry(count++));
+    return count;
 }
 
 void CommunicationLog::clear()
 {
     beginResetModel();
     m_entries.clear();
+    m_bytes = 0;
     endResetModel();
 }
 
@@ -115,7 +153,7 @@ QVariant CommunicationLog::data(const QModelIndex &index, int role) const
     case Qt::ToolTipRole:
         return index.column() == Text ? QVariant() : QVariant(tr(lookOf(line.source).tip));
     case Qt::ForegroundRole:
-        return QColor(isRefusal(line) ? RefusalColor : lookOf(line.source).color);
+        return QColor(line.refusal ? RefusalColor : lookOf(line.source).color);
     case Qt::TextAlignmentRole:
         return index.column() == Source ? QVariant(int(Qt::AlignCenter)) : QVariant();
     default:

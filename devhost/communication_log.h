@@ -16,9 +16,11 @@ struct LogEntry
     LogSource source = LogSource::Host;
     QString device; ///< empty for what concerns no device
     QString text;
+    bool refusal = false; ///< a reply that says no
 };
 
-/// The communication log: a bounded list of lines, the oldest dropped first.
+/// The communication log: a bounded list of lines, the oldest dropped first. Of a long line only the
+/// beginning is shown; entry() has all of it.
 class CommunicationLog : public QAbstractTableModel
 {
     Q_OBJECT
@@ -26,8 +28,8 @@ class CommunicationLog : public QAbstractTableModel
 public:
     enum Column { Time, Device, Source, Text, ColumnCount };
 
-    /// Never holds more than @p mostLines.
-    explicit CommunicationLog(int mostLines, QObject *parent = nullptr);
+    /// Never holds more than @p mostLines, nor texts of more than @p mostBytes (but always the newest line).
+    CommunicationLog(int mostLines, qint64 mostBytes, QObject *parent = nullptr);
 
     void append(LogSource source, const QString &device, const QString &text);
     void clear();
@@ -42,9 +44,12 @@ public:
     static QString lineOf(const LogEntry &entry);
 
 private:
-    void dropOldest();
+    void makeRoomFor(const LogEntry &newcomer);
+    int countToDrop(qint64 excess) const;
 
     int m_mostLines;
+    qint64 m_mostBytes;
+    qint64 m_bytes = 0;
     std::deque<LogEntry> m_entries;
 };
 

@@ -4,10 +4,9 @@
 #include "devhost/known_device.h"
 #include "host/px_devices.h"
 
+#include <QDeadlineTimer>
 #include <QNetworkDatagram>
 #include <QUdpSocket>
-
-#include <algorithm>
 
 namespace devhost {
 
@@ -16,13 +15,18 @@ namespace {
 constexpr char AnnouncementGroup[] = "239.255.77.1";
 constexpr quint16 AnnouncementPort = 47700;
 
+// The longest that announcements keep other events waiting.
+constexpr int TurnMs = 10;
+
 } // namespace
 
-DeviceFinder::DeviceFinder(pxDevices *devices, int lostAfterMs, QObject *parent)
+DeviceFinder::DeviceFinder(pxDevices *devices, const FinderLimits &limits, QObject *parent)
     : QObject(parent)
     , m_list(devices)
-    , m_lostAfterMs(lostAfterMs)
+    , m_limits(limits)
 {
+    connect(&m_forgetting, &QTimer::timeout, this, &DeviceFinder::forgetLongLost);
+    m_forgetting.start(limits.forgetAfterMs / 10);
 }
 
 DeviceFinder::~DeviceFinder() = default;
@@ -46,17 +50,14 @@ QString DeviceFinder::listenOn(const QNetworkInterface &interface)
     return QString();
 }
 
-KnownDevice *DeviceFinder::device(const QString &name) const
-{
-    const auto at = std::find_if(m_devices.cbegin(), m_devices.cend(),
-                                 [&name](const KnownDevice *device) { return device->name() == name; });
-    return at == m_devices.cend() ? nullptr : *at;
-}
-
 void DeviceFinder::readPending()
 {
-    while (m_socket->hasPendingDatagrams()) {
-        const QNetworkDatagram datagram = m_socket->receiveDatagram();
+    // What is still there then, the socket reports again.
+    const QDeadlineTimer turn(TurnMs);
+    while (!turn.hasExpired()) {
+        const QNetworkDatagram datagram = m_socket->receiveDatagram(LongestAnnouncement + 1);
+        if (!datagram.isValid())
+            return;
         // The kernel delivers a group that any program has joined, whatever interface it came in on.
         if (int(datagram.interfaceIndex()) != m_interfaceIndex)
             continue;
@@ -68,32 +69,95 @@ void DeviceFinder::readPending()
 void DeviceFinder::hear(const Announcement &announcement, const QHostAddress &sender)
 {
     KnownDevice *known = device(announcement.name);
-    if (!known)
-        addDevice(announcement, sender);
-    else if (known->isPresent() && known->macAddress() != announcement.mac)
+    if (!known) {
+        if (makeRoom()) // else it announces itself again in a second
+            addDevice(announcement, sender);
+        return;
+    }
+    if (known->isPresent() && known->macAddress() != announcement.mac)
         reportClash(*known, sender);
     else
         known->hear(announcement, sender);
 }
 
+/// Answers whether there is room for a new device.
+bool DeviceFinder::makeRoom()
+{
+    if (!m_second.isValid() || m_second.hasExpired(1000)) {
+        m_second.start();
+        m_newThisSecond = 0;
+    }
+    if (m_newThisSecond == m_limits.mostNewASecond)
+        return false;
+    if (m_devices.size() >= m_limits.mostDevices) {
+        KnownDevice *spare = longestSilentSpare();
+        if (!spare) {
+            reportFull();
+            return false;
+        }
+        forget(spare);
+    }
+    ++m_newThisSecond;
+    return true;
+}
+
+KnownDevice *DeviceFinder::longestSilentSpare() const
+{
+    KnownDevice *longest = nullptr;
+    for (KnownDevice *device : m_devices) {
+        if (device->isSpare() && (!longest || device->silentMs() > longest->silentMs()))
+            longest = device;
+    }
+    return longest;
+}
+
+void DeviceFinder::forget(KnownDevice *device)
+{
+    m_devices.removeOne(device);
+    m_byName.remove(device->name());
+    m_reportedClashes.remove(device->name());
+    m_reportedFull = false;
+    m_list->remove(device);
+    emit forgotten(device);
+    device->deleteLater();
+}
+
+void DeviceFinder::forgetLongLost()
+{
+    for (KnownDevice *device : QList<KnownDevice *>(m_devices)) {
+        if (device->isSpare() && device->silentMs() > m_limits.forgetAfterMs)
+            forget(device);
+    }
+}
+
 void DeviceFinder::addDevice(const Announcement &announcement, const QHostAddress &sender)
 {
-    auto *device = new KnownDevice(announcement.name, m_lostAfterMs, this);
+    auto *device = new KnownDevice(announcement.name, m_limits.lostAfterMs, this);
     device->hear(announcement, sender);
     m_devices.append(device);
+    m_byName.insert(device->name(), device);
     m_list->add(device);
     emit found(device);
 }
 
 void DeviceFinder::reportClash(const KnownDevice &device, const QHostAddress &sender)
 {
-    const QString key = device.name() + QLatin1Char('@') + sender.toString();
-    if (m_reportedClashes.contains(key))
+    if (m_reportedClashes.contains(device.name()))
         return;
-    m_reportedClashes.insert(key);
-    emit nameClash(tr("Two devices call themselves %1: %2 and %3. The second one is ignored; give it "
-                      "another name.")
-                       .arg(device.name(), device.ipAddress().toString(), sender.toString()));
+    m_reportedClashes.insert(device.name());
+    emit problem(tr("Two devices call themselves %1: %2 and %3. The second one is ignored; give it "
+                    "another name.")
+                     .arg(device.name(), device.ipAddress().toString(), sender.toString()));
+}
+
+void DeviceFinder::reportFull()
+{
+    if (m_reportedFull)
+        return;
+    m_reportedFull = true;
+    emit problem(tr("More than %1 devices announce themselves; those that are not listed cannot be opened. "
+                    "Choose another interface, or find out who announces so many.")
+                     .arg(m_limits.mostDevices));
 }
 
 } // namespace devhost

@@ -50,6 +50,7 @@ DeviceTableModel::DeviceTableModel(Host *host, QObject *parent)
     , m_host(host)
 {
     connect(host->finder(), &DeviceFinder::found, this, &DeviceTableModel::addDevice);
+    connect(host->finder(), &DeviceFinder::forgotten, this, &DeviceTableModel::removeDevice);
     connect(host->sessions(), &EditorSessions::opened, this, [this](EditorSession *session) {
         const QString name = session->deviceName();
         connect(session, &EditorSession::statusChanged, this, [this, name] { refresh(name); });
@@ -58,13 +59,18 @@ DeviceTableModel::DeviceTableModel(Host *host, QObject *parent)
     connect(host->sessions(), &EditorSessions::closed, this, &DeviceTableModel::refresh);
 }
 
+// By name, so that a device is found in the same place each time.
+int DeviceTableModel::rowOf(const QString &name) const
+{
+    const auto at = std::lower_bound(
+        m_devices.cbegin(), m_devices.cend(), name,
+        [](const KnownDevice *device, const QString &wanted) { return device->name() < wanted; });
+    return int(at - m_devices.cbegin());
+}
+
 void DeviceTableModel::addDevice(KnownDevice *device)
 {
-    // By name, so that a device is found in the same place each time.
-    const auto after = std::upper_bound(
-        m_devices.cbegin(), m_devices.cend(), device,
-        [](const KnownDevice *left, const KnownDevice *right) { return left->name() < right->name(); });
-    const int row = int(after - m_devices.cbegin());
+    const int row = rowOf(device->name());
     beginInsertRows({}, row, row);
     m_devices.insert(row, device);
     endInsertRows();
@@ -73,12 +79,19 @@ void DeviceTableModel::addDevice(KnownDevice *device)
     connect(device, &pxDevice::DataChanged, this, update);
 }
 
+void DeviceTableModel::removeDevice(KnownDevice *device)
+{
+    const int row = rowOf(device->name());
+    beginRemoveRows({}, row, row);
+    m_devices.removeAt(row);
+    endRemoveRows();
+    disconnect(device, nullptr, this, nullptr);
+}
+
 void DeviceTableModel::refresh(const QString &deviceName)
 {
-    for (int row = 0; row < m_devices.size(); ++row) {
-        if (m_devices.at(row)->name() == deviceName)
-            emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
-    }
+    const int row = rowOf(deviceName);
+    emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
 }
 
 KnownDevice *DeviceTableModel::deviceAt(const QModelIndex &index) const

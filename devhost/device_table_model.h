@@ -28,6 +28,9 @@ public:
 
 private:
     void addDevice(KnownDevice *device);
+    void removeDevice(KnownDevice *device);
+    /// The first row whose name is not less than @p name.
+    int rowOf(const QString &name) const;
     void refresh(const QString &deviceName);
     QString statusOf(const KnownDevice &device) const;
     QString shown(const KnownDevice &device, int column) const;

@@ -21,17 +21,25 @@ QString DeviceTransport::open()
 
 void DeviceTransport::setRoute(const QString &name, const QHostAddress &address, quint16 port)
 {
+    removeRoute(name);
     const Place place(address, port);
-    // Who had this place before is no longer there: a device renamed, or another started in its stead.
-    m_routes.remove(m_routes.key(place));
     m_routes.insert(name, place);
+    if (!m_askers.contains(place))
+        m_askers.insert(place, name);
+}
+
+void DeviceTransport::removeRoute(const QString &name)
+{
+    const auto asker = m_askers.find(m_routes.take(name));
+    if (asker != m_askers.end() && *asker == name)
+        m_askers.erase(asker);
 }
 
 void DeviceTransport::send(const QString &name, const QByteArray &bytes)
 {
     const auto route = m_routes.constFind(name);
     if (route == m_routes.constEnd()) {
-        emit problem(tr("A message for %1 was not sent: no such device has been found yet.").arg(name));
+        emit problem(tr("A message for %1 was not sent: no such device is present.").arg(name));
         return;
     }
     if (m_socket.writeDatagram(bytes, route->first, route->second) != bytes.size()) {
@@ -40,22 +48,21 @@ void DeviceTransport::send(const QString &name, const QByteArray &bytes)
                          .arg(name, m_socket.errorString()));
         return;
     }
+    m_askers.insert(*route, name);
     emit sent(name, bytes);
 }
 
 void DeviceTransport::readPending()
 {
-    while (m_socket.hasPendingDatagrams()) {
-        const QNetworkDatagram datagram = m_socket.receiveDatagram();
-        const QString name = m_routes.key({datagram.senderAddress(), quint16(datagram.senderPort())});
-        if (name.isEmpty())
-            continue;
-        // Queued: a plugin may open a message box on a reply, and the socket reports nothing more, for any
-        // device, until this function has returned.
-        QMetaObject::invokeMethod(
-            this, [this, name, bytes = datagram.data()] { emit received(name, bytes); },
-            Qt::QueuedConnection);
-    }
+    // One a turn of the event loop, however fast they come: the socket reports the next one again.
+    const QNetworkDatagram datagram = m_socket.receiveDatagram();
+    const QString name = m_askers.value({datagram.senderAddress(), quint16(datagram.senderPort())});
+    if (name.isEmpty())
+        return;
+    // Queued: a plugin may open a message box on a reply, and the socket reports nothing more, for any
+    // device, until this function has returned.
+    QMetaObject::invokeMethod(
+        this, [this, name, bytes = datagram.data()] { emit received(name, bytes); }, Qt::QueuedConnection);
 }
 
 } // namespace devhost

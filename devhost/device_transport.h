@@ -21,9 +21,11 @@ public:
     /// Opens the socket; the answer is empty, or a sentence on what failed.
     QString open();
 
-    /// Where @p name is reached from now on, replacing an earlier place. Another name that had the place
-    /// loses it.
+    /// Where @p name is reached from now on, replacing an earlier place. Several names may share a place, as
+    /// one device does that was renamed; what comes from there is for the one that was last sent something.
     void setRoute(const QString &name, const QHostAddress &address, quint16 port);
+    /// Nothing can be sent to @p name any more.
+    void removeRoute(const QString &name);
 
     /// Sends one message. What cannot be sent is told by problem(), never lost without a word.
     void send(const QString &name, const QByteArray &bytes);
@@ -41,6 +43,7 @@ private:
 
     QUdpSocket m_socket;
     QHash<QString, Place> m_routes;
+    QHash<Place, QString> m_askers;
 };
 
 } // namespace devhost

@@ -14,14 +14,16 @@ EditorSession::EditorSession(const SessionPlace &place, KnownDevice *device, QOb
     , m_place(place)
     , m_device(device)
 {
+    m_device->hold();
 }
 
 EditorSession::~EditorSession()
 {
-    if (!m_plugin)
-        return;
-    m_plugin->disconnect(this);
-    delete m_plugin;
+    if (m_plugin) {
+        m_plugin->disconnect(this);
+        delete m_plugin;
+    }
+    m_device->letGo();
 }
 
 QString EditorSession::start(PlexoPluginFactory *factory)

@@ -32,7 +32,7 @@ class EditorSession : public QObject
     Q_OBJECT
 
 public:
-    /// @p device must outlive the session.
+    /// Holds @p device as long as it lives.
     EditorSession(const SessionPlace &place, KnownDevice *device, QObject *parent = nullptr);
     ~EditorSession() override;
 

@@ -10,8 +10,8 @@ namespace devhost {
 
 namespace {
 
-constexpr int LostAfterMs = 3000;
 constexpr int MostLogLines = 20000;
+constexpr qint64 MostLogBytes = 32 * 1024 * 1024;
 
 QString besideProgram(const QString &name)
 {
@@ -22,8 +22,8 @@ QString besideProgram(const QString &name)
 
 Host::Host(QObject *parent)
     : QObject(parent)
-    , m_log(MostLogLines)
-    , m_finder(&m_devices, LostAfterMs)
+    , m_log(MostLogLines, MostLogBytes)
+    , m_finder(&m_devices)
     , m_simulated(besideProgram(QStringLiteral("kbx-simulator")))
     , m_sessions(&m_registry, {&m_devices, &m_text, &m_aes67, nullptr, 0})
 {
@@ -31,7 +31,7 @@ Host::Host(QObject *parent)
     wireTransport(&m_text, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); });
     wireTransport(&m_aes67, [](const QByteArray &bytes) { return QString::fromLatin1(bytes.toHex(' ')); });
     connect(&m_finder, &DeviceFinder::found, this, &Host::wireDevice);
-    connect(&m_finder, &DeviceFinder::nameClash, this, [this](const QString &text) { reportProblem(text); });
+    connect(&m_finder, &DeviceFinder::problem, this, [this](const QString &text) { reportProblem(text); });
     connect(&m_sessions, &EditorSessions::closed, this,
             [this](const QString &name) { reportStatus(tr("The editor of %1 is closed.").arg(name), name); });
     connect(&m_sessions, &EditorSessions::starting, this, &Host::wireSession);
@@ -103,12 +103,21 @@ void Host::wireDevice(KnownDevice *device)
     route();
     connect(device, &KnownDevice::routeChanged, this, route);
     connect(device, &pxDevice::PresenceChanged, this, [this, device] {
+        // Another device may be given its address.
+        if (!device->isPresent())
+            dropRoute(device);
         reportStatus(device->isPresent() ? tr("%1 is back.").arg(device->name())
                                          : tr("%1 is lost: it no longer announces itself on %2.")
                                                .arg(device->name(), m_interface.name()),
                      device->name());
     });
     reportStatus(tr("Found %1 at %2.").arg(device->name(), device->ipAddress().toString()), device->name());
+}
+
+void Host::dropRoute(const KnownDevice *device)
+{
+    for (DeviceTransport *transport : {&m_text, &m_aes67})
+        transport->removeRoute(device->name());
 }
 
 void Host::wireSession(EditorSession *session)

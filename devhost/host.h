@@ -53,6 +53,7 @@ private:
     /// @p toText makes a message readable for the log.
     void wireTransport(DeviceTransport *transport, QString (*toText)(const QByteArray &message));
     void wireDevice(KnownDevice *device);
+    void dropRoute(const KnownDevice *device);
     void wireSession(EditorSession *session);
 
     CommunicationLog m_log;

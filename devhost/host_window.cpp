@@ -92,6 +92,7 @@ void HostWindow::setUpConnections()
         refreshCounts();
     });
     connect(m_model, &QAbstractItemModel::rowsInserted, this, &HostWindow::refreshCounts);
+    connect(m_model, &QAbstractItemModel::rowsRemoved, this, &HostWindow::refreshCounts);
     connect(m_host->sessions(), &EditorSessions::opened, this, [this](EditorSession *session) {
         const QString name = session->deviceName();
         connect(session, &EditorSession::deviceViewRequested, this, [this, name] { showDeviceList(name); });
@@ -107,7 +108,8 @@ void HostWindow::closeEvent(QCloseEvent *event)
 
 void HostWindow::open(KnownDevice *device)
 {
-    m_host->reportProblem(m_host->sessions()->open(device), device->name());
+    const QString name = device->name(); // which may be gone afterwards
+    m_host->reportProblem(m_host->sessions()->open(device), name);
 }
 
 EditorSession *HostWindow::selectedSession() const

@@ -24,10 +24,11 @@ void KnownDevice::hear(const Announcement &announcement, const QHostAddress &sen
     setProductName(announcement.product);
     setFirmwareVersion(announcement.version);
     setFeatureLevel(announcement.featureLevel);
-    // One that was lost may meanwhile have had its place taken by another name.
+    // One that was lost has no route.
     if (moved || !isPresent())
         emit routeChanged();
     m_silence.start();
+    m_lastHeard.start();
     setPresent(true);
 }
 

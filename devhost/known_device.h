@@ -2,6 +2,7 @@
 
 #include "host/px_device.h"
 
+#include <QElapsedTimer>
 #include <QTimer>
 
 namespace devhost {
@@ -22,6 +23,14 @@ public:
 
     /// Takes over what the device said and marks it present.
     void hear(const Announcement &announcement, const QHostAddress &sender);
+    /// Since the last announcement.
+    qint64 silentMs() const { return m_lastHeard.elapsed(); }
+
+    /// Whoever keeps a pointer to the device over turns of the event loop holds it as long.
+    void hold() { ++m_holders; }
+    void letGo() { --m_holders; }
+    /// Nobody would miss it: it is lost and not held.
+    bool isSpare() const { return !isPresent() && m_holders == 0; }
 
 signals:
     /// Its address or control port is another one than before, or it is back after having been lost.
@@ -31,6 +40,8 @@ private:
     QString m_model;
     quint16 m_controlPort = 0;
     QTimer m_silence;
+    QElapsedTimer m_lastHeard;
+    int m_holders = 0;
 };
 
 } // namespace devhost

@@ -4,6 +4,7 @@
 #include "host/px_devices.h"
 #include "tests/devhost/fake_device.h"
 
+#include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
 
@@ -11,7 +12,10 @@ using namespace devhost;
 
 namespace {
 
-constexpr int LostAfterMs = 150;
+FinderLimits limits(int lostAfterMs, int forgetAfterMs = 60000, int most = 500, int newASecond = 100)
+{
+    return {lostAfterMs, forgetAfterMs, most, newASecond};
+}
 
 QNetworkInterface loopback()
 {
@@ -43,11 +47,14 @@ private slots:
     void refusesAnnouncement();
     void findsLosesAndFindsAgain();
     void keepsFirstOfTwoWithOneName();
+    void makesRoomByForgettingSpareOnes();
+    void forgetsLongLost();
+    void listsSoManyNewOnesASecond();
 };
 
 void Finding::readsAnnouncement()
 {
-    const auto heard = parseAnnouncement(good());
+    const auto heard = parseAnnouncement(with("KBX-0001", " KBX-0001  "));
     QVERIFY(heard);
     QCOMPARE(heard->name, QStringLiteral("KBX-0001"));
     QCOMPARE(heard->type, pxDevice::DEV_TYPE_NETWORK);
@@ -67,6 +74,7 @@ void Finding::refusesAnnouncement_data()
     QTest::newRow("another announcement") << with("plexo", "Plexo");
     QTest::newRow("no name") << with("\"name\"", "\"nome\"");
     QTest::newRow("name over two lines") << with("KBX-0001", "KBX\\n0001");
+    QTest::newRow("blank name") << with("KBX-0001", "  ");
     QTest::newRow("long name") << with("KBX-0001", QByteArray(65, 'x'));
     QTest::newRow("no model") << with("\"KBX\"", "null");
     QTest::newRow("bad version") << with("1.2.0", "1.2");
@@ -84,7 +92,7 @@ void Finding::refusesAnnouncement()
 void Finding::findsLosesAndFindsAgain()
 {
     pxDevices list;
-    DeviceFinder finder(&list, LostAfterMs);
+    DeviceFinder finder(&list, limits(150));
     QCOMPARE(finder.listenOn(loopback()), QString());
     QSignalSpy found(&finder, &DeviceFinder::found);
     FakeDevice device;
@@ -106,9 +114,9 @@ void Finding::findsLosesAndFindsAgain()
 void Finding::keepsFirstOfTwoWithOneName()
 {
     pxDevices list;
-    DeviceFinder finder(&list, 60000);
+    DeviceFinder finder(&list);
     finder.listenOn(loopback());
-    QSignalSpy clash(&finder, &DeviceFinder::nameClash);
+    QSignalSpy clash(&finder, &DeviceFinder::problem);
     FakeDevice first;
     FakeDevice second(QHostAddress(QStringLiteral("127.0.0.2")));
     second.mac = "02:4B:42:58:00:02";
@@ -127,6 +135,69 @@ void Finding::keepsFirstOfTwoWithOneName()
     second.announce("KBX-0001");
     QTRY_COMPARE(finder.device(QStringLiteral("KBX-0001"))->ipAddress(), second.address());
     QCOMPARE(clash.count(), 1);
+}
+
+void Finding::makesRoomByForgettingSpareOnes()
+{
+    pxDevices list;
+    DeviceFinder finder(&list, limits(60000, 60000, 3));
+    finder.listenOn(loopback());
+    QSignalSpy problem(&finder, &DeviceFinder::problem);
+    FakeDevice device;
+    const auto listed = [&finder](const char *name) { return finder.device(QLatin1String(name)); };
+    for (const char *name : {"open", "first", "second"}) {
+        device.announce(name);
+        QTRY_VERIFY(listed(name));
+        listed(name)->setPresent(false);
+    }
+    listed("open")->hold();
+    const QPointer<KnownDevice> forgotten(listed("first"));
+    device.announce("third");
+    QTRY_VERIFY(listed("third"));
+    QVERIFY(listed("open") && !listed("first") && listed("second"));
+    QTRY_VERIFY(!forgotten);
+
+    device.announce("fourth");
+    for (const char *tooMany : {"fifth", "sixth", "open"})
+        device.announce(tooMany);
+    QTRY_VERIFY(listed("open")->isPresent());
+    QVERIFY(listed("third") && listed("fourth"));
+    QCOMPARE(finder.devices().size(), 3);
+    QCOMPARE(list.list().size(), 3);
+    QCOMPARE(problem.count(), 1);
+}
+
+void Finding::forgetsLongLost()
+{
+    pxDevices list;
+    DeviceFinder finder(&list, limits(100, 200));
+    finder.listenOn(loopback());
+    FakeDevice device;
+    device.announce("open");
+    QTRY_COMPARE(finder.devices().size(), 1);
+    KnownDevice *open = finder.devices().first();
+    open->hold();
+    device.announce("spare");
+    QTRY_COMPARE(finder.devices().size(), 2);
+    QTRY_COMPARE(finder.devices(), QList<KnownDevice *>{open});
+    open->letGo();
+    QTRY_VERIFY(finder.devices().isEmpty());
+}
+
+void Finding::listsSoManyNewOnesASecond()
+{
+    pxDevices list;
+    DeviceFinder finder(&list, limits(60000, 60000, 500, 2));
+    finder.listenOn(loopback());
+    FakeDevice device;
+    device.announce("first");
+    QTRY_COMPARE(finder.devices().size(), 1);
+    finder.devices().first()->setPresent(false);
+    for (const char *name : {"second", "third", "first"})
+        device.announce(name);
+    QTRY_VERIFY(finder.devices().first()->isPresent());
+    QCOMPARE(finder.devices().size(), 2);
+    QTRY_VERIFY((device.announce("third"), finder.device(QStringLiteral("third"))));
 }
 
 QTEST_MAIN(Finding)

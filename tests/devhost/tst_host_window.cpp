@@ -11,7 +11,9 @@
 #include "tests/support/box_answerer.h"
 
 #include <QApplication>
+#include <QFileDialog>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenuBar>
 #include <QPointer>
 #include <QPushButton>
@@ -20,6 +22,28 @@
 #include <QTimer>
 
 using namespace devhost;
+
+namespace {
+
+/// What of the program's texts that hold @p name Qt would read as markup.
+QStringList readAsMarkup(const QString &name)
+{
+    QStringList texts;
+    for (const QWidget *widget : QApplication::allWidgets()) {
+        const auto *label = qobject_cast<const QLabel *>(widget);
+        if (label && label->textFormat() != Qt::PlainText)
+            texts.append(label->text());
+        texts.append(widget->toolTip());
+        const auto *view = qobject_cast<const QAbstractItemView *>(widget);
+        for (int column = 0; view && column < view->model()->columnCount(); ++column)
+            texts.append(view->model()->index(0, column).data(Qt::ToolTipRole).toString());
+    }
+    texts = texts.filter(name);
+    texts.removeDuplicates();
+    return texts;
+}
+
+} // namespace
 
 /// Uses the host as a user would, with a fake plugin and a fake device on the loopback interface.
 class Window : public QObject
@@ -36,19 +60,24 @@ private slots:
     void loadsSnapshot_data();
     void loadsSnapshot();
     void showsLossAndStatus();
+    void showsNamesAsTheyAre();
+    void leavesEditorAloneInFlood();
     void closingWindowEndsEditors();
 
 private:
     DeviceView *view() const { return m_window->findChild<DeviceView *>(); }
     QString statusText() const { return m_window->findChild<QLabel *>(QStringLiteral("hostStatus"))->text(); }
     QString cell(int column) const { return view()->model()->index(0, column).data().toString(); }
-    EditorSession *session() const { return m_host->sessions()->session(QStringLiteral("KBX-0001")); }
+    EditorSession *session(const QString &name = QStringLiteral("KBX-0001")) const
+    {
+        return m_host->sessions()->session(name);
+    }
     PlexoPlugin *plugin() const { return qobject_cast<PlexoPlugin *>(session()->editor()->parentWidget()); }
     QString menu(const QStringList &entries) const
     {
         return tour::hands::chooseMenu(m_window->menuBar(), QStringList{QStringLiteral("Device")} + entries);
     }
-    void openEditor();
+    void openEditor(const QString &name = QStringLiteral("KBX-0001"));
     void answerFileDialog(const QString &path);
 
     QScopedPointer<QTemporaryDir> m_folder;
@@ -79,10 +108,10 @@ void Window::cleanup()
     m_host.reset();
 }
 
-void Window::openEditor()
+void Window::openEditor(const QString &name)
 {
     QTest::keyClick(view(), Qt::Key_Return);
-    QVERIFY(session());
+    QVERIFY(session(name));
 }
 
 void Window::answerFileDialog(const QString &path)
@@ -190,6 +219,55 @@ void Window::showsLossAndStatus()
     QCOMPARE(cell(0), QStringLiteral("Lost"));
     QVERIFY2(statusText().contains(QStringLiteral("KBX-0001 is lost")), qPrintable(statusText()));
     QVERIFY(!menu({QStringLiteral("Open")}).isEmpty());
+}
+
+void Window::showsNamesAsTheyAre()
+{
+    const QString name = QStringLiteral("<img src=/a.png>");
+    m_device->announce(name.toUtf8());
+    QTRY_COMPARE(view()->model()->rowCount(), 2);
+    view()->selectRow(0);
+    QCOMPARE(cell(1), name);
+    QVERIFY2(statusText().contains(name), qPrintable(statusText()));
+    openEditor(name);
+    QCOMPARE(readAsMarkup(name), QStringList());
+
+    const QString path = m_folder->filePath(QStringLiteral("a.xml"));
+    writeWholeFile(path, "bad");
+    answerFileDialog(path);
+    support::BoxAnswerer answerer(QMessageBox::Ok);
+    answerer.setWhileOpen([&name] { QCOMPARE(readAsMarkup(name), QStringList()); });
+    QCOMPARE(menu({QStringLiteral("Load Snapshot...")}), QString());
+    QVERIFY(answerer.seen().value(0).text.contains(name));
+
+    QString suggested;
+    QTimer cancel;
+    connect(&cancel, &QTimer::timeout, this, [&suggested] {
+        if (QFileDialog *dialog = tour::fileDialog()) {
+            suggested = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"))->text();
+            dialog->reject();
+        }
+    });
+    cancel.start(20);
+    QCOMPARE(menu({QStringLiteral("Save Snapshot...")}), QString());
+    QVERIFY2(suggested.startsWith(QStringLiteral("-img src=-a.png- 20")), qPrintable(suggested));
+}
+
+void Window::leavesEditorAloneInFlood()
+{
+    openEditor();
+    // From the very place of the device.
+    for (int number = 0; number < 1000; ++number) {
+        m_device->announce("F" + QByteArray::number(number));
+        if (number % 50 == 0) // what a socket holds
+            QTest::qWait(0);
+    }
+    QTRY_VERIFY(m_host->finder()->device(QStringLiteral("F0")));
+    QVERIFY(view()->model()->rowCount() < 500);
+    plugin()->queueVelmarAsciiMsg(QStringLiteral("KBX-0001"), "alive?", false);
+    QTRY_COMPARE(m_device->heard(), QList<QByteArray>{"alive?"});
+    m_device->answer("yes");
+    QTRY_COMPARE(plugin()->property("received").toStringList(), QStringList{QStringLiteral("yes")});
 }
 
 void Window::closingWindowEndsEditors()

@@ -60,7 +60,7 @@ private slots:
 void Log::staysBounded()
 {
     constexpr int most = 30;
-    CommunicationLog log(most);
+    CommunicationLog log(most, 1000);
     const QAbstractItemModelTester tester(&log, QAbstractItemModelTester::FailureReportingMode::Fatal);
     for (int line = 0; line < 100; ++line) {
         log.append(LogSource::Sent, QString(), QString::number(line));
@@ -70,6 +70,20 @@ void Log::staysBounded()
     const int first = log.entry(0).text.toInt();
     for (int row = 0; row < log.rowCount(); ++row)
         QCOMPARE(log.entry(row).text.toInt(), first + row);
+    for (int line = 0; line < 100; ++line) {
+        log.append(LogSource::Received, QString(), QString(100, QLatin1Char('x')));
+        int bytes = 0;
+        for (int row = 0; row < log.rowCount(); ++row)
+            bytes += log.entry(row).text.size() * int(sizeof(QChar));
+        QVERIFY(bytes <= 1000);
+    }
+    QVERIFY(log.rowCount() >= 4);
+    // Shown in part, kept whole.
+    const QString whole(50000, QLatin1Char('y'));
+    log.append(LogSource::Received, QString(), whole);
+    QCOMPARE(log.rowCount(), 1);
+    QVERIFY(log.index(0, CommunicationLog::Text).data().toString().size() < 2000);
+    QVERIFY(CommunicationLog::lineOf(log.entry(0)).endsWith(whole));
     log.clear();
     QCOMPARE(log.rowCount(), 0);
 }
@@ -96,7 +110,7 @@ void Log::filters()
     QFETCH(const QString, text);
     QFETCH(const QList<int>, hidden);
     QFETCH(const QStringList, shown);
-    CommunicationLog log(10);
+    CommunicationLog log(10, 10000);
     LogFilter filter(&log);
     log.append(LogSource::Sent, QStringLiteral("KBX-1"), QStringLiteral("{\"get\":\"/system/usb\"}"));
     log.append(LogSource::Sent, QStringLiteral("KBX-2"), QStringLiteral("{\"get\":\"/status/usb\"}"));

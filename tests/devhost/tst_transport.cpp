@@ -74,11 +74,15 @@ void Transport::tellsDevicesApart()
     m_device->answer("from first");
     QTRY_COMPARE(received.count(), 1);
     QCOMPARE(received.takeFirst().first().toString(), name());
-    for (const char *later : {"B", "A", "C"}) {
-        m_transport->setRoute(QLatin1String(later), m_device->address(), m_device->port());
-        m_device->answer("renamed");
+    // Another name that comes from the first one's place takes nothing from it.
+    const QString renamed = QStringLiteral("renamed");
+    m_transport->setRoute(renamed, m_device->address(), m_device->port());
+    for (const QString &asking : {name(), renamed, name()}) {
+        m_transport->send(asking, asking.toUtf8());
+        QTRY_COMPARE(m_device->heard().last(), asking.toUtf8());
+        m_device->answer("reply");
         QTRY_COMPARE(received.count(), 1);
-        QCOMPARE(received.takeFirst().first().toString(), QLatin1String(later));
+        QCOMPARE(received.takeFirst().first().toString(), asking);
     }
 }
 
