@@ -1,8 +1,42 @@
 #include "host/modal_box.h"
 
+#include <QApplication>
+#include <QLabel>
 #include <QPointer>
 
+#include <algorithm>
+
 namespace {
+
+constexpr char OwnerProperty[] = "owner";
+
+QVariant markOf(const QObject *owner)
+{
+    return QVariant::fromValue(quintptr(owner));
+}
+
+/// What a device sends over and over must not pile up boxes.
+bool isOpen(const BoxText &text, const QObject *owner)
+{
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    return std::any_of(windows.cbegin(), windows.cend(), [&](const QWidget *window) {
+        const auto *box = qobject_cast<const QMessageBox *>(window);
+        return box && box->isVisible() && box->text() == text.text
+            && box->property(OwnerProperty) == markOf(owner);
+    });
+}
+
+/// Names of devices stand in some of the texts.
+void fillIn(QMessageBox *box, const BoxText &text)
+{
+    box->setTextFormat(Qt::PlainText);
+    box->setText(text.text);
+    box->setInformativeText(text.informativeText);
+    for (QLabel *label : box->findChildren<QLabel *>())
+        label->setTextFormat(Qt::PlainText);
+    box->setDetailedText(text.detailedText);
+    box->setDefaultButton(text.defaultButton);
+}
 
 void centre(QMessageBox *box, const QWidget *over)
 {
@@ -15,12 +49,13 @@ void centre(QMessageBox *box, const QWidget *over)
 
 QMessageBox::StandardButton runModalBox(const BoxText &text, const QObject *owner, const QWidget *centreOver)
 {
+    if (isOpen(text, owner))
+        return QMessageBox::NoButton;
     const QPointer<const QObject> alive(owner);
     // On the heap: the nested event loop may destroy everything around the caller, the box included.
-    QPointer<QMessageBox> box(new QMessageBox(text.icon, text.title, text.text, text.buttons));
-    box->setInformativeText(text.informativeText);
-    box->setDetailedText(text.detailedText);
-    box->setDefaultButton(text.defaultButton);
+    QPointer<QMessageBox> box(new QMessageBox(text.icon, text.title, QString(), text.buttons));
+    box->setProperty(OwnerProperty, markOf(owner));
+    fillIn(box, text);
     QObject::connect(owner, &QObject::destroyed, box.data(), &QDialog::reject);
     if (centreOver) {
         box->setStyleSheet(centreOver->window()->styleSheet());

@@ -4,7 +4,7 @@
 
 #include <QMessageBox>
 
-/// Contents of a message box. Buttons keep Qt's texts; an empty text is not shown.
+/// Contents of a message box, shown as plain text. Buttons keep Qt's texts; an empty text is not shown.
 struct BoxText
 {
     QMessageBox::Icon icon = QMessageBox::Warning;
@@ -18,6 +18,7 @@ struct BoxText
 
 /// Shows a message box without parent and waits for its answer. The box goes away unanswered, with
 /// QMessageBox::NoButton, when @p owner is destroyed meanwhile: callers must then touch nothing of the
-/// owner's. With @p centreOver the box is shown centred over that widget's top-level window.
+/// owner's. While a box with the same text and owner is open, no second one opens: that, too, is NoButton.
+/// With @p centreOver the box is shown centred over that widget's top-level window.
 PLEXO_HOST_EXPORT QMessageBox::StandardButton runModalBox(const BoxText &text, const QObject *owner,
                                                           const QWidget *centreOver = nullptr);

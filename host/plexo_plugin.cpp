@@ -61,8 +61,11 @@ void PlexoPlugin::letGoOfDevice(const pxDevice *next)
         m_text.clear();
         m_aes67.clear();
     }
-    if (m_device != next)
+    if (m_device != next) {
         ++m_attachment;
+        m_text.timeoutGuard = false;
+        m_aes67.timeoutGuard = false;
+    }
     disconnect(m_text.timer(), nullptr, this, nullptr);
     disconnect(m_aes67.timer(), nullptr, this, nullptr);
 }

@@ -79,6 +79,13 @@ public:
     /// Whether the device's feature level reaches the host's threshold for the factory's key.
     virtual bool deviceMeetsThreshold();
 
+    /// Whether text queries wait to be sent; the one in flight does not count.
+    bool hasWaitingQueries() const { return m_text.hasQueries(); }
+    /// Whether the text request in flight is a query.
+    bool isQueryInFlight() const { return m_text.isQueryInFlight(); }
+    /// Takes back the text queries that wait to be sent. Commands stay, and so does the request in flight.
+    void withdrawQueries() { m_text.dropQueries(); }
+
 public slots:
     virtual void handleVelmarAsciiRequestTimeout();
     virtual void handleVelmarAES67RequestTimeout();
@@ -143,6 +150,7 @@ protected:
 private:
     using SendSignal = void (PlexoPlugin::*)(QString, pxDevice::e_dev_type, QByteArray);
     using Operation = void (PlexoPlugin::*)();
+    class Attachment;
 
     void letGoOfDevice(const pxDevice *next);
     void startLater(Operation process);

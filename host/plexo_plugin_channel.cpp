@@ -164,9 +164,10 @@ void PlexoPlugin::recvVelmarAsciiMsg(QString dev_name, QByteArray bytes)
         return;
     const QPointer<PlexoPlugin> alive(this);
     m_text.timer()->stop();
-    const int attachment = m_attachment;
+    const int turn = m_text.turn();
     handleTextAnswer(dev_name, bytes);
-    if (!alive || m_attachment != attachment)
+    // A box in there lets in further answers, one of which may have ended this request, or another device.
+    if (!alive || m_text.turn() != turn)
         return;
     m_text.busy = false;
     processVelmarAsciiPendRequests();

@@ -34,38 +34,47 @@ BoxText communicationsFailed(const QString &device)
 
 } // namespace
 
+/// False once the plugin is gone or, after a change of device, what was asked or told concerns it no more.
+class PlexoPlugin::Attachment
+{
+public:
+    explicit Attachment(PlexoPlugin *plugin)
+        : m_plugin(plugin)
+        , m_number(plugin->m_attachment)
+    {
+    }
+    explicit operator bool() const { return m_plugin && m_plugin->m_attachment == m_number; }
+
+private:
+    QPointer<PlexoPlugin> m_plugin;
+    int m_number;
+};
+
 void PlexoPlugin::closeAsDeviceIsLost()
 {
-    const QPointer<PlexoPlugin> alive(this);
+    const Attachment same(this);
     emit switchToDeviceView();
-    if (alive)
+    if (same)
         runModalBox(communicationsFailed(getDeviceName()), this);
-    if (alive)
+    if (same)
         emit pluginRequestClose();
 }
 
 void PlexoPlugin::askAfterTimeout(RequestSide &side, Operation retry)
 {
-    const QPointer<PlexoPlugin> alive(this);
-    if (!isDevicePresent()) {
+    const Attachment same(this);
+    QMessageBox::StandardButton answer = QMessageBox::NoButton;
+    if (isDevicePresent())
+        answer = runModalBox(timeoutQuestion(getDeviceName()), this);
+    if (!same)
+        return;
+    if (!isDevicePresent())
         closeAsDeviceIsLost();
-    } else {
-        const int attachment = m_attachment;
-        const QMessageBox::StandardButton answer = runModalBox(timeoutQuestion(getDeviceName()), this);
-        if (!alive)
-            return;
-        if (m_attachment != attachment) { // the answer is about a device that is no longer attached
-            side.timeoutGuard = false;
-            return;
-        }
-        if (!isDevicePresent())
-            closeAsDeviceIsLost();
-        else if (answer == QMessageBox::Retry)
-            (this->*retry)();
-        else if (answer == QMessageBox::Cancel)
-            emit pluginRequestClose();
-    }
-    if (!alive)
+    else if (answer == QMessageBox::Retry)
+        (this->*retry)();
+    else if (answer == QMessageBox::Cancel)
+        emit pluginRequestClose();
+    if (!same)
         return;
     side.busy = false;
     side.timeoutGuard = false;
@@ -75,11 +84,11 @@ void PlexoPlugin::handleVelmarAsciiRequestTimeout()
 {
     if (m_text.timeoutGuard)
         return;
-    const QPointer<PlexoPlugin> alive(this);
+    const Attachment same(this);
     m_text.timer()->stop();
     m_text.timeoutGuard = true;
     emit sendVelmarAsciiMsgTimeout();
-    if (!alive)
+    if (!same)
         return;
     if (!m_noConnect) {
         askAfterTimeout(m_text, &PlexoPlugin::retryVelmarAsciiPendingRequest);
@@ -104,7 +113,8 @@ void PlexoPlugin::devicePresenceChanged()
     emit deviceAvailabilityChanged();
     if (!alive || !m_device || m_device->isPresent() || m_text.timeoutGuard || m_aes67.timeoutGuard)
         return;
-    // They stay set: whatever times out from here on must not ask about a device that is gone.
+    // They stay set until the next device is attached: whatever times out from here on must not ask about
+    // one that is gone.
     m_text.timeoutGuard = true;
     m_aes67.timeoutGuard = true;
     closeAsDeviceIsLost();

@@ -34,6 +34,7 @@ void RequestSide::takeQuery()
 void RequestSide::markSent(int timeoutMs)
 {
     busy = true;
+    ++m_turn;
     m_timer->start(timeoutMs);
 }
 
@@ -43,4 +44,5 @@ void RequestSide::clear()
     m_commands.clear();
     m_queries.clear();
     busy = false;
+    ++m_turn;
 }

@@ -45,6 +45,11 @@ public:
     void markSent(int timeoutMs);
     /// Drops every waiting request and forgets the one in flight.
     void clear();
+    void dropQueries() { m_queries.clear(); }
+    bool isQueryInFlight() const { return m_currentIsQuery && !isIdle(); }
+
+    /// Another number as soon as a request was sent or all were cleared.
+    int turn() const { return m_turn; }
 
     bool busy = false; ///< a request is in flight
     bool timeoutGuard = false; ///< a time-out or the loss of the device is being handled
@@ -57,4 +62,5 @@ private:
     QVector<PendingRequest> m_queries;
     PendingRequest m_current;
     bool m_currentIsQuery = false;
+    int m_turn = 0;
 };

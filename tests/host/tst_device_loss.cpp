@@ -146,6 +146,48 @@ private slots:
         }
     }
 
+    void worksAgainWithTheNextDevice_data()
+    {
+        QTest::addColumn<bool>("whileTold");
+        QTest::newRow("attached afterwards") << false;
+        QTest::newRow("attached while the box is open") << true;
+    }
+
+    void worksAgainWithTheNextDevice()
+    {
+        QFETCH(bool, whileTold);
+        pxDevice other;
+        other.setName(QStringLiteral("other"));
+        other.setPresent(true);
+        support::BoxAnswerer message(QMessageBox::Ok);
+        if (whileTold)
+            message.setWhileOpen([&] { m_host->plugin->setDevice(&other); });
+        m_host->run("attach;command A;await;forget;lost");
+        QTRY_COMPARE(message.seen().size(), 1);
+        QCoreApplication::processEvents();
+        if (!whileTold)
+            m_host->plugin->setDevice(&other);
+        // Who asked for a close did so for the lost device.
+        QTRY_COMPARE(m_host->plugin->told,
+                     QByteArray(whileTold ? "available;view;changed;" : "available;view;close;changed;"));
+        support::BoxAnswerer retry(QMessageBox::Retry);
+        m_host->run("forget;command B;await;timeout");
+        QCOMPARE(m_host->plugin->told, QByteArray("send KBX B;timeout;send KBX B;"));
+        QCOMPARE(retry.seen().size(), 1);
+    }
+
+    void warnsOnceAtATime()
+    {
+        support::BoxAnswerer answerer(QMessageBox::Ok);
+        answerer.setWhileOpen([this] { m_host->run("answer NACK LOAD 1;answer NACK LOAD 1"); });
+        m_host->run("attach;command A;command B;command C;command D;await;forget;answer NACK LOAD 1");
+        QCOMPARE(answerer.seen().size(), 1);
+        // Three answers have ended three requests, each once.
+        const QByteArray told = m_host->plugin->told;
+        QCOMPARE(told.count("send"), 2);
+        QVERIFY2(told.contains("send KBX B") && told.endsWith("(no preset saved);"), told);
+    }
+
     void answerAboutAnEarlierDeviceIsIgnored()
     {
         pxDevice other;
