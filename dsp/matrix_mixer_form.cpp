@@ -141,6 +141,8 @@ QWidget *MatrixMixerForm::newToneGenHeader()
     auto *header = new ToneGenHeaderCell;
     connect(header, &ToneGenHeaderCell::uiChanged, this, &MatrixMixerForm::onUiToneGenChanged);
     connect(this, &MatrixMixerForm::DevToneGenChanged, header, &ToneGenHeaderCell::onChanged);
+    // Made before any owner's connection, so that the owner hears of the values before it lets go.
+    connect(this, &BlockEditor::close, header, &ToneGenHeaderCell::reportPending);
     header->setColor(QColor::fromRgba(toneGenColor));
     return header;
 }

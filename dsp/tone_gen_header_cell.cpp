@@ -68,6 +68,14 @@ void ToneGenHeaderCell::on_tone_gen_level_spinBox_valueChanged(int arg1)
     m_levelTimer.start(m_restTimeMs);
 }
 
+void ToneGenHeaderCell::reportPending()
+{
+    if (m_freqTimer.isActive())
+        onFreqTimeout();
+    if (m_levelTimer.isActive())
+        onLevelTimeout();
+}
+
 void ToneGenHeaderCell::onFreqTimeout()
 {
     m_freqTimer.stop();

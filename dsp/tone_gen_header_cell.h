@@ -31,6 +31,8 @@ public slots:
     /// Shows a tone record. Emits nothing.
     void onChanged(const QPair<int, QVariant> &record);
     void onUiChanged(const QPair<int, QVariant> &record);
+    /// Reports at once what has not rested long enough yet: the controls are about to go.
+    void reportPending();
 
 private slots:
     void on_tone_gen_en_checkBox_clicked(bool checked);

@@ -2,6 +2,7 @@
 
 #include "editor/tarnkbx_main_window.h"
 
+#include "editor/asked_device.h"
 #include "host/modal_box.h"
 #include "host/plexo_plugin.h"
 #include "protocol/messages.h"
@@ -31,9 +32,12 @@ QString TarnKBX_MainWindow::deviceName() const
 
 void TarnKBX_MainWindow::issue(const QString &path, const QByteArray &bytes, ReplyHandler handler)
 {
-    // Before the message is queued, so that the handler is in place whenever the answer comes.
+    // Before the message is queued, so that the handler is in place whenever the answer comes. One that an
+    // earlier message of this path left behind, such as that of a Close which was refused, goes.
     if (handler)
         m_setHandlers.insert(path, handler);
+    else
+        m_setHandlers.remove(path);
     if (m_plugin)
         m_plugin->queueVelmarAsciiMsg(deviceName(), bytes, path::changesStoredSettings(path));
 }
@@ -65,9 +69,8 @@ void TarnKBX_MainWindow::on_refresh_pushButton_clicked()
 
 void TarnKBX_MainWindow::on_close_pushButton_clicked()
 {
-    m_setHandlers.insert(path::Identify, closeAfterIdentifyOff);
     ui->identify_checkBox->setChecked(false);
-    on_identify_checkBox_clicked(false);
+    issue(path::Identify, message::set(path::Identify, false), closeAfterIdentifyOff);
 }
 
 bool TarnKBX_MainWindow::confirmOverEditor(const QString &title, const QString &text)
@@ -76,10 +79,8 @@ bool TarnKBX_MainWindow::confirmOverEditor(const QString &title, const QString &
     box.title = title;
     box.text = text;
     box.buttons = QMessageBox::Ok | QMessageBox::Cancel;
-    const QPointer<pxDevice> asked = m_plugin ? m_plugin->getDevice() : nullptr;
-    // The host may have attached another device meanwhile, which must not take what this one was to.
-    return runModalBox(box, this, this) == QMessageBox::Ok
-        && asked == (m_plugin ? m_plugin->getDevice() : nullptr);
+    const AskedDevice asked(this, m_plugin);
+    return runModalBox(box, this, this) == QMessageBox::Ok && asked;
 }
 
 void TarnKBX_MainWindow::on_factory_reset_pushButton_clicked()

@@ -9,6 +9,8 @@
 
 #include <QJsonDocument>
 
+#include <utility>
+
 namespace {
 
 bool isBinary(const QByteArray &bytes)
@@ -29,6 +31,7 @@ void TarnKBX_MainWindow::handleAsciiReply(QString dev_name, QByteArray bytes)
 {
     if (dev_name != deviceName())
         return;
+    const bool ofPoll = std::exchange(m_awaitingPollReply, false);
     const QJsonObject reply = parse(bytes);
     if (reply.value(QLatin1String("result")).toString() != QLatin1String("OK"))
         return;
@@ -36,6 +39,7 @@ void TarnKBX_MainWindow::handleAsciiReply(QString dev_name, QByteArray bytes)
     const QJsonValue param = reply.value(QLatin1String("param"));
     if (!cmd.isString() || !param.isString())
         return;
+    const QPointer<TarnKBX_MainWindow> alive(this);
     const QString kind = cmd.toString();
     if (kind == QLatin1String("get"))
         handleGetReply(param.toString(), reply);
@@ -43,6 +47,8 @@ void TarnKBX_MainWindow::handleAsciiReply(QString dev_name, QByteArray bytes)
         handleSetReply(param.toString(), reply);
     else
         handleBinaryReply(kind, param.toString(), bytes);
+    if (alive && !ofPoll && (kind == QLatin1String("get") || kind == QLatin1String("get_bin")))
+        advanceQuery();
 }
 
 void TarnKBX_MainWindow::handleGetReply(const QString &param, const QJsonObject &reply)
@@ -56,8 +62,6 @@ void TarnKBX_MainWindow::handleGetReply(const QString &param, const QJsonObject 
         else
             emit dataChanged();
     }
-    if (alive)
-        advanceQuery();
 }
 
 void TarnKBX_MainWindow::handleSetReply(const QString &param, const QJsonObject &reply)
@@ -82,8 +86,6 @@ void TarnKBX_MainWindow::handleBinaryReply(const QString &cmd, const QString &pa
             handler(this, bytes);
         if (alive && m_queryFinished)
             emit dataChanged();
-        if (alive)
-            advanceQuery();
     } else if (cmd == QLatin1String("set_bin")) {
         if (const auto handler = m_binarySetHandlers.value(param))
             handler(this, bytes);

@@ -4,7 +4,9 @@
 
 #include "dsp/metering_socket.h"
 #include "editor/address_checks.h"
+#include "editor/asked_device.h"
 #include "editor/guarded_signal_blocker.h"
+#include "editor/left_field_check.h"
 #include "editor/widgets_in_use.h"
 #include "host/modal_box.h"
 #include "host/plexo_plugin.h"
@@ -35,6 +37,7 @@ QString number(const QJsonObject &object, const char *member)
 bool TarnKBX_MainWindow::warnAbout(QLineEdit *field, const QString &problem)
 {
     const QPointer<QLineEdit> alive(field);
+    m_leftField->noteTold(field);
     // Neither the field nor what takes the focus from it may report the end of an edit once more.
     const GuardedSignalBlocker quietField(field);
     const GuardedSignalBlocker quietFocus(QGuiApplication::focusObject());
@@ -57,23 +60,40 @@ bool TarnKBX_MainWindow::validatePortField(QLineEdit *field)
     return isAcceptablePort(field->text()) || warnAbout(field, QStringLiteral("Invalid port number"));
 }
 
-/// Answers whether the editor still exists after the check; a failed check only warns.
+/// A failed check only warns. Returns whether the editor is still there, and still that of the same device.
+bool TarnKBX_MainWindow::checkField(QLineEdit *field, FieldCheck check)
+{
+    const AskedDevice asked(this, m_plugin);
+    (this->*check)(field);
+    if (!asked)
+        return false;
+    field->setEnabled(true);
+    return true;
+}
+
 bool TarnKBX_MainWindow::checkAddress(QLineEdit *field)
 {
-    const QPointer<TarnKBX_MainWindow> alive(this);
-    validateIpField(field);
-    if (alive)
-        field->setEnabled(true);
-    return alive;
+    return checkField(field, &TarnKBX_MainWindow::validateIpField);
 }
 
 bool TarnKBX_MainWindow::checkPort(QLineEdit *field)
 {
-    const QPointer<TarnKBX_MainWindow> alive(this);
-    validatePortField(field);
-    if (alive)
-        field->setEnabled(true);
-    return alive;
+    return checkField(field, &TarnKBX_MainWindow::validatePortField);
+}
+
+void TarnKBX_MainWindow::watchFields()
+{
+    m_leftField = new LeftFieldCheck(this);
+    for (QLineEdit *field : {ui->dev_ip_lineEdit, ui->dev_netmask_lineEdit, ui->dev_gateway_lineEdit,
+                             ui->multicast_async_notify_ip_lineEdit, ui->multicast_async_notify_port_lineEdit,
+                             ui->multicast_metering_ip_lineEdit, ui->multicast_metering_port_lineEdit})
+        m_leftField->watch(field);
+}
+
+void TarnKBX_MainWindow::finishEdit(QLineEdit *field, FieldCheck check)
+{
+    const auto widgets = keepWidgets();
+    m_leftField->check(field, [this, field, check] { checkField(field, check); });
 }
 
 void TarnKBX_MainWindow::showNetworkSettings()
@@ -149,20 +169,17 @@ void TarnKBX_MainWindow::on_dev_static_ip_checkBox_clicked(bool checked)
 
 void TarnKBX_MainWindow::on_dev_ip_lineEdit_editingFinished()
 {
-    const auto widgets = keepWidgets();
-    checkAddress(ui->dev_ip_lineEdit);
+    finishEdit(ui->dev_ip_lineEdit, &TarnKBX_MainWindow::validateIpField);
 }
 
 void TarnKBX_MainWindow::on_dev_netmask_lineEdit_editingFinished()
 {
-    const auto widgets = keepWidgets();
-    checkAddress(ui->dev_netmask_lineEdit);
+    finishEdit(ui->dev_netmask_lineEdit, &TarnKBX_MainWindow::validateIpField);
 }
 
 void TarnKBX_MainWindow::on_dev_gateway_lineEdit_editingFinished()
 {
-    const auto widgets = keepWidgets();
-    checkAddress(ui->dev_gateway_lineEdit);
+    finishEdit(ui->dev_gateway_lineEdit, &TarnKBX_MainWindow::validateIpField);
 }
 
 void TarnKBX_MainWindow::on_dev_network_apply_pushButton_clicked()
@@ -187,14 +204,12 @@ void TarnKBX_MainWindow::on_en_multicast_async_notify_checkBox_clicked(bool chec
 
 void TarnKBX_MainWindow::on_multicast_async_notify_ip_lineEdit_editingFinished()
 {
-    const auto widgets = keepWidgets();
-    checkAddress(ui->multicast_async_notify_ip_lineEdit);
+    finishEdit(ui->multicast_async_notify_ip_lineEdit, &TarnKBX_MainWindow::validateIpField);
 }
 
 void TarnKBX_MainWindow::on_multicast_async_notify_port_lineEdit_editingFinished()
 {
-    const auto widgets = keepWidgets();
-    checkPort(ui->multicast_async_notify_port_lineEdit);
+    finishEdit(ui->multicast_async_notify_port_lineEdit, &TarnKBX_MainWindow::validatePortField);
 }
 
 void TarnKBX_MainWindow::on_multicast_async_notify_apply_pushButton_clicked()
@@ -212,14 +227,12 @@ void TarnKBX_MainWindow::on_multicast_async_notify_apply_pushButton_clicked()
 
 void TarnKBX_MainWindow::on_multicast_metering_ip_lineEdit_editingFinished()
 {
-    const auto widgets = keepWidgets();
-    checkAddress(ui->multicast_metering_ip_lineEdit);
+    finishEdit(ui->multicast_metering_ip_lineEdit, &TarnKBX_MainWindow::validateIpField);
 }
 
 void TarnKBX_MainWindow::on_multicast_metering_port_lineEdit_editingFinished()
 {
-    const auto widgets = keepWidgets();
-    checkPort(ui->multicast_metering_port_lineEdit);
+    finishEdit(ui->multicast_metering_port_lineEdit, &TarnKBX_MainWindow::validatePortField);
 }
 
 void TarnKBX_MainWindow::on_multicast_metering_apply_pushButton_clicked()

@@ -2,6 +2,7 @@
 
 #include "editor/tarnkbx_main_window.h"
 
+#include "editor/asked_device.h"
 #include "editor/voice_cues.h"
 #include "host/modal_box.h"
 #include "host/plexo_plugin.h"
@@ -104,9 +105,9 @@ void TarnKBX_MainWindow::resumeAfterCueLoad()
 void TarnKBX_MainWindow::loadUserCue(int cue)
 {
     stopForCueLoad();
-    const QPointer<TarnKBX_MainWindow> alive(this);
+    const AskedDevice asked(this, m_plugin);
     const QString file = askForWavFile(this);
-    if (!alive)
+    if (!asked) // another device is read from the start
         return;
     if (file.isEmpty()) {
         resumeAfterCueLoad();
@@ -153,7 +154,7 @@ void TarnKBX_MainWindow::helper_load_user_vc_file(QString file, QString id, QByt
 
 void TarnKBX_MainWindow::warnNoLocalAddress()
 {
-    const QPointer<TarnKBX_MainWindow> alive(this);
+    const AskedDevice asked(this, m_plugin);
     BoxText box;
     box.title = tr("Voice Cue Update");
     box.text = tr("This computer has no address from which the device could fetch the recording.");
@@ -161,7 +162,7 @@ void TarnKBX_MainWindow::warnNoLocalAddress()
         = tr("Give the network interface that the host uses for this device an IPv4 address other "
              "than 127.0.0.1, or choose another interface in the host, and load the cue again.");
     runModalBox(box, this, this);
-    if (alive)
+    if (asked)
         resumeAfterCueLoad();
 }
 

@@ -13,6 +13,8 @@
 
 #include <QtQml>
 
+#include <utility>
+
 namespace {
 
 constexpr int MixerRetryMs = 500;
@@ -42,6 +44,7 @@ TarnKBX_MainWindow::TarnKBX_MainWindow(QWidget *parent)
     m_plugin = qobject_cast<PlexoPlugin *>(parent);
     ui->setupUi(this);
     vm::wheelNeedsFocus(this);
+    watchFields();
     prepareTimers();
     buildDspView();
     connectPlugin();
@@ -190,6 +193,7 @@ void TarnKBX_MainWindow::restartQuery()
 {
     m_queryFinished = false;
     m_queryRetryTimer.stop();
+    withdrawPolls();
     delete m_query;
     m_query = new DerivedStateMachine(this);
     connect(m_query, &DerivedStateMachine::sendVelmarAsciiGetRequest, this,
@@ -201,6 +205,15 @@ void TarnKBX_MainWindow::restartQuery()
     }
     m_query->buildStateMachine();
     m_query->start();
+}
+
+/// The query counts replies, so none to a poll may be among them.
+void TarnKBX_MainWindow::withdrawPolls()
+{
+    const bool hasPolled = std::exchange(m_hasPolled, false);
+    if (hasPolled && m_plugin)
+        m_plugin->withdrawQueries();
+    m_awaitingPollReply = hasPolled && m_plugin && m_plugin->isQueryInFlight();
 }
 
 void TarnKBX_MainWindow::handleSmGetRequest(QString dev_name, QByteArray bytes)
@@ -240,8 +253,10 @@ void TarnKBX_MainWindow::handle_query_finished()
 
 void TarnKBX_MainWindow::onStatusPoll()
 {
-    if (!m_query)
+    // A slow device is not asked again before it has been asked all of the last poll.
+    if (!m_query || (m_plugin && m_plugin->hasWaitingQueries()))
         return;
+    m_hasPolled = true;
     m_query->enter_status_voice_cue();
     m_query->enter_status_usb();
     // The frame around it may be disabled for other reasons; only the tab's own state tells of the interface.

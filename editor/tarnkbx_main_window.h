@@ -15,6 +15,7 @@
 
 class BtPriorityPairingDialog;
 class DerivedStateMachine;
+class LeftFieldCheck;
 class MatrixMixerForm;
 class MeteringSocket;
 class PlexoPlugin;
@@ -196,6 +197,7 @@ private:
     void handleSetReply(const QString &param, const QJsonObject &reply);
     void handleBinaryReply(const QString &cmd, const QString &param, const QByteArray &bytes);
     void advanceQuery();
+    void withdrawPolls();
 
     // Commands
     QString deviceName() const;
@@ -205,6 +207,7 @@ private:
     void requestPreset(QLatin1String path, int preset);
     void refuseSnapshot();
     void applySection(const SectionInfo &info, const QJsonObject &content);
+    void applyMixer(const QJsonObject &content);
 
     // Bluetooth, USB and voice cues
     void showBluetoothStatus();
@@ -226,6 +229,10 @@ private:
     void showNotificationSettings();
     void showMeteringSettings();
     void moveMeteringSocket();
+    using FieldCheck = bool (TarnKBX_MainWindow::*)(QLineEdit *field);
+    void watchFields();
+    void finishEdit(QLineEdit *field, FieldCheck check);
+    bool checkField(QLineEdit *field, FieldCheck check);
     bool warnAbout(QLineEdit *field, const QString &problem);
     bool checkAddress(QLineEdit *field);
     bool checkPort(QLineEdit *field);
@@ -256,6 +263,8 @@ private:
     DerivedStateMachine *m_query = nullptr; ///< child of the window
     bool m_queryFinished = false;
     bool m_awaitingFirstQuery = true;
+    bool m_hasPolled = false; ///< since the last query was started
+    bool m_awaitingPollReply = false; ///< the next reply answers a get that was under way before the query
 
     QTimer m_queryRetryTimer{this};
     QTimer m_meteringRequestTimer{this};
@@ -266,6 +275,7 @@ private:
 
     bool m_droppedForCueLoad = false; ///< requests were waiting when the last cue load cleared the channel
     QString m_bluetoothName; ///< friendly name last taken over from the device
+    LeftFieldCheck *m_leftField = nullptr; ///< child of the window
     MeteringSocket *m_meteringSocket = nullptr; ///< child of the window
     BtPriorityPairingDialog *m_priorityDialog = nullptr; ///< child of the window
 
