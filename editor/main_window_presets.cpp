@@ -94,23 +94,31 @@ void TarnKBX_MainWindow::applySnapshot(const QByteArray &snapshot)
 
 void TarnKBX_MainWindow::applySection(const SectionInfo &info, const QJsonObject &content)
 {
-    const bool isMixer = info.section == Section::Mixer;
+    if (info.section == Section::Mixer) {
+        applyMixer(content);
+        return;
+    }
     const QString path = content.value(QLatin1String("param")).toString();
-    const QJsonValue value = content.value(QLatin1String("value"));
-    if (isMixer ? content.isEmpty() : path.isEmpty()) {
-        if (m_plugin)
-            m_plugin->emitLogData(
-                tr("Snapshot: %1 holds no settings and was left out.").arg(info.snapshotElement));
-        return;
+    // The path is the file's: one from elsewhere must not be able to reset or reboot the device.
+    if (path::changesStoredSettings(path)) {
+        (*m_caches)[info.section] = content;
+        restore(m_plugin, path, content.value(QLatin1String("value")));
+    } else if (m_plugin) {
+        m_plugin->emitLogData(
+            path.isEmpty()
+                ? tr("Snapshot: %1 holds no settings and was left out.").arg(info.snapshotElement)
+                : tr("Snapshot: %1 was left out, because %2 is no setting.").arg(info.snapshotElement, path));
     }
+}
+
+/// All rows, whatever there is of them: the answer to the last one enables the editor again.
+void TarnKBX_MainWindow::applyMixer(const QJsonObject &content)
+{
     const QPointer<TarnKBX_MainWindow> alive(this);
-    (*m_caches)[info.section] = content;
-    if (!isMixer) {
-        restore(m_plugin, path, value);
-        return;
-    }
+    (*m_caches)[Section::Mixer] = content;
+    const QJsonArray rows = content.value(QLatin1String("value")).toArray();
     for (int row = 0; alive && row < path::MixerRows; ++row)
-        restore(m_plugin, path::indexed(path::MixerRow, row), value.toArray().at(row).toArray());
+        restore(m_plugin, path::indexed(path::MixerRow, row), rows.at(row).toArray());
 }
 
 void TarnKBX_MainWindow::requestPreset(QLatin1String path, int preset)

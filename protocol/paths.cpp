@@ -14,7 +14,7 @@ QString component(const QString &path, int n)
 
 bool changesStoredSettings(const QString &path)
 {
-    return path.startsWith(QLatin1String("/system")) || path.startsWith(QLatin1String("/preset"));
+    return path.startsWith(QLatin1String("/system/")) || path.startsWith(QLatin1String("/preset/"));
 }
 
 } // namespace path

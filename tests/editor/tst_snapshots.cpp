@@ -74,13 +74,25 @@ void SnapshotsTest::takesSectionsOneByOne_data()
     row("one section",
         R"(<SNAPSHOT_DATA><SYSTEM_USB>{"param":"/system/usb","value":{"mode":"2x2"}}</SYSTEM_USB></SNAPSHOT_DATA>)",
         R"("value":{"mode":"2x2"}})", "", true, false);
-    row("truncated", R"(<SNAPSHOT_DATA><SYSTEM_USB>{"param":"/x","value":1}</SYSTEM_USB><SYSTEM_B)",
-        R"({"set":"/x","value":1})", "", true, false);
+    row("truncated", R"(<SNAPSHOT_DATA><SYSTEM_USB>{"param":"/system/x","value":1}</SYSTEM_USB><SYSTEM_B)",
+        R"({"set":"/system/x","value":1})", "", true, false);
+    for (const char *path : {"/control/defaults", "/status/x", "/systematic", "/preset"})
+        row(path,
+            QByteArray(
+                R"(<SNAPSHOT_DATA><SYSTEM_USB>{"param":"PATH","value":1}</SYSTEM_USB></SNAPSHOT_DATA>)")
+                .replace("PATH", path)
+                .constData(),
+            "", path, true, false);
     row("no JSON object", "<SNAPSHOT_DATA><SYSTEM_USB>[1]</SYSTEM_USB></SNAPSHOT_DATA>", "", "SYSTEM_USB",
         true, false);
     row("two mixer rows",
         R"(<SNAPSHOT_DATA><PRESET_MIXER>{"value":[[1,2],[3]]}</PRESET_MIXER></SNAPSHOT_DATA>)",
         R"({"set":"/preset/dsp/mixer/6","value":[]})", "", true, true);
+    for (const char *text : {"{}", "rubbish"})
+        row(text,
+            ("<SNAPSHOT_DATA><PRESET_MIXER>" + QByteArray(text) + "</PRESET_MIXER></SNAPSHOT_DATA>")
+                .constData(),
+            R"({"set":"/preset/dsp/mixer/6","value":[]})", "", true, true);
 }
 
 void SnapshotsTest::takesSectionsOneByOne()
