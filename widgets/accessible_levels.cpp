@@ -40,7 +40,11 @@ public:
     }
 
     QVariant currentValue() const override { return m_control->level(); }
-    void setCurrentValue(const QVariant &value) override { m_control->pickLevel(value.toDouble()); }
+    void setCurrentValue(const QVariant &value) override
+    {
+        if (m_control->isEnabled())
+            m_control->pickLevel(value.toDouble());
+    }
     QVariant maximumValue() const override { return m_control->highest(); }
 
 private:
@@ -64,13 +68,13 @@ private:
     VMMeter *m_meter;
 };
 
-/// Asked with every class name of an object, from its own up to QObject.
-QAccessibleInterface *accessibleLevel(const QString &className, QObject *object)
+/// Asked for every object; a class of another library may have one of our names.
+QAccessibleInterface *accessibleLevel(const QString &, QObject *object)
 {
-    if (className == QLatin1String("LevelControl"))
-        return new AccessibleControl(static_cast<LevelControl *>(object));
-    if (className == QLatin1String("VMMeter"))
-        return new AccessibleMeter(static_cast<VMMeter *>(object));
+    if (auto *control = qobject_cast<LevelControl *>(object))
+        return new AccessibleControl(control);
+    if (auto *meter = qobject_cast<VMMeter *>(object))
+        return new AccessibleMeter(meter);
     return nullptr;
 }
 
