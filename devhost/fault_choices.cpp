@@ -17,9 +17,10 @@ constexpr ChoiceText texts[] = {
     {"Too slow", "Every reply comes after the plugin's time-out of 2 s", "--latency 2500"},
     {"Lossy network", "One request in ten gets no reply", "--drop 0.1"},
     {"Doubled replies", "Three replies in ten come twice", "--duplicate 0.3"},
-    {"Overtaking replies", "Three replies in ten come after the next one", "--reorder 0.3"},
+    {"Overtaking replies", "Three replies in a hundred come only after the reply to the next request",
+     "--reorder 0.03"},
     {"Garbage", "One reply in ten is random bytes", "--garbage 0.1"},
-    {"Refuses audio settings", "Every change under /preset is refused", "--refuse /preset/*"},
+    {"Refuses audio settings", "Every change under /preset is refused", "--refuse set:/preset/*"},
     {"Comes and goes", "Falls silent after 60 requests and returns 8 s later",
      "--vanish-after 60 --return-after 8000"},
     {"Vanishes", "Falls silent for good after 60 requests", "--vanish-after 60"},
@@ -30,7 +31,7 @@ constexpr ChoiceText texts[] = {
     {"Upload: wrong block numbers", "A file transfer is acknowledged with wrong numbers",
      "--tftp-fault wrong-block"},
     {"Upload: refused", "The device ends a file transfer with an error", "--tftp-fault nack"},
-    {"Upload: silence", "The device never fetches the file", "--tftp-fault silence"},
+    {"Upload: silence", "The device falls silent in the middle of a file transfer", "--tftp-fault silence"},
 };
 
 } // namespace

@@ -1,5 +1,7 @@
 #include "devhost/simulated_devices.h"
 
+#include <QCoreApplication>
+
 namespace devhost {
 
 namespace {
@@ -31,7 +33,9 @@ QStringList SimulatedDevices::argumentsOf(int index, const QString &name) const
                           QString::number(ControlPort),
                           QStringLiteral("--seed"),
                           QString::number(index + 1),
-                          QStringLiteral("--exit-with-parent")};
+                          QStringLiteral("--exit-with-parent"),
+                          QStringLiteral("--parent"),
+                          QString::number(QCoreApplication::applicationPid())};
     if (m_stateFolder.isValid())
         arguments << QStringLiteral("--state") << m_stateFolder.filePath(name + QStringLiteral(".json"));
     return arguments;

@@ -23,6 +23,16 @@ bool ControlService::listen(const QHostAddress &address, quint16 port)
     return m_socket.bind(address, port, QAbstractSocket::DontShareAddress);
 }
 
+void ControlService::setSilent(bool silent)
+{
+    m_silent = silent;
+    if (!silent)
+        return;
+    ++m_silences;
+    m_holdTimer.stop();
+    m_held.reset();
+}
+
 void ControlService::readRequests()
 {
     while (m_socket.hasPendingDatagrams()) {
@@ -51,7 +61,10 @@ void ControlService::delay(const Reply &reply)
         dispatch(reply);
         return;
     }
-    QTimer::singleShot(reply.fate.delayMs, Qt::PreciseTimer, this, [this, reply] { dispatch(reply); });
+    QTimer::singleShot(reply.fate.delayMs, Qt::PreciseTimer, this, [this, reply, silences = m_silences] {
+        if (silences == m_silences)
+            dispatch(reply);
+    });
 }
 
 void ControlService::dispatch(const Reply &reply)

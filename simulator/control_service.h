@@ -29,8 +29,9 @@ public:
     quint16 port() const { return m_socket.localPort(); }
     QString errorText() const { return m_socket.errorString(); }
 
-    /// A silent service swallows requests unanswered.
-    void setSilent(bool silent) { m_silent = silent; }
+    /// A silent service swallows requests unanswered, and replies that have not gone out yet.
+    void setSilent(bool silent);
+    bool isSilent() const { return m_silent; }
 
 signals:
     /// A request was carried out; `total` counts them from the start.
@@ -58,6 +59,7 @@ private:
     QTimer m_holdTimer;
     std::optional<Reply> m_held;
     int m_answered = 0;
+    int m_silences = 0; ///< replies from before the last one are lost
     bool m_silent = false;
 };
 

@@ -18,6 +18,11 @@ QString DeviceModel::fromJson(const QJsonObject &state)
 {
     if (state.value(QStringLiteral("format")).toInt() != 1)
         return QStringLiteral("the file is not of format 1");
+    const QJsonObject whole = toJson();
+    for (auto member = whole.begin(); member != whole.end(); ++member) {
+        if (state.value(member.key()).type() != member.value().type())
+            return QStringLiteral("the member \"%1\" is missing or damaged").arg(member.key());
+    }
     ParameterTree restored = m_tree;
     for (const QString &part : {QStringLiteral("system"), QStringLiteral("preset")}) {
         const Outcome outcome = restored.set(QLatin1Char('/') + part, state.value(part));

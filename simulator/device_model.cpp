@@ -46,12 +46,20 @@ QByteArray DeviceModel::answer(const QByteArray &bytes)
                                                : replyBytes(request, jsonAnswer(request));
 }
 
+bool DeviceModel::isRefusedOnRequest(const Request &request) const
+{
+    const QLatin1String setsOnly("set:");
+    if (!m_refuse.startsWith(setsOnly))
+        return !m_refuse.isEmpty() && matchesPattern(m_refuse, request.path);
+    return request.kind == Request::Kind::Set && matchesPattern(m_refuse.mid(setsOnly.size()), request.path);
+}
+
 Outcome DeviceModel::jsonAnswer(const Request &request)
 {
     const QString &path = request.path;
     if (request.kind == Request::Kind::Bad)
         return {{}, request.text};
-    if (!m_refuse.isEmpty() && matchesPattern(m_refuse, path))
+    if (isRefusedOnRequest(request))
         return Outcome::refuse(path, QStringLiteral("refused on request (%1)").arg(m_refuse));
     const bool command = path.startsWith(QLatin1String("/control/"));
     if (request.kind == Request::Kind::Set)

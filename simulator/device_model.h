@@ -25,7 +25,8 @@ public:
     const Identity &identity() const { return m_identity; }
     const ParameterTree &tree() const { return m_tree; }
 
-    /// Requests for paths that fit this pattern are refused (matchesPattern()); none when empty.
+    /// Requests for paths that fit this pattern are refused (matchesPattern()), only sets when it begins with
+    /// "set:"; none when empty.
     void setRefusePattern(const QString &pattern) { m_refuse = pattern; }
 
     /// The reply to one request, exactly as it goes over the wire. Changes by it are done when it returns.
@@ -59,6 +60,7 @@ signals:
 
 private:
     QString textAnswer(const QString &command);
+    bool isRefusedOnRequest(const Request &request) const;
     Outcome jsonAnswer(const Request &request);
     Outcome set(const QString &path, const QJsonValue &value);
     void addDeviceCommands();

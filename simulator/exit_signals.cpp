@@ -50,13 +50,15 @@ ExitSignals::~ExitSignals()
     close(loopEnd);
 }
 
-void exitWithParent()
+void exitWithParent(uint parent)
 {
 #ifdef Q_OS_LINUX
-    const pid_t parent = getppid();
+    const pid_t expected = parent > 0 ? pid_t(parent) : getppid();
     prctl(PR_SET_PDEATHSIG, SIGTERM);
-    if (getppid() != parent) // it ended before the request
+    if (getppid() != expected) // it ended before the request
         raise(SIGTERM);
+#else
+    Q_UNUSED(parent)
 #endif
 }
 

@@ -22,8 +22,9 @@ private:
     QScopedPointer<QSocketNotifier> m_notifier;
 };
 
-/// Has this process sent SIGTERM when its parent ends, however that ends. Nothing where the system has no
-/// such service.
-void exitWithParent();
+/// Has this process sent SIGTERM when its parent ends, however that ends. @p parent is its process id, with
+/// which a parent that has ended already is noticed; 0 when not known. Nothing where the system has no such
+/// service.
+void exitWithParent(uint parent);
 
 } // namespace sim

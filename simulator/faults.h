@@ -15,7 +15,7 @@ struct FaultSettings
     double duplicate = 0;
     double reorder = 0;
     double garbage = 0;
-    QString refuse; ///< paths that are refused, with the wildcards * and ?; none when empty
+    QString refuse; ///< paths that are refused, with the wildcards * and ?, after "set:" sets only; or empty
     int vanishAfter = 0; ///< requests answered before the device goes silent; 0 never
     int returnAfterMs = 0; ///< time until it comes back; 0 never
 };

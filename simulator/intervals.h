@@ -12,7 +12,9 @@ struct Intervals
     int shutDown = 1000; ///< from a reboot command until the device falls silent
     int reboot = 2000; ///< silence while the device restarts
     int save = 500; ///< from a change of settings until the state file is written
-    int hold = 250; ///< longest wait of a reordered reply for another one to overtake it
+    /// Longest wait of a reordered reply for another one to overtake it. Who asks one thing at a time asks
+    /// the next when the first is overdue, and the user has said so.
+    int hold = 60000;
     int tftpRequest = 1000; ///< wait for the first block before the read request is repeated
     int tftpAck = 20; ///< wait for the next block; doubles with each repeat
     int tftpAckMost = 2000; ///< but not beyond this

@@ -10,6 +10,8 @@ namespace sim {
 
 namespace {
 
+constexpr int LongestName = 64; // hosts do not show a longer one
+
 /// Reads the values of the options one after the other and keeps the first error.
 class ValueReader
 {
@@ -80,7 +82,8 @@ constexpr OptionText optionTexts[] = {
     {"duplicate", "P", "0", "Probability that a reply is sent twice."},
     {"reorder", "P", "0", "Probability that a reply is overtaken by the next one."},
     {"garbage", "P", "0", "Probability that random bytes replace a reply."},
-    {"refuse", "PATTERN", "", "Refuse paths that fit PATTERN (* any characters, ? one)."},
+    {"refuse", "PATTERN", "",
+     "Refuse requests for paths that fit PATTERN (* any characters, ? one); set:PATTERN only sets."},
     {"vanish-after", "N", "0", "Go silent after N requests; 0 never."},
     {"return-after", "MS", "0", "Come back that long after vanishing; 0 never."},
     {"tftp-fault", "KIND", "none",
@@ -98,6 +101,10 @@ void describe(QCommandLineParser *parser)
                            QString::fromLatin1(text.valueName), QString::fromLatin1(text.standard)});
     parser->addOption(
         {QStringLiteral("exit-with-parent"), QStringLiteral("End when the parent process ends.")});
+    parser->addOption(
+        {QStringLiteral("parent"),
+         QStringLiteral("Process id of the parent, which may have ended before this program could look."),
+         QStringLiteral("PID"), QStringLiteral("0")});
 }
 
 FaultSettings readFaults(ValueReader *reader)
@@ -133,8 +140,8 @@ Options readOptions(const QCommandLineParser &parser, ValueReader *reader)
 {
     Options options;
     options.name = reader->text("name");
-    if (options.name.isEmpty())
-        reader->fail("name", QStringLiteral("a text"));
+    if (options.name.isEmpty() || options.name.size() > LongestName)
+        reader->fail("name", QStringLiteral("a text of up to %1 characters").arg(LongestName));
     if (!ipv4FromText(reader->text("address")))
         reader->fail("address", QStringLiteral("a dotted IPv4 address"));
     options.address = QHostAddress(reader->text("address"));
@@ -145,6 +152,7 @@ Options readOptions(const QCommandLineParser &parser, ValueReader *reader)
     options.seed = reader->whole("seed", 0xffffffffU);
     options.pace = reader->number("pace", 0.01, 1000);
     options.exitWithParent = parser.isSet(QStringLiteral("exit-with-parent"));
+    options.parent = reader->whole("parent", 0x7fffffff);
     options.faults = readFaults(reader);
     options.tftpFaults = readTftpFaults(reader);
     return options;
@@ -158,7 +166,9 @@ ParsedOptions parseOptions(const QStringList &arguments)
     describe(&parser);
     ParsedOptions parsed;
     if (!parser.parse(arguments)) {
-        parsed.error = parser.errorText() + QLatin1Char('.');
+        parsed.error = parser.errorText();
+        if (!parsed.error.endsWith(QLatin1Char('.')))
+            parsed.error += QLatin1Char('.');
         return parsed;
     }
     if (parser.isSet(QStringLiteral("help"))) {

@@ -20,6 +20,7 @@ struct Options
     quint32 seed = 1;
     double pace = 1.0; ///< how much faster than the clock the phone and the USB host live (a factor)
     bool exitWithParent = false;
+    uint parent = 0; ///< process id of the parent; 0: whoever is it at the start
     FaultSettings faults;
     TftpFaultSettings tftpFaults;
 };

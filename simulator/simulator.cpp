@@ -115,7 +115,10 @@ void Simulator::disappear()
 /// The fetch begins once the request that ordered it has its reply.
 void Simulator::startFetch(const TftpUri &source)
 {
-    QTimer::singleShot(0, &m_fetcher, [this, source] { m_fetcher.fetch(source, m_options.address); });
+    QTimer::singleShot(0, &m_fetcher, [this, source] {
+        if (!m_control.isSilent()) // it may have vanished with that reply
+            m_fetcher.fetch(source, m_options.address);
+    });
 }
 
 void Simulator::reboot()

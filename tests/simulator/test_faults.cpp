@@ -137,6 +137,13 @@ void TestFaults::heldReplyIsReleased()
     Client client;
     client.ask(service, "alone");
     QTRY_COMPARE(client.received, QByteArrayList{"alone"});
+    client.ask(service, "lost");
+    service.setSilent(true); // once it has been taken and held, or before: nothing more comes either way
+    ControlService fence({}, 1, 0, [](const QByteArray &request) { return request; });
+    QVERIFY(fence.listen(deviceAddress(), 0));
+    client.ask(fence, "fence");
+    QTRY_VERIFY(client.received.contains("fence"));
+    QCOMPARE(client.received.size(), 2);
 }
 
 void TestFaults::badOption_data()
@@ -154,6 +161,8 @@ void TestFaults::badOption_data()
         "--tftp-fault takes one of none, lost-ack, duplicate-ack, wrong-block, nack, silence, not \"x\".");
     row("seed", {QStringLiteral("--seed=-1")}, "--seed takes a whole number from 0 to 4294967295, not");
     row("unknown", {QStringLiteral("--volume=3")}, "Unknown option 'volume'.");
+    row("long name", {QStringLiteral("--name=") + QString(65, QLatin1Char('x'))},
+        "--name takes a text of up to 64 characters, not");
     row("positional", {QStringLiteral("lo")}, "\"lo\" is no option.");
 }
 

@@ -164,7 +164,11 @@ void TestLife::damagedStateFile_data()
     QTest::addColumn<QString>("problem");
     QTest::newRow("no JSON") << QByteArray("{") << "no JSON object";
     QTest::newRow("other format") << QByteArray("{\"format\":2}") << "the file is not of format 1";
-    QTest::newRow("bad value") << QByteArray(R"({"format":1,"system":{"usb":{"mode":"x"}},"preset":{}})")
+    QTest::newRow("no recordings") << QByteArray(
+        R"({"format":1,"system":{},"preset":{},"presets":[],"paired":[]})")
+                                   << "the member \"recordings_ms\" is missing";
+    QTest::newRow("bad value") << QByteArray(
+        R"({"format":1,"system":{"usb":{"mode":"x"}},"preset":{},"presets":[],"paired":[],"recordings_ms":[]})")
                                << "/system/usb/mode: \"x\" is not one of";
 }
 
