@@ -37,6 +37,11 @@ Host::Host(QObject *parent)
     connect(&m_sessions, &EditorSessions::starting, this, &Host::wireSession);
 }
 
+bool Host::isSimulated(const KnownDevice &device) const
+{
+    return device.ipAddress().isLoopback() && m_simulated.device(device.name());
+}
+
 void Host::start(const Options &options, const QNetworkInterface &interface)
 {
     for (DeviceTransport *transport : {&m_text, &m_aes67})

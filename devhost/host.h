@@ -29,6 +29,9 @@ public:
     /// Looks for devices on @p interface from now on and tells the open editors.
     void useInterface(const QNetworkInterface &interface);
 
+    /// Whether this host started the device itself.
+    bool isSimulated(const KnownDevice &device) const;
+
     QNetworkInterface interface() const { return m_interface; }
     DeviceFinder *finder() { return &m_finder; }
     DeviceTransport *transport() { return &m_text; }

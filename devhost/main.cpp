@@ -6,6 +6,7 @@
 #include "devhost/tour/tour_run.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QTextStream>
 
 namespace {
@@ -16,12 +17,28 @@ int complain(const QString &sentence)
     return 2;
 }
 
+/// Before there is an application with windows: that would take options such as --plugin for its own, and
+/// could not even print the help without a display.
+devhost::ParsedOptions readArguments(int argc, char *argv[])
+{
+    const QCoreApplication arguments(argc, argv);
+    return devhost::parseOptions(QCoreApplication::arguments());
+}
+
+/// The answer is empty, or a sentence on what failed.
+QString makeFolder(const QString &folder)
+{
+    if (folder.isEmpty() || QDir().mkpath(folder))
+        return QString();
+    return QStringLiteral("The folder %1 cannot be made. Name another one with --snapshot-dir.").arg(folder);
+}
+
 /// The exit code: 0 when every step was confirmed.
-int takeTour(devhost::Host *host, devhost::HostWindow *window, const QString &folder)
+int takeTour(devhost::Host *host, devhost::HostWindow *window, const devhost::Options &options)
 {
     // The tour types into file dialogs and finds their parts by name.
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    devhost::tour::TourRun run(host, window, folder);
+    devhost::tour::TourRun run(host, window, options);
     QObject::connect(&run, &devhost::tour::TourRun::finished, qApp,
                      [](bool success) { QApplication::exit(success ? 0 : 1); });
     QObject::connect(window, &devhost::HostWindow::closed, qApp, [] { QApplication::exit(1); });
@@ -33,18 +50,23 @@ int takeTour(devhost::Host *host, devhost::HostWindow *window, const QString &fo
 
 int main(int argc, char *argv[])
 {
-    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
-    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
-    QApplication application(argc, argv);
-    // Block editors are windows of their own and go a little later than the host's: Qt would wait for ever.
-    QApplication::setQuitOnLastWindowClosed(false);
-    const devhost::ParsedOptions parsed = devhost::parseOptions(application.arguments());
+    const devhost::ParsedOptions parsed = readArguments(argc, argv);
     if (!parsed.help.isEmpty()) {
         QTextStream(stdout) << parsed.help;
         return 0;
     }
     if (!parsed.error.isEmpty())
         return complain(parsed.error + QStringLiteral(" Try --help."));
+    const QString problem = makeFolder(parsed.options.snapshotFolder);
+    if (!problem.isEmpty())
+        return complain(problem);
+
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
+    int nameOnly = 1;
+    QApplication application(nameOnly, argv);
+    // Block editors are windows of their own and go a little later than the host's: Qt would wait for ever.
+    QApplication::setQuitOnLastWindowClosed(false);
     const devhost::InterfaceChoice choice
         = devhost::chooseInterface(parsed.options.interface, parsed.options.simulate > 0);
     if (!choice.error.isEmpty())
@@ -62,5 +84,5 @@ int main(int argc, char *argv[])
         QObject::connect(&window, &devhost::HostWindow::closed, &application, &QApplication::quit);
         return QApplication::exec();
     }
-    return takeTour(&host, &window, parsed.options.tourFolder);
+    return takeTour(&host, &window, parsed.options);
 }

@@ -13,6 +13,7 @@ void describe(QCommandLineParser *parser)
     parser->setApplicationDescription(
         QStringLiteral("Finds audio devices on the network, loads their plugins and shows their editors."));
     parser->addHelpOption();
+    parser->addVersionOption();
     parser->addOptions({
         {QStringLiteral("plugin"),
          QStringLiteral("Load the plugin FILE; may be given several times. Default: tarnkbx_plugin beside "
@@ -27,10 +28,23 @@ void describe(QCommandLineParser *parser)
         {QStringLiteral("snapshot-dir"), QStringLiteral("Folder in which snapshot files are kept."),
          QStringLiteral("DIR")},
         {QStringLiteral("tour"),
-         QStringLiteral("Open the first device, use every page of its editor, write pictures and the "
-                        "messages into DIR, and end."),
+         QStringLiteral("Open the first simulated device, use every page of its editor, write pictures and "
+                        "the messages into DIR, and end."),
          QStringLiteral("DIR")},
+        {QStringLiteral("tour-changes-real-device"),
+         QStringLiteral("Let the tour work on the first device found, simulated or not. It OVERWRITES the "
+                        "device's addresses, presets and voice cues.")},
     });
+}
+
+/// A tour changes what a device holds, presets and addresses included.
+QString checkTour(const Options &options)
+{
+    if (options.tourFolder.isEmpty() || options.simulate > 0 || options.tourRealDevice)
+        return QString();
+    return QStringLiteral(
+        "--tour overwrites the settings of a device: give it a simulated one with --simulate 1, "
+        "or permit a real one with --tour-changes-real-device.");
 }
 
 QString readCount(const QString &text, int *count)
@@ -52,7 +66,13 @@ ParsedOptions parseOptions(const QStringList &arguments)
     describe(&parser);
     ParsedOptions parsed;
     if (!parser.parse(arguments)) {
-        parsed.error = parser.errorText() + QLatin1Char('.');
+        parsed.error = parser.errorText();
+        if (!parsed.error.endsWith(QLatin1Char('.')))
+            parsed.error += QLatin1Char('.');
+        return parsed;
+    }
+    if (parser.isSet(QStringLiteral("version"))) {
+        parsed.help = QStringLiteral("plexo-devhost " KBX_VERSION "\n");
         return parsed;
     }
     if (parser.isSet(QStringLiteral("help"))) {
@@ -67,7 +87,10 @@ ParsedOptions parseOptions(const QStringList &arguments)
     parsed.options.interface = parser.value(QStringLiteral("interface"));
     parsed.options.snapshotFolder = parser.value(QStringLiteral("snapshot-dir"));
     parsed.options.tourFolder = parser.value(QStringLiteral("tour"));
+    parsed.options.tourRealDevice = parser.isSet(QStringLiteral("tour-changes-real-device"));
     parsed.error = readCount(parser.value(QStringLiteral("simulate")), &parsed.options.simulate);
+    if (parsed.error.isEmpty())
+        parsed.error = checkTour(parsed.options);
     return parsed;
 }
 

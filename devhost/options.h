@@ -13,13 +13,14 @@ struct Options
     int simulate = 0; ///< number of simulated devices
     QString snapshotFolder; ///< where the file dialogs begin; empty: the user's documents
     QString tourFolder; ///< empty: no tour
+    bool tourRealDevice = false; ///< the tour may change a device that this host did not start
 };
 
 struct ParsedOptions
 {
     Options options;
     QString error; ///< a sentence for the user; empty when all is well
-    QString help; ///< the help text, when it was asked for
+    QString help; ///< the help or version text, when it was asked for
 };
 
 /// @p arguments begins with the program's name.

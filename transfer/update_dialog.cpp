@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QMessageBox>
 #include <QNetworkDatagram>
+#include <QTextDocument>
 
 namespace {
 
@@ -88,7 +89,7 @@ void UpdateDialog::setFile(const QString &file, const QByteArray &contents)
     m_file = file;
     m_data = contents;
     m_ui->img_filename_label->setText(QFileInfo(file).fileName());
-    m_ui->img_filename_label->setToolTip(file);
+    m_ui->img_filename_label->setToolTip(Qt::convertFromPlainText(file));
     m_ui->close_pushButton->setEnabled(true);
     if (contents.isEmpty())
         showStatus(updatetexts::nothingToSend(), QStyle::SP_MessageBoxWarning);

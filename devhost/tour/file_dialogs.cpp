@@ -15,14 +15,20 @@ namespace {
 
 constexpr int TryMs = 700;
 
-/// Types the path into the dialog and confirms it. The answer is empty, or what is in the way.
+/// Puts the path into the dialog and confirms it. The answer is empty, or what is in the way.
 QString chooseFile(const QFileDialog *dialog, const QString &path)
 {
     auto *field = dialog->findChild<QLineEdit *>(QStringLiteral("fileNameEdit"));
+    QString why = hands::click(field);
+    if (!why.isEmpty())
+        return why;
     // The list of completions would open at a moment of its own, and then take Enter for itself.
-    if (field)
-        field->setCompleter(nullptr);
-    return hands::enter(field, QDir::toNativeSeparators(path));
+    field->setCompleter(nullptr);
+    // As pasted: letter by letter the dialog selects each folder that the path goes through, and Enter would
+    // go into that.
+    field->selectAll();
+    field->insert(QDir::toNativeSeparators(path));
+    return hands::press(field, Qt::Key_Return, QStringLiteral("\r"));
 }
 
 } // namespace
@@ -40,7 +46,8 @@ QFileDialog *fileDialog()
 std::function<QString()> untilChosen(const QString &path)
 {
     const QSharedPointer<QElapsedTimer> sinceTry(new QElapsedTimer);
-    return [path, sinceTry]() -> QString {
+    const QSharedPointer<QString> obstacle(new QString);
+    return [path, sinceTry, obstacle]() -> QString {
         const QFileDialog *dialog = fileDialog();
         if (!dialog)
             return QString();
@@ -48,11 +55,9 @@ std::function<QString()> untilChosen(const QString &path)
             sinceTry->start();
         if (sinceTry->elapsed() > TryMs) {
             sinceTry->start();
-            QString why = chooseFile(dialog, path);
-            if (!why.isEmpty())
-                return why;
+            *obstacle = chooseFile(dialog, path);
         }
-        return QStringLiteral("the file dialog is still open");
+        return QStringLiteral("the file dialog is still open %1").arg(*obstacle).trimmed();
     };
 }
 

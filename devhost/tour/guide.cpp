@@ -4,9 +4,11 @@
 #include "devhost/host_window.h"
 #include "devhost/known_device.h"
 #include "devhost/tour/hands.h"
+#include "devhost/tour/tour_files.h"
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QTabBar>
@@ -41,17 +43,28 @@ Step alsoNeeds(Step step, const std::function<QString()> &more)
     return step;
 }
 
-Guide::Guide(Host *host, HostWindow *window, const QString &folder)
+Guide::Guide(Host *host, HostWindow *window, const QString &folder, bool anyDevice)
     : m_host(host)
     , m_window(window)
     , m_folder(folder)
+    , m_anyDevice(anyDevice)
     , m_traffic(host->transport())
 {
 }
 
+QString Guide::newFile(const QString &name) const
+{
+    noteFile(m_folder, name);
+    return QDir(m_folder).filePath(name);
+}
+
 KnownDevice *Guide::device() const
 {
-    return m_host->finder()->devices().value(0);
+    for (KnownDevice *device : m_host->finder()->devices()) {
+        if (m_anyDevice || m_host->isSimulated(*device))
+            return device;
+    }
+    return nullptr;
 }
 
 EditorSession *Guide::session() const

@@ -26,11 +26,13 @@ enum Page { ConfigPage, AudioPage, CuePage, DspPage };
 class Guide
 {
 public:
-    /// Neither is owned. @p folder is where steps may keep files.
-    Guide(Host *host, HostWindow *window, const QString &folder);
+    /// Neither is owned. @p folder is where steps may keep files. Only a simulated device is shown unless
+    /// @p anyDevice.
+    Guide(Host *host, HostWindow *window, const QString &folder, bool anyDevice);
 
     HostWindow *window() const { return m_window; }
-    QString folder() const { return m_folder; }
+    /// The path of a file that a step is going to write, which the next tour may remove.
+    QString newFile(const QString &name) const;
     /// The first device found; null before that.
     KnownDevice *device() const;
     EditorSession *session() const;
@@ -90,6 +92,7 @@ private:
     Host *m_host;
     HostWindow *m_window;
     QString m_folder;
+    bool m_anyDevice;
     TrafficWatch m_traffic;
     DeviceProbe m_probe;
 };

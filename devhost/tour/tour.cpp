@@ -1,5 +1,7 @@
 #include "devhost/tour/tour.h"
 
+#include "devhost/tour/tour_files.h"
+
 #include <QGuiApplication>
 #include <QPixmap>
 #include <QScreen>
@@ -85,6 +87,7 @@ void Tour::photograph()
     const Step &step = m_steps.at(m_current);
     const QString name
         = QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(step.picture);
+    noteFile(m_folder, name);
     const QRect area = step.area();
     // The screen, not the widget: a Quick view and the windows above are on it as the user sees them.
     const QPixmap picture
@@ -107,7 +110,9 @@ void Tour::end(const QString &failure)
 {
     m_poll.stop();
     print(QStringLiteral("FAILED: %1").arg(failure));
-    QGuiApplication::primaryScreen()->grabWindow(0).save(m_folder.filePath(QStringLiteral("failed.png")));
+    const QString name = QStringLiteral("failed.png");
+    noteFile(m_folder, name);
+    QGuiApplication::primaryScreen()->grabWindow(0).save(m_folder.filePath(name));
     emit finished(false);
 }
 

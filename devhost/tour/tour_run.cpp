@@ -1,7 +1,9 @@
 #include "devhost/tour/tour_run.h"
 
 #include "devhost/host.h"
+#include "devhost/options.h"
 #include "devhost/tour/areas.h"
+#include "devhost/tour/tour_files.h"
 
 #include <QDir>
 
@@ -16,10 +18,10 @@ Steps allSteps(Guide &guide)
 
 } // namespace
 
-TourRun::TourRun(Host *host, HostWindow *window, const QString &folder)
-    : m_folder(QDir(folder).absolutePath())
+TourRun::TourRun(Host *host, HostWindow *window, const Options &options)
+    : m_folder(QDir(options.tourFolder).absolutePath())
     , m_recorder(host->transport())
-    , m_guide(host, window, m_folder)
+    , m_guide(host, window, m_folder, options.tourRealDevice)
     , m_out(stdout)
     , m_tour(allSteps(m_guide), m_folder, &m_out)
 {
@@ -31,9 +33,7 @@ QString TourRun::start()
     QDir folder(m_folder);
     if (!folder.mkpath(QStringLiteral(".")))
         return tr("The folder %1 cannot be made. Name another one with --tour.").arg(m_folder);
-    // Pictures of an earlier tour would be taken for this one's.
-    for (const QString &picture : folder.entryList({QStringLiteral("*.png")}, QDir::Files))
-        folder.remove(picture);
+    removeEarlierFiles(folder);
     QString error = m_recorder.start(folder.filePath(QStringLiteral("messages.jsonl")));
     if (error.isEmpty())
         m_tour.start();

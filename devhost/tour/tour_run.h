@@ -6,6 +6,10 @@
 
 #include <QTextStream>
 
+namespace devhost {
+struct Options;
+}
+
 namespace devhost::tour {
 
 /// A whole tour through the editor of the first device, with everything it writes.
@@ -14,8 +18,8 @@ class TourRun : public QObject
     Q_OBJECT
 
 public:
-    /// Neither is owned; everything is written into @p folder.
-    TourRun(Host *host, HostWindow *window, const QString &folder);
+    /// Neither is owned; everything is written into the tour folder of @p options.
+    TourRun(Host *host, HostWindow *window, const Options &options);
 
     /// To be called before the host sends its first message. The answer is empty, or a sentence on what
     /// failed.

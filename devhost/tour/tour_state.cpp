@@ -113,10 +113,7 @@ Steps saveSteps(Guide &guide, const QString &file)
 {
     Step ask;
     ask.name = QStringLiteral("save a snapshot");
-    ask.act = [&guide, file] {
-        QFile::remove(file);
-        return chooseDeviceMenu(guide, {QStringLiteral("Save Snapshot...")});
-    };
+    ask.act = [&guide] { return chooseDeviceMenu(guide, {QStringLiteral("Save Snapshot...")}); };
     ask.missing = [] { return unless(fileDialog(), QStringLiteral("no file dialog opens")); };
     Step answer;
     answer.name = QStringLiteral("name its file");
@@ -182,7 +179,7 @@ Step usePreset(Guide &guide, const QString &name, const QString &menu, const QSt
 Steps snapshotSteps(Guide &guide)
 {
     const Saved saved(new DeviceProbe::Values);
-    const QString file = QDir(guide.folder()).filePath(QStringLiteral("snapshot.xml"));
+    const QString file = guide.newFile(QStringLiteral("tour-snapshot.xml"));
     Steps steps{remember(guide, QStringLiteral("ask the device for every section"), sections(), saved)};
     steps.append(saveSteps(guide, file));
     steps.append(changeEverything(guide, QStringLiteral("change every section of the device"), saved));

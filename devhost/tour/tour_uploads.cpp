@@ -61,7 +61,7 @@ Step closeDialog(Guide &guide, int cue)
 
 Steps userSteps(Guide &guide)
 {
-    const QString file = QDir(guide.folder()).filePath(QStringLiteral("user-cue.wav"));
+    const QString file = guide.newFile(QStringLiteral("tour-cue.wav"));
     Step ask;
     ask.name = QStringLiteral("load a recording of one's own");
     ask.act = [&guide, file] {

@@ -1,5 +1,6 @@
 #include "devhost/tour/hands.h"
 #include "devhost/tour/tour.h"
+#include "devhost/tour/tour_files.h"
 
 #include <QDialog>
 #include <QPushButton>
@@ -18,6 +19,7 @@ class TourTest : public QObject
 private slots:
     void endsAtFirstFailure_data();
     void endsAtFirstFailure();
+    void removesItsOwnFilesOnly();
     void handsRefuseWhatNobodyCouldClick();
 };
 
@@ -57,6 +59,22 @@ void TourTest::endsAtFirstFailure()
     QCOMPARE(finished.first().first(), QVariant(false));
     QCOMPARE(shown, printed);
     QVERIFY(!reached);
+}
+
+void TourTest::removesItsOwnFilesOnly()
+{
+    const QTemporaryDir temporary;
+    const QDir folder(temporary.path());
+    for (const char *name : {"holiday.png", "01-mine.png", "02-tour.png", "snapshot.xml"}) {
+        QFile file(folder.filePath(QLatin1String(name)));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+    }
+    noteFile(folder, QStringLiteral("02-tour.png"));
+    noteFile(folder, QStringLiteral("../holiday.png"));
+    removeEarlierFiles(folder);
+    QCOMPARE(folder.entryList(QDir::Files),
+             (QStringList{QStringLiteral("01-mine.png"), QStringLiteral("holiday.png"),
+                          QStringLiteral("snapshot.xml")}));
 }
 
 void TourTest::handsRefuseWhatNobodyCouldClick()
