@@ -4,6 +4,13 @@
 
 namespace devhost {
 
+namespace {
+
+// However fast replies come, other events have their turn.
+constexpr int MostATurn = 16;
+
+} // namespace
+
 DeviceTransport::DeviceTransport(QObject *parent)
     : QObject(parent)
 {
@@ -54,15 +61,20 @@ void DeviceTransport::send(const QString &name, const QByteArray &bytes)
 
 void DeviceTransport::readPending()
 {
-    // One a turn of the event loop, however fast they come: the socket reports the next one again.
-    const QNetworkDatagram datagram = m_socket.receiveDatagram();
-    const QString name = m_askers.value({datagram.senderAddress(), quint16(datagram.senderPort())});
-    if (name.isEmpty())
-        return;
-    // Queued: a plugin may open a message box on a reply, and the socket reports nothing more, for any
-    // device, until this function has returned.
-    QMetaObject::invokeMethod(
-        this, [this, name, bytes = datagram.data()] { emit received(name, bytes); }, Qt::QueuedConnection);
+    // What is still there then, the socket reports again.
+    for (int count = 0; count < MostATurn; ++count) {
+        const QNetworkDatagram datagram = m_socket.receiveDatagram();
+        if (!datagram.isValid())
+            return;
+        const QString name = m_askers.value({datagram.senderAddress(), quint16(datagram.senderPort())});
+        if (name.isEmpty())
+            continue;
+        // Queued: a plugin may open a message box on a reply, and the socket reports nothing more, for any
+        // device, until this function has returned.
+        QMetaObject::invokeMethod(
+            this, [this, name, bytes = datagram.data()] { emit received(name, bytes); },
+            Qt::QueuedConnection);
+    }
 }
 
 } // namespace devhost

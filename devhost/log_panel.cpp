@@ -46,7 +46,10 @@ LogPanel::LogPanel(CommunicationLog *log, QWidget *parent)
     column->addWidget(m_view);
     setUpView();
     connect(m_filterEdit, &QLineEdit::textChanged, m_filter, &LogFilter::setText);
-    connect(m_filter, &QAbstractItemModel::rowsInserted, this, &LogPanel::followIfWanted);
+    // Once for all lines of one turn of the event loop: scrolling lays the whole view out.
+    m_following.setSingleShot(true);
+    connect(&m_following, &QTimer::timeout, this, &LogPanel::followIfWanted);
+    connect(m_filter, &QAbstractItemModel::rowsInserted, &m_following, QOverload<>::of(&QTimer::start));
     connect(m_filter, &QAbstractItemModel::modelReset, this, &LogPanel::followIfWanted);
     connect(m_view->verticalScrollBar(), &QScrollBar::actionTriggered, this, [this] {
         const QScrollBar *bar = m_view->verticalScrollBar();

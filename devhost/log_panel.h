@@ -2,6 +2,7 @@
 
 #include "devhost/communication_log.h"
 
+#include <QTimer>
 #include <QWidget>
 
 class QHBoxLayout;
@@ -45,6 +46,7 @@ private:
     QTableView *m_view;
     QLineEdit *m_filterEdit;
     QToolButton *m_follow = nullptr;
+    QTimer m_following;
 };
 
 } // namespace devhost
