@@ -18,6 +18,8 @@ constexpr quint16 AnnouncementPort = 47700;
 // The longest that announcements keep other events waiting.
 constexpr int TurnMs = 10;
 
+constexpr int ReceiveBuffer = 1024 * 1024;
+
 } // namespace
 
 DeviceFinder::DeviceFinder(pxDevices *devices, const FinderLimits &limits, QObject *parent)
@@ -43,6 +45,8 @@ QString DeviceFinder::listenOn(const QNetworkInterface &interface)
             .arg(AnnouncementPort)
             .arg(m_socket->errorString());
     }
+    // As much as the system permits: a full one drops what known devices say.
+    m_socket->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, ReceiveBuffer);
     if (!m_socket->joinMulticastGroup(QHostAddress(QLatin1String(AnnouncementGroup)), interface)) {
         return tr("No device can be found on %1: joining the group %2 failed (%3). Choose another interface.")
             .arg(interface.name(), QLatin1String(AnnouncementGroup), m_socket->errorString());
@@ -80,14 +84,30 @@ void DeviceFinder::hear(const Announcement &announcement, const QHostAddress &se
         known->hear(announcement, sender);
 }
 
-/// Answers whether there is room for a new device.
-bool DeviceFinder::makeRoom()
+bool DeviceFinder::isWithinPace()
 {
     if (!m_second.isValid() || m_second.hasExpired(1000)) {
         m_second.start();
         m_newThisSecond = 0;
     }
-    if (m_newThisSecond == m_limits.mostNewASecond)
+    ++m_newThisSecond;
+    if (m_newThisSecond == m_limits.mostNewASecond + 1)
+        excuseSilence();
+    return m_newThisSecond <= m_limits.mostNewASecond;
+}
+
+void DeviceFinder::excuseSilence()
+{
+    for (KnownDevice *device : qAsConst(m_devices)) {
+        if (device->isPresent() && device->isHeld())
+            device->excuseSilence();
+    }
+}
+
+/// Answers whether there is room for a new device.
+bool DeviceFinder::makeRoom()
+{
+    if (!isWithinPace())
         return false;
     if (m_devices.size() >= m_limits.mostDevices) {
         KnownDevice *spare = longestSilentSpare();
@@ -97,7 +117,6 @@ bool DeviceFinder::makeRoom()
         }
         forget(spare);
     }
-    ++m_newThisSecond;
     return true;
 }
 

@@ -28,7 +28,8 @@ struct FinderLimits
 
 /// Listens for announcements on one network interface and keeps the list of known devices. It owns the
 /// devices. Those that fell silent stay for a while, marked as lost; of these the longest silent one makes
-/// room for a new one where the list is full. A device that is present or held is never forgotten.
+/// room for a new one where the list is full. A device that is present or held is never forgotten, and a held
+/// one is not lost while more new ones announce themselves than may: its own announcements may drown then.
 class DeviceFinder : public QObject
 {
     Q_OBJECT
@@ -57,6 +58,8 @@ private:
     void readPending();
     void hear(const Announcement &announcement, const QHostAddress &sender);
     bool makeRoom();
+    bool isWithinPace();
+    void excuseSilence();
     KnownDevice *longestSilentSpare() const;
     void forget(KnownDevice *device);
     void forgetLongLost();

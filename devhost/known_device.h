@@ -23,14 +23,17 @@ public:
 
     /// Takes over what the device said and marks it present.
     void hear(const Announcement &announcement, const QHostAddress &sender);
+    /// Gives it as long again to announce itself.
+    void excuseSilence() { m_silence.start(); }
     /// Since the last announcement.
     qint64 silentMs() const { return m_lastHeard.elapsed(); }
 
     /// Whoever keeps a pointer to the device over turns of the event loop holds it as long.
     void hold() { ++m_holders; }
     void letGo() { --m_holders; }
+    bool isHeld() const { return m_holders > 0; }
     /// Nobody would miss it: it is lost and not held.
-    bool isSpare() const { return !isPresent() && m_holders == 0; }
+    bool isSpare() const { return !isPresent() && !isHeld(); }
 
 signals:
     /// Its address or control port is another one than before, or it is back after having been lost.
