@@ -13,11 +13,6 @@ namespace {
 
 constexpr int LostAfterMs = 150;
 
-QNetworkInterface loopback()
-{
-    return QNetworkInterface::interfaceFromName(QStringLiteral("lo"));
-}
-
 QByteArray good()
 {
     return R"({"announce":"plexo","name":"KBX-0001","type":1,"product":"TarnKBX","model":"KBX",)"
@@ -85,7 +80,7 @@ void Finding::findsLosesAndFindsAgain()
 {
     pxDevices list;
     DeviceFinder finder(&list, LostAfterMs);
-    QCOMPARE(finder.listenOn(loopback()), QString());
+    QCOMPARE(finder.listenOn(loopbackInterface()), QString());
     QSignalSpy found(&finder, &DeviceFinder::found);
     FakeDevice device;
     device.announce("KBX\"broken");
@@ -107,7 +102,7 @@ void Finding::keepsFirstOfTwoWithOneName()
 {
     pxDevices list;
     DeviceFinder finder(&list, 60000);
-    finder.listenOn(loopback());
+    finder.listenOn(loopbackInterface());
     QSignalSpy clash(&finder, &DeviceFinder::nameClash);
     FakeDevice first;
     FakeDevice second(QHostAddress(QStringLiteral("127.0.0.2")));
