@@ -1,3 +1,4 @@
+#include "devhost/console.h"
 #include "devhost/host.h"
 #include "devhost/host_window.h"
 #include "devhost/look.h"
@@ -6,13 +7,29 @@
 #include "devhost/tour/tour_run.h"
 
 #include <QApplication>
+#include <QMessageBox>
 #include <QTextStream>
 
 namespace {
 
+bool isPrintRead()
+{
+    static const bool read = devhost::joinConsole();
+    return read;
+}
+
+/// Prints @p text, or shows it in a box where nobody would read it.
+void tell(FILE *stream, const QString &text)
+{
+    if (isPrintRead())
+        QTextStream(stream) << text << Qt::endl;
+    else
+        QMessageBox::information(nullptr, QStringLiteral("plexo-devhost"), text);
+}
+
 int complain(const QString &sentence)
 {
-    QTextStream(stderr) << "plexo-devhost: " << sentence << Qt::endl;
+    tell(stderr, QStringLiteral("plexo-devhost: ") + sentence);
     return 2;
 }
 
@@ -21,6 +38,7 @@ int takeTour(devhost::Host *host, devhost::HostWindow *window, const QString &fo
 {
     // The tour types into file dialogs and finds their parts by name.
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    isPrintRead(); // before its first line
     devhost::tour::TourRun run(host, window, folder);
     QObject::connect(&run, &devhost::tour::TourRun::finished, qApp,
                      [](bool success) { QApplication::exit(success ? 0 : 1); });
@@ -40,7 +58,7 @@ int main(int argc, char *argv[])
     QApplication::setQuitOnLastWindowClosed(false);
     const devhost::ParsedOptions parsed = devhost::parseOptions(application.arguments());
     if (!parsed.help.isEmpty()) {
-        QTextStream(stdout) << parsed.help;
+        tell(stdout, parsed.help.trimmed());
         return 0;
     }
     if (!parsed.error.isEmpty())

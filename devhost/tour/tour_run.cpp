@@ -30,7 +30,8 @@ QString TourRun::start()
 {
     QDir folder(m_folder);
     if (!folder.mkpath(QStringLiteral(".")))
-        return tr("The folder %1 cannot be made. Name another one with --tour.").arg(m_folder);
+        return tr("The folder %1 cannot be made. Name another one with --tour.")
+            .arg(QDir::toNativeSeparators(m_folder));
     // Pictures of an earlier tour would be taken for this one's.
     for (const QString &picture : folder.entryList({QStringLiteral("*.png")}, QDir::Files))
         folder.remove(picture);
