@@ -51,8 +51,7 @@ struct Receiver
         socket.bind(QHostAddress::AnyIPv4, port,
                     QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint);
         if (group)
-            socket.joinMulticastGroup(QHostAddress(QLatin1String(group)),
-                                      loopbackInterface());
+            socket.joinMulticastGroup(QHostAddress(QLatin1String(group)), loopbackInterface());
         QObject::connect(&socket, &QUdpSocket::readyRead, [this] {
             while (socket.hasPendingDatagrams())
                 received << socket.receiveDatagram();
