@@ -8,15 +8,26 @@ target_compile_definitions(kbx_options INTERFACE
     QT_NO_URL_CAST_FROM_STRING
     QT_NO_FOREACH
     QT_DEPRECATED_WARNINGS)
-target_compile_options(kbx_options INTERFACE
-    -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+if(MSVC)
+    # Strict, with the sources read as what they are.
+    target_compile_options(kbx_options INTERFACE /W3 /permissive- /Zc:__cplusplus /utf-8)
+else()
+    target_compile_options(kbx_options INTERFACE
+        -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual)
+endif()
 if(KBX_WERROR)
-    target_compile_options(kbx_options INTERFACE -Werror)
+    target_compile_options(kbx_options INTERFACE $<IF:$<BOOL:${MSVC}>,/WX,-Werror>)
 endif()
 if(KBX_SANITIZE)
     target_compile_options(kbx_options INTERFACE
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(kbx_options INTERFACE -fsanitize=address,undefined)
+endif()
+
+# What differs between systems has a source file for each, with this at its name's end.
+set(KBX_SYSTEM posix)
+if(WIN32)
+    set(KBX_SYSTEM windows)
 endif()
 
 # kbx_library(name SOURCES files... LINK libraries...): one room's static library.
@@ -40,6 +51,9 @@ function(kbx_test name)
     endif()
     if(ARG_NETWORK)
         list(APPEND wrapper ${CMAKE_SOURCE_DIR}/scripts/in-network)
+    endif()
+    if(CMAKE_CROSSCOMPILING) # whoever runs them gives them all one display and one network
+        set(wrapper ${CMAKE_CROSSCOMPILING_EMULATOR})
     endif()
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)

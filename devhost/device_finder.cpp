@@ -49,7 +49,7 @@ QString DeviceFinder::listenOn(const QNetworkInterface &interface)
     m_socket->setSocketOption(QAbstractSocket::ReceiveBufferSizeSocketOption, ReceiveBuffer);
     if (!m_socket->joinMulticastGroup(QHostAddress(QLatin1String(AnnouncementGroup)), interface)) {
         return tr("No device can be found on %1: joining the group %2 failed (%3). Choose another interface.")
-            .arg(interface.name(), QLatin1String(AnnouncementGroup), m_socket->errorString());
+            .arg(interface.humanReadableName(), QLatin1String(AnnouncementGroup), m_socket->errorString());
     }
     return QString();
 }

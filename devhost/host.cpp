@@ -113,7 +113,7 @@ void Host::wireDevice(KnownDevice *device)
             dropRoute(device);
         reportStatus(device->isPresent() ? tr("%1 is back.").arg(device->name())
                                          : tr("%1 is lost: it no longer announces itself on %2.")
-                                               .arg(device->name(), m_interface.name()),
+                                               .arg(device->name(), m_interface.humanReadableName()),
                      device->name());
     });
     reportStatus(tr("Found %1 at %2.").arg(device->name(), device->ipAddress().toString()), device->name());

@@ -136,17 +136,16 @@ void HostWindow::refreshCounts()
                           .arg(present)
                           .arg(m_host->finder()->devices().size() - present)
                           .arg(open)
-                          .arg(m_host->interface().name()));
+                          .arg(m_host->interface().humanReadableName()));
 }
 
 void HostWindow::showInterface()
 {
-    const QString name = m_host->interface().name();
-    m_interfaces->setCurrentIndex(m_interfaces->findData(name));
+    m_interfaces->setCurrentIndex(m_interfaces->findData(m_host->interface().name()));
     m_devices->setEmptyText(
         tr("Looking for devices on %1 ...\nA device announces itself once a second. Nothing here? Check its "
            "cable and choose the network interface it is connected to, or start the host with --simulate 1.")
-            .arg(name));
+            .arg(m_host->interface().humanReadableName()));
     refreshCounts();
 }
 

@@ -15,6 +15,7 @@
 
 #include <QActionGroup>
 #include <QComboBox>
+#include <QDir>
 #include <QMenuBar>
 #include <QToolBar>
 #include <QToolButton>
@@ -230,7 +231,7 @@ void HostWindow::showPlugins()
         PlexoPluginFactory &factory = *plugin.factory;
         text += tr("%1 %2 by %3\nModels: %4\n%5\n\n")
                     .arg(factory.getPluginName(), factory.getVersion(), factory.getVendorName(),
-                         factory.getSupportedModels().join(QStringLiteral(", ")), plugin.file);
+                         factory.getSupportedModels().join(QStringLiteral(", ")), QDir::toNativeSeparators(plugin.file));
     }
     if (text.isEmpty())
         text = tr("No plugin is loaded. Start the host with --plugin and a plugin file.");

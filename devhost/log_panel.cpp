@@ -4,6 +4,7 @@
 #include "devhost/whole_file.h"
 
 #include <QClipboard>
+#include <QDir>
 #include <QFileDialog>
 #include <QFontDatabase>
 #include <QGuiApplication>
@@ -167,7 +168,7 @@ void LogPanel::saveShown()
         return;
     const QString error = writeWholeFile(path, m_filter->allLines().toUtf8());
     if (error.isEmpty())
-        emit saved(tr("The log was saved to %1.").arg(path));
+        emit saved(tr("The log was saved to %1.").arg(QDir::toNativeSeparators(path)));
     else
         emit problem(error);
 }

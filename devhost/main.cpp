@@ -1,3 +1,4 @@
+#include "devhost/console.h"
 #include "devhost/host.h"
 #include "devhost/host_window.h"
 #include "devhost/look.h"
@@ -7,13 +8,34 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QMessageBox>
 #include <QTextStream>
 
 namespace {
 
+bool isPrintRead()
+{
+    static const bool read = devhost::joinConsole();
+    return read;
+}
+
+/// Prints @p text, or shows it in a box where nobody would read it.
+void tell(FILE *stream, const QString &text)
+{
+    if (isPrintRead()) {
+        QTextStream(stream) << text << Qt::endl;
+        return;
+    }
+    int count = 1;
+    char name[] = "plexo-devhost";
+    char *arguments[] = {name, nullptr};
+    const QScopedPointer<QApplication> own(qApp ? nullptr : new QApplication(count, arguments));
+    QMessageBox::information(nullptr, QString::fromLatin1(name), text);
+}
+
 int complain(const QString &sentence)
 {
-    QTextStream(stderr) << "plexo-devhost: " << sentence << Qt::endl;
+    tell(stderr, QStringLiteral("plexo-devhost: ") + sentence);
     return 2;
 }
 
@@ -38,6 +60,7 @@ int takeTour(devhost::Host *host, devhost::HostWindow *window, const devhost::Op
 {
     // The tour types into file dialogs and finds their parts by name.
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+    isPrintRead(); // before its first line
     devhost::tour::TourRun run(host, window, options);
     QObject::connect(&run, &devhost::tour::TourRun::finished, qApp,
                      [](bool success) { QApplication::exit(success ? 0 : 1); });
@@ -52,7 +75,7 @@ int main(int argc, char *argv[])
 {
     const devhost::ParsedOptions parsed = readArguments(argc, argv);
     if (!parsed.help.isEmpty()) {
-        QTextStream(stdout) << parsed.help;
+        tell(stdout, parsed.help.trimmed());
         return 0;
     }
     if (!parsed.error.isEmpty())

@@ -2,6 +2,7 @@
 
 #include "devhost/device_transport.h"
 
+#include <QDir>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -22,7 +23,7 @@ QString MessageRecorder::start(const QString &path)
     m_clock.start();
     if (m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
         return QString();
-    return tr("%1 cannot be written: %2. Choose another folder.").arg(path, m_file.errorString());
+    return tr("%1 cannot be written: %2. Choose another folder.").arg(QDir::toNativeSeparators(path), m_file.errorString());
 }
 
 void MessageRecorder::write(const char *direction, const QString &device, const QByteArray &message)

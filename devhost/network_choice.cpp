@@ -38,9 +38,9 @@ InterfaceChoice namedInterface(const QList<QNetworkInterface> &usable, const QSt
 {
     QStringList names;
     for (const QNetworkInterface &interface : usable) {
-        if (interface.name() == name)
+        if (interface.name() == name || interface.humanReadableName() == name)
             return {interface, QString()};
-        names.append(interface.name());
+        names.append(interface.humanReadableName());
     }
     return noInterface(QStringLiteral("There is no usable network interface \"%1\". Usable here: %2.")
                            .arg(name, names.join(QStringLiteral(", "))));
@@ -77,8 +77,8 @@ InterfaceChoice chooseInterface(const QString &name, bool simulating)
     if (chosen == usable.cend() && !simulating)
         chosen = find(true);
     if (chosen == usable.cend())
-        return noInterface(QStringLiteral("No network interface can be used. Bring one up, for example "
-                                          "with: sudo ip link set lo up"));
+        return noInterface(QStringLiteral("No network interface can be used. Connect this computer to a "
+                                          "network, or bring its loopback interface up."));
     return {*chosen, QString()};
 }
 

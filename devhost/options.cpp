@@ -20,8 +20,8 @@ void describe(QCommandLineParser *parser)
                         "the program."),
          QStringLiteral("FILE")},
         {QStringLiteral("interface"),
-         QStringLiteral("Network interface to work on. Default: lo with --simulate, else the first one that "
-                        "can multicast."),
+         QStringLiteral("Network interface to work on. Default: loopback with --simulate, else the first one "
+                        "that can multicast."),
          QStringLiteral("NAME")},
         {QStringLiteral("simulate"), QStringLiteral("Start N simulated devices, which end with the program."),
          QStringLiteral("N"), QStringLiteral("0")},

@@ -2,6 +2,7 @@
 
 #include "host/plexo_plugin_factory.h"
 
+#include <QDir>
 #include <QFileInfo>
 #include <QJsonObject>
 #include <QPluginLoader>
@@ -18,9 +19,10 @@ PluginRegistry::~PluginRegistry()
 QString PluginRegistry::load(const QString &file)
 {
     QPluginLoader loader(file);
-    const QString path = loader.fileName();
-    if (path.isEmpty() || !QFileInfo(path).isFile())
-        return tr("There is no plugin file %1. Name an existing one with --plugin.").arg(file);
+    if (loader.fileName().isEmpty() || !QFileInfo(loader.fileName()).isFile())
+        return tr("There is no plugin file %1. Name an existing one with --plugin.")
+            .arg(QDir::toNativeSeparators(file));
+    const QString path = QDir::toNativeSeparators(loader.fileName());
     const QString iid = loader.metaData().value(QLatin1String("IID")).toString();
     if (iid.isEmpty())
         return tr("%1 is no Qt plugin of this Qt version. Build it for Qt %2.")
@@ -31,7 +33,7 @@ QString PluginRegistry::load(const QString &file)
     auto *factory = qobject_cast<PlexoPluginFactory *>(loader.instance());
     if (!factory)
         return tr("%1 cannot be used: %2. Build it again with this host.").arg(path, loader.errorString());
-    m_plugins.append({path, loader.instance(), factory});
+    m_plugins.append({loader.fileName(), loader.instance(), factory});
     return QString();
 }
 

@@ -3,6 +3,7 @@
 #include "simulator/log.h"
 #include "simulator/wave_file.h"
 
+#include <QDir>
 #include <QSaveFile>
 
 namespace sim {
@@ -41,7 +42,8 @@ void CueLoader::keep(const QByteArray &file)
     if (output.open(QIODevice::WriteOnly) && output.write(file) == file.size() && output.flush()
         && output.commit())
         return;
-    qCWarning(simulatorLog).noquote() << m_keepFile + QStringLiteral(": ") + output.errorString();
+    qCWarning(simulatorLog).noquote()
+        << QDir::toNativeSeparators(m_keepFile) + QStringLiteral(": ") + output.errorString();
 }
 
 } // namespace sim

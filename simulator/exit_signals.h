@@ -1,12 +1,14 @@
 #pragma once
 
 #include <QObject>
-#include <QSocketNotifier>
+
+#include <memory>
 
 namespace sim {
 
-/// Turns SIGTERM and SIGINT into a signal of the event loop, so that the program can put things in order.
-/// One object a process.
+/// Turns what the system ends programs with into a signal of the event loop, so that the program can put
+/// things in order: SIGTERM and SIGINT, or a closed console, Ctrl+C and the message with which a parent
+/// process ends its children on Windows. One object a process; one source file a system.
 class ExitSignals : public QObject
 {
     Q_OBJECT
@@ -15,16 +17,17 @@ public:
     explicit ExitSignals(QObject *parent = nullptr);
     ~ExitSignals() override;
 
+    /// Asks for the exit as well when the parent process ends, however that ends. @p parent is its process id,
+    /// with which one that has ended already is noticed; 0 when not known. Nothing where the system has no such
+    /// service.
+    void exitWithParent(uint parent);
+
 signals:
     void exitRequested();
 
 private:
-    QScopedPointer<QSocketNotifier> m_notifier;
+    class System;
+    std::unique_ptr<System> m_system;
 };
-
-/// Has this process sent SIGTERM when its parent ends, however that ends. @p parent is its process id, with
-/// which a parent that has ended already is noticed; 0 when not known. Nothing where the system has no such
-/// service.
-void exitWithParent(uint parent);
 
 } // namespace sim

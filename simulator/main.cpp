@@ -29,7 +29,7 @@ int main(int argc, char *argv[])
     sim::ExitSignals signalSource;
     QObject::connect(&signalSource, &sim::ExitSignals::exitRequested, &application, &QCoreApplication::quit);
     if (parsed.options.exitWithParent)
-        sim::exitWithParent(parsed.options.parent);
+        signalSource.exitWithParent(parsed.options.parent);
 
     // Whoever shows these lines knows where they come from.
     qSetMessagePattern(QStringLiteral("%{message}"));

@@ -13,7 +13,7 @@ struct Options
 {
     QString name = QStringLiteral("KBX-0001");
     QHostAddress address{QHostAddress::LocalHost};
-    QString interface = QStringLiteral("lo");
+    QString interface; ///< by name; the loopback interface when empty
     quint16 port = 47800; ///< 0: any free one
     QString stateFile; ///< none when empty
     QString keepUpload; ///< file that receives each fetched file as it came; none when empty

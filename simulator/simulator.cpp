@@ -3,7 +3,31 @@
 #include "simulator/log.h"
 #include "simulator/state_file.h"
 
+#include <QDir>
+
+#include <algorithm>
+
 namespace sim {
+
+namespace {
+
+/// The loopback interface, whose name is another one on every system, when @p name is empty.
+QNetworkInterface interfaceFor(const QString &name)
+{
+    const QList<QNetworkInterface> all = QNetworkInterface::allInterfaces();
+    const auto found = std::find_if(all.cbegin(), all.cend(), [&name](const QNetworkInterface &candidate) {
+        return name.isEmpty() ? bool(candidate.flags() & QNetworkInterface::IsLoopBack)
+                              : candidate.name() == name;
+    });
+    return found == all.cend() ? QNetworkInterface() : *found;
+}
+
+QString about(const QString &file, const QString &problem)
+{
+    return QStringLiteral("%1: %2").arg(QDir::toNativeSeparators(file), problem);
+}
+
+} // namespace
 
 Simulator::Simulator(const Options &options, const Intervals &intervals, QObject *parent)
     : QObject(parent)
@@ -69,18 +93,20 @@ QString Simulator::restore()
         return {};
     const StateRead read = readState(m_options.stateFile);
     if (!read.error.isEmpty())
-        return QStringLiteral("%1: %2").arg(m_options.stateFile, read.error);
+        return about(m_options.stateFile, read.error);
     if (read.state.isEmpty())
         return {};
     const QString misfit = m_model.fromJson(read.state);
-    return misfit.isEmpty() ? QString() : QStringLiteral("%1: %2").arg(m_options.stateFile, misfit);
+    return misfit.isEmpty() ? QString() : about(m_options.stateFile, misfit);
 }
 
 QString Simulator::openSockets()
 {
-    const Station station{m_options.address, QNetworkInterface::interfaceFromName(m_options.interface)};
+    const Station station{m_options.address, interfaceFor(m_options.interface)};
     if (!station.interface.isValid())
-        return QStringLiteral("there is no network interface \"%1\"").arg(m_options.interface);
+        return m_options.interface.isEmpty()
+            ? QStringLiteral("there is no loopback interface; name another one with --interface")
+            : QStringLiteral("there is no network interface \"%1\"").arg(m_options.interface);
     if (!m_control.listen(station.address, m_options.port))
         return QStringLiteral("cannot listen on %1:%2: %3")
             .arg(station.address.toString())
@@ -156,7 +182,7 @@ void Simulator::save()
         return;
     const QString problem = writeState(m_options.stateFile, m_model.toJson());
     if (!problem.isEmpty())
-        qCWarning(simulatorLog).noquote() << m_options.stateFile + QStringLiteral(": ") + problem;
+        qCWarning(simulatorLog).noquote() << about(m_options.stateFile, problem);
 }
 
 } // namespace sim

@@ -4,6 +4,7 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <QSysInfo>
 
 namespace updatetexts {
 
@@ -21,12 +22,17 @@ QString dataSize(int bytes)
 
 QString permission()
 {
-#ifdef Q_OS_LINUX
+    if (QSysInfo::kernelType() != QLatin1String("linux"))
+        return tr("Start the application with administrator rights, then load the voice cue again.");
     return tr("Permit it with this command, then load the voice cue again:")
         + QLatin1String("\nsudo sysctl -w net.ipv4.ip_unprivileged_port_start=69");
-#else
-    return tr("Start the application with administrator rights, then load the voice cue again.");
-#endif
+}
+
+/// Windows keeps no port from ordinary users: there, no access means that another program has it for itself.
+bool isTaken(QAbstractSocket::SocketError error)
+{
+    return error == QAbstractSocket::AddressInUseError
+        || (error == QAbstractSocket::SocketAccessError && QSysInfo::kernelType() == QLatin1String("winnt"));
 }
 
 } // namespace
@@ -86,17 +92,14 @@ QString failed(VmTftp::Failure failure)
 
 QString portClosed(QAbstractSocket::SocketError error, const QString &systemText)
 {
-    switch (error) {
-    case QAbstractSocket::AddressInUseError:
+    if (isTaken(error))
         return tr(
             "The device cannot fetch the file: UDP port 69 is in use by another voice cue update or another "
             "TFTP server. End that one, then load the voice cue again.");
-    case QAbstractSocket::SocketAccessError:
+    if (error == QAbstractSocket::SocketAccessError)
         return tr("The device cannot fetch the file: this user may not open UDP port 69.") + QLatin1Char(' ')
             + permission();
-    default:
-        return tr("The device cannot fetch the file: UDP port 69 cannot be opened (%1).").arg(systemText);
-    }
+    return tr("The device cannot fetch the file: UDP port 69 cannot be opened (%1).").arg(systemText);
 }
 
 } // namespace updatetexts

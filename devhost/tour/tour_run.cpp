@@ -32,7 +32,8 @@ QString TourRun::start()
 {
     QDir folder(m_folder);
     if (!folder.mkpath(QStringLiteral(".")))
-        return tr("The folder %1 cannot be made. Name another one with --tour.").arg(m_folder);
+        return tr("The folder %1 cannot be made. Name another one with --tour.")
+            .arg(QDir::toNativeSeparators(m_folder));
     removeEarlierFiles(folder);
     QString error = m_recorder.start(folder.filePath(QStringLiteral("messages.jsonl")));
     if (error.isEmpty())

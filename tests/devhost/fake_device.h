@@ -1,9 +1,9 @@
 #pragma once
 
 #include "devhost/announcement.h"
+#include "tests/support/loopback.h"
 
 #include <QNetworkDatagram>
-#include <QNetworkInterface>
 #include <QUdpSocket>
 
 /// A device on the loopback interface: announces itself and answers when the test says so.
@@ -14,7 +14,7 @@ public:
     {
         m_control.bind(address, 0);
         m_announcer.bind(address, 0);
-        m_announcer.setMulticastInterface(QNetworkInterface::interfaceFromName(QStringLiteral("lo")));
+        m_announcer.setMulticastInterface(loopbackInterface());
         connect(&m_control, &QUdpSocket::readyRead, this, &FakeDevice::read);
     }
 

@@ -18,11 +18,6 @@ FinderLimits limits(int lostAfterMs, int forgetAfterMs = 60000, int most = 500, 
     return {lostAfterMs, forgetAfterMs, most, newASecond};
 }
 
-QNetworkInterface loopback()
-{
-    return QNetworkInterface::interfaceFromName(QStringLiteral("lo"));
-}
-
 QByteArray good()
 {
     return R"({"announce":"plexo","name":"KBX-0001","type":1,"product":"TarnKBX","model":"KBX",)"
@@ -94,7 +89,7 @@ void Finding::findsLosesAndFindsAgain()
 {
     pxDevices list;
     DeviceFinder finder(&list, limits(150));
-    QCOMPARE(finder.listenOn(loopback()), QString());
+    QCOMPARE(finder.listenOn(loopbackInterface()), QString());
     QSignalSpy found(&finder, &DeviceFinder::found);
     FakeDevice device;
     device.announce("KBX\"broken");
@@ -116,7 +111,7 @@ void Finding::keepsFirstOfTwoWithOneName()
 {
     pxDevices list;
     DeviceFinder finder(&list);
-    finder.listenOn(loopback());
+    finder.listenOn(loopbackInterface());
     QSignalSpy clash(&finder, &DeviceFinder::problem);
     FakeDevice first;
     FakeDevice second(QHostAddress(QStringLiteral("127.0.0.2")));
@@ -142,7 +137,7 @@ void Finding::makesRoomByForgettingSpareOnes()
 {
     pxDevices list;
     DeviceFinder finder(&list, limits(60000, 60000, 3));
-    finder.listenOn(loopback());
+    finder.listenOn(loopbackInterface());
     QSignalSpy problem(&finder, &DeviceFinder::problem);
     FakeDevice device;
     const auto listed = [&finder](const char *name) { return finder.device(QLatin1String(name)); };
@@ -172,7 +167,7 @@ void Finding::forgetsLongLost()
 {
     pxDevices list;
     DeviceFinder finder(&list, limits(100, 200));
-    finder.listenOn(loopback());
+    finder.listenOn(loopbackInterface());
     FakeDevice device;
     device.announce("open");
     QTRY_COMPARE(finder.devices().size(), 1);
@@ -189,7 +184,7 @@ void Finding::listsSoManyNewOnesASecond()
 {
     pxDevices list;
     DeviceFinder finder(&list, limits(2000, 60000, 500, 2));
-    finder.listenOn(loopback());
+    finder.listenOn(loopbackInterface());
     FakeDevice device;
     device.announce("open");
     QTRY_COMPARE(finder.devices().size(), 1);

@@ -94,7 +94,7 @@ void Window::init()
     m_window.reset(new HostWindow(m_host.data(), m_folder->path()));
     Options options;
     options.plugins = QStringList{QStringLiteral(MODULE_FOLDER "/fake_module")};
-    m_host->start(options, QNetworkInterface::interfaceFromName(QStringLiteral("lo")));
+    m_host->start(options, loopbackInterface());
     m_window->show();
     QVERIFY(QTest::qWaitForWindowExposed(m_window.data()));
     m_device.reset(new FakeDevice);

@@ -1,4 +1,5 @@
 #include "dsp/metering_socket.h"
+#include "tests/support/loopback.h"
 
 #include <QNetworkDatagram>
 #include <QTest>
@@ -7,18 +8,13 @@ namespace {
 
 constexpr quint16 port = 50123;
 
-QNetworkInterface loopback()
-{
-    return QNetworkInterface::interfaceFromName(QStringLiteral("lo"));
-}
-
 /// Takes datagrams the way the editor does: one for each readyRead.
 class Listener : public QObject
 {
 public:
     explicit Listener(const QString &group = QStringLiteral("239.255.77.1"),
                       const QString &portText = QString::number(port))
-        : socket(group, portText, loopback())
+        : socket(group, portText, loopbackInterface())
     {
         connect(&socket, &QUdpSocket::readyRead, this,
                 [this] { received.append(socket.takeDatagram().data()); });
@@ -46,7 +42,7 @@ void MeteringSocketTest::takesEveryDatagramBesideOthers()
 {
     QUdpSocket sender;
     QVERIFY(sender.bind(QHostAddress(QHostAddress::LocalHost)));
-    sender.setMulticastInterface(loopback());
+    sender.setMulticastInterface(loopbackInterface());
     Listener first;
     Listener second;
     QVector<QByteArray> sent{QByteArray(), QByteArray(), QByteArray(65507, '\x81')};

@@ -9,6 +9,7 @@
 #include <QMetaMethod>
 #include <QPluginLoader>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
@@ -109,6 +110,7 @@ private slots:
     void attachingTellsDeviceBeforeList();
     void wholeQuery();
     void methodsKeepTheirOrder();
+    void loadsAgainFromAnyFolder();
 
 private:
     PlexoPluginFactory *factory() { return qobject_cast<PlexoPluginFactory *>(m_loader.instance()); }
@@ -233,6 +235,24 @@ void PluginLibraryTest::methodsKeepTheirOrder()
     QCOMPARE(window->className(), "TarnKBX_MainWindow");
     QCOMPARE(ownMethods(window, QMetaMethod::Signal), QByteArray(WindowSignals).split(' '));
     QCOMPARE(ownMethods(window, QMetaMethod::Slot), QByteArray(WindowSlots).split(' '));
+}
+
+void PluginLibraryTest::loadsAgainFromAnyFolder()
+{
+    QTemporaryDir dir;
+    const QDir folder(dir.filePath(QString::fromUtf8("Geräte und Töne 音")));
+    QVERIFY(folder.mkpath(QStringLiteral(".")));
+    const QString copy = folder.filePath(QFileInfo(QStringLiteral(PLUGIN_FILE)).fileName());
+    QVERIFY(QFile::copy(QStringLiteral(PLUGIN_FILE), copy));
+    QPluginLoader loader(copy);
+    for (int round = 0; round < 2; ++round) {
+        auto *anew = qobject_cast<PlexoPluginFactory *>(loader.instance());
+        QVERIFY2(anew, qPrintable(loader.errorString()));
+        QVERIFY(anew != factory());
+        QCOMPARE(anew->getPluginName(), QStringLiteral("TarnKBX_Plugin"));
+        QVERIFY2(loader.unload(), qPrintable(loader.errorString()));
+    }
+    QVERIFY(QFile::remove(copy)); // some systems keep a file that is loaded
 }
 
 QTEST_MAIN(PluginLibraryTest)

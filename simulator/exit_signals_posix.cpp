@@ -1,5 +1,7 @@
 #include "simulator/exit_signals.h"
 
+#include <QSocketNotifier>
+
 #include <csignal>
 #include <sys/socket.h>
 #include <unistd.h>
@@ -23,19 +25,30 @@ void passOn(int)
         _exit(1);
 }
 
-} // namespace
-
-ExitSignals::ExitSignals(QObject *parent)
-    : QObject(parent)
+int openedLoopEnd()
 {
     int ends[2];
     if (socketpair(AF_UNIX, SOCK_STREAM, 0, ends) != 0)
         qFatal("no socket pair for the exit signals");
     handlerEnd = ends[0];
     loopEnd = ends[1];
-    m_notifier.reset(new QSocketNotifier(loopEnd, QSocketNotifier::Read));
-    connect(m_notifier.data(), &QSocketNotifier::activated, this, [this] {
-        m_notifier->setEnabled(false);
+    return loopEnd;
+}
+
+} // namespace
+
+class ExitSignals::System
+{
+public:
+    QSocketNotifier notifier{openedLoopEnd(), QSocketNotifier::Read};
+};
+
+ExitSignals::ExitSignals(QObject *parent)
+    : QObject(parent)
+    , m_system(new System)
+{
+    connect(&m_system->notifier, &QSocketNotifier::activated, this, [this] {
+        m_system->notifier.setEnabled(false);
         emit exitRequested();
     });
     std::signal(SIGTERM, passOn);
@@ -46,11 +59,12 @@ ExitSignals::~ExitSignals()
 {
     std::signal(SIGTERM, SIG_DFL);
     std::signal(SIGINT, SIG_DFL);
+    m_system.reset(); // it watches one of the ends
     close(handlerEnd);
     close(loopEnd);
 }
 
-void exitWithParent(uint parent)
+void ExitSignals::exitWithParent(uint parent)
 {
 #ifdef Q_OS_LINUX
     const pid_t expected = parent > 0 ? pid_t(parent) : getppid();

@@ -1,0 +1,18 @@
+# kbx_windows_resource(target description): version resource and icon of a program or library that is
+# handed out, where the system knows such things.
+function(kbx_windows_resource target description)
+    if(NOT WIN32)
+        return()
+    endif()
+    get_target_property(type ${target} TYPE)
+    set(RESOURCE_TYPE VFT_DLL)
+    set(RESOURCE_FILE ${target}.dll)
+    if(type STREQUAL EXECUTABLE)
+        set(RESOURCE_TYPE VFT_APP)
+        set(RESOURCE_FILE ${target}.exe)
+    endif()
+    set(RESOURCE_DESCRIPTION ${description})
+    string(REPLACE . , RESOURCE_VERSION ${PROJECT_VERSION}.0)
+    configure_file(${CMAKE_SOURCE_DIR}/windows/resource.rc.in ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc @ONLY)
+    target_sources(${target} PRIVATE ${CMAKE_CURRENT_BINARY_DIR}/${target}.rc)
+endfunction()

@@ -1,0 +1,1 @@
+@start "" "%~dp0plexo-devhost.exe" --simulate 1
