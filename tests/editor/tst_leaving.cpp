@@ -158,7 +158,7 @@ void LeavingTest::toneIsSentWhenTheMixerCloses()
     mixer->findChild<QSpinBox *>(QStringLiteral("tone_gen_level_spinBox"))->setValue(-21);
     QCOMPARE(sentBy([mixer] { mixer->close(); }),
              QByteArray("{\"set\":\"/system/function_gen/frequency\", \"value\":432}\n"
-                        "{\"set\":\"/system/function_gen/amplitude\",\"value\":-21}"));
+                        "{\"set\":\"/system/function_gen/amplitude\", \"value\":-21}"));
 }
 
 void LeavingTest::slowDeviceIsNotPolledAgain()
