@@ -2,6 +2,7 @@
 #include "tests/support/box_answerer.h"
 
 #include <QApplication>
+#include <QLabel>
 #include <QTest>
 
 /// What happens when the device does not answer, disappears, or the host has had enough.
@@ -144,6 +145,19 @@ private slots:
             m_host->run("forget;command E;await;from other;aes-command F;await");
             QCOMPARE(m_host->plugin->told, QByteArray("send KBX E;gui;aes KBX F;"));
         }
+    }
+
+    void showsWhatTheDeviceIsCalledAsItIs()
+    {
+        support::BoxAnswerer message(QMessageBox::Ok);
+        QList<Qt::TextFormat> formats;
+        message.setWhileOpen([&] {
+            for (const QLabel *label : QApplication::activeModalWidget()->findChildren<QLabel *>())
+                formats.append(label->textFormat());
+        });
+        m_host->run("attach;lost");
+        QTRY_VERIFY(!formats.isEmpty());
+        QCOMPARE(formats.count(Qt::PlainText), formats.size());
     }
 
     void worksAgainWithTheNextDevice_data()
