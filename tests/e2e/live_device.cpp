@@ -12,7 +12,11 @@ namespace support {
 
 namespace {
 
-constexpr quint16 ControlPort = 47800;
+/// Each device has one of its own: Wine gives a port once, whatever the address.
+quint16 controlPort(const pxDevice &device)
+{
+    return quint16(47800 + device.name().rightRef(1).toInt());
+}
 
 } // namespace
 
@@ -26,12 +30,13 @@ LiveDevice::LiveDevice(PlexoPluginFactory *factory, int number, const QStringLis
     m_process.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     m_process.start(QStringLiteral(SIMULATOR_FILE),
                     QStringList{QStringLiteral("--name"), device.name(), QStringLiteral("--address"), address,
+                                QStringLiteral("--port"), QString::number(controlPort(device)),
                                 QStringLiteral("--exit-with-parent")}
                         + options);
     m_socket.bind(QHostAddress(QHostAddress::LocalHost), 0);
     QObject::connect(plugin.data(), &PlexoPlugin::sendVelmarAsciiMsg, &m_socket,
                      [this](const QString &, pxDevice::e_dev_type, const QByteArray &bytes) {
-                         m_socket.writeDatagram(bytes, device.ipAddress(), ControlPort);
+                         m_socket.writeDatagram(bytes, device.ipAddress(), controlPort(device));
                      });
     QObject::connect(&m_socket, &QUdpSocket::readyRead, &m_socket, [this] {
         while (plugin && m_socket.hasPendingDatagrams())
@@ -43,6 +48,8 @@ LiveDevice::~LiveDevice()
 {
     close();
     m_process.terminate();
+    if (!m_process.waitForFinished(5000)) // a console program of Windows has nothing to be asked by
+        m_process.kill();
     m_process.waitForFinished();
 }
 
@@ -57,7 +64,7 @@ QJsonValue LiveDevice::ask(const QString &path)
     QUdpSocket socket;
     socket.bind(QHostAddress(QHostAddress::LocalHost), 0);
     socket.writeDatagram(QStringLiteral("{\"get\":\"%1\"}").arg(path).toUtf8(), device.ipAddress(),
-                         ControlPort);
+                         controlPort(device));
     if (!QTest::qWaitFor([&socket] { return socket.hasPendingDatagrams(); }))
         return QJsonValue::Undefined;
     return QJsonDocument::fromJson(socket.receiveDatagram().data()).object().value(QLatin1String("value"));

@@ -1,7 +1,9 @@
 #include "tests/support/editor_session.h"
 
 #include "host/plexo_plugin_factory.h"
+#include "tests/support/loopback.h"
 
+#include <QCoreApplication>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -16,6 +18,7 @@ EditorSession::EditorSession(PlexoPluginFactory *factory)
     , script(new ScriptedDevice(plugin.data()))
     , m_factory(factory)
 {
+    QCoreApplication::setAttribute(Qt::AA_DontUseNativeDialogs); // a test can answer Qt's own only
     device.setName(QStringLiteral("KBX-0001"));
     device.setIpAddress(QHostAddress(QStringLiteral("127.0.0.1")));
     device.setMacAddress(QStringLiteral("02:00:00:00:00:01"));
@@ -32,7 +35,7 @@ EditorSession::~EditorSession()
 bool EditorSession::goLive()
 {
     m_factory->attachDevice(plugin.data(), nullptr, &device);
-    plugin->setNetInterfaceIndex(1);
+    plugin->setNetInterfaceIndex(loopbackInterface().index());
     editor()->show();
     // The metering request is the first thing that a live editor sends.
     return QTest::qWaitFor([this] { return !script->commands().isEmpty(); }, 10000);
