@@ -2,6 +2,7 @@
 
 #include <QApplication>
 #include <QFile>
+#include <QFont>
 #include <QPalette>
 #include <QStyleFactory>
 
@@ -24,11 +25,23 @@ QPalette darkPalette()
     return palette;
 }
 
+/// A system may name a font that it does not have; what then stands in for it can be any.
+void avoidSerifs()
+{
+    QFont font = QApplication::font();
+    font.setFamilies({font.family(), QStringLiteral("Tahoma"), QStringLiteral("Arial"),
+                      QStringLiteral("DejaVu Sans"), QStringLiteral("Liberation Sans")});
+    font.setStyleHint(QFont::SansSerif);
+    QApplication::setFont(font);
+    QApplication::setFont(font, "QStatusBar"); // Windows has one of its own for it
+}
+
 } // namespace
 
 void wearDarkLook()
 {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+    avoidSerifs();
     QApplication::setPalette(darkPalette());
     QFile sheet(QStringLiteral(":/style/plexo-dark.qss"));
     if (sheet.open(QIODevice::ReadOnly))
