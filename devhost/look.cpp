@@ -2,7 +2,7 @@
 
 #include <QApplication>
 #include <QFile>
-#include <QFont>
+#include <QFontDatabase>
 #include <QPalette>
 #include <QStyleFactory>
 
@@ -25,15 +25,17 @@ QPalette darkPalette()
     return palette;
 }
 
-/// A system may name a font that it does not have; what then stands in for it can be any.
-void avoidSerifs()
+/// A system may name fonts that it does not have, one a kind of widget; what then stands in for it can be
+/// any.
+void chooseStandIns()
 {
-    QFont font = QApplication::font();
-    font.setFamilies({font.family(), QStringLiteral("Tahoma"), QStringLiteral("Arial"),
-                      QStringLiteral("DejaVu Sans"), QStringLiteral("Liberation Sans")});
-    font.setStyleHint(QFont::SansSerif);
-    QApplication::setFont(font);
-    QApplication::setFont(font, "QStatusBar"); // Windows has one of its own for it
+    const QStringList sansSerifs{QStringLiteral("Tahoma"), QStringLiteral("Arial"),
+                                 QStringLiteral("DejaVu Sans"), QStringLiteral("Liberation Sans")};
+    for (const char *widget : {"QLabel", "QMenu", "QAbstractItemView", "QStatusBar", "QMessageBox"})
+        QFont::insertSubstitutions(QApplication::font(widget).family(), sansSerifs);
+    QFont::insertSubstitutions(QFontDatabase::systemFont(QFontDatabase::FixedFont).family(),
+                               {QStringLiteral("Courier New"), QStringLiteral("DejaVu Sans Mono"),
+                                QStringLiteral("Liberation Mono")});
 }
 
 } // namespace
@@ -41,7 +43,7 @@ void avoidSerifs()
 void wearDarkLook()
 {
     QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    avoidSerifs();
+    chooseStandIns();
     QApplication::setPalette(darkPalette());
     QFile sheet(QStringLiteral(":/style/plexo-dark.qss"));
     if (sheet.open(QIODevice::ReadOnly))
