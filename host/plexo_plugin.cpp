@@ -16,9 +16,25 @@ QString deviceConnected()
 
 PlexoPlugin::PlexoPlugin(QWidget *parent)
     : QWidget(parent)
-    , m_text(new QTimer(this))
-    , m_aes67(new QTimer(this))
 {
+    using Sending = RequestChannel::Sending;
+    connect(&m_text, &RequestChannel::send, this, &PlexoPlugin::sendVelmarAsciiMsg);
+    connect(&m_text, &RequestChannel::send, this,
+            [this](const QString &name, auto, const QByteArray &bytes, auto kind, Sending sending) {
+                if (sending == RequestChannel::FirstTime)
+                    logRequest(name, bytes, kind);
+            });
+    connect(&m_text, &RequestChannel::answered, this, &PlexoPlugin::handleTextAnswer);
+    connect(&m_text, &RequestChannel::timedOut, this, &PlexoPlugin::sendVelmarAsciiMsgTimeout);
+    connect(&m_aes67, &RequestChannel::send, this, &PlexoPlugin::sendVelmarAES67Msg);
+    for (RequestChannel *channel : {&m_text, &m_aes67}) {
+        connect(channel, &RequestChannel::idle, this, &PlexoPlugin::updateGuiData);
+        connect(channel, &RequestChannel::timedOut, this, [=] { askAfterTimeout(*channel); });
+        connect(channel, &RequestChannel::dropped, this, [this](const PendingRequest &request) {
+            logMessage(QStringLiteral("Command dropped, no device is attached:"), request.dev_name,
+                       request.bytes);
+        });
+    }
 }
 
 PlexoPlugin::~PlexoPlugin() = default;
@@ -51,46 +67,39 @@ PlexoPluginFactory *PlexoPlugin::getFactory()
     return m_factory;
 }
 
-void PlexoPlugin::letGoOfDevice(const pxDevice *next)
+void PlexoPlugin::attach(pxDevice *device)
 {
-    if (m_device)
-        disconnect(m_device, nullptr, this, nullptr);
-    // One that the host has deleted meanwhile was another one, too.
-    if (m_attachment > 0 && m_device != next) {
-        // What was meant for it would be waited for, and asked about, in the name of the next one.
-        m_text.clear();
-        m_aes67.clear();
+    disconnect(m_aes67.timer(), &QTimer::timeout, this, &PlexoPlugin::handleVelmarAES67RequestTimeout);
+    if (m_device) {
+        disconnect(m_device, &pxDevice::PresenceChanged, this, &PlexoPlugin::devicePresenceChanged);
+        disconnect(m_device, &pxDevice::DataChanged, this, &PlexoPlugin::deviceDataChanged);
     }
-    if (m_device != next) {
-        ++m_attachment;
-        m_text.timeoutGuard = false;
-        m_aes67.timeoutGuard = false;
-    }
-    disconnect(m_text.timer(), nullptr, this, nullptr);
-    disconnect(m_aes67.timer(), nullptr, this, nullptr);
+    if (m_device != device)
+        m_attachment = std::make_unique<QObject>();
+    m_device = device;
+    m_text.setDevice(device);
+    m_aes67.setDevice(device);
+    connect(m_text.timer(), &QTimer::timeout, this, &PlexoPlugin::handleVelmarAsciiRequestTimeout,
+            Qt::UniqueConnection);
 }
 
 void PlexoPlugin::setDevice(pxDevice *device)
 {
-    letGoOfDevice(device);
-    m_device = device;
+    attach(device);
     m_noConnect = false;
     if (device) {
         connect(device, &pxDevice::PresenceChanged, this, &PlexoPlugin::devicePresenceChanged,
                 Qt::QueuedConnection);
         connect(device, &pxDevice::DataChanged, this, &PlexoPlugin::deviceDataChanged);
     }
-    connect(m_text.timer(), &QTimer::timeout, this, &PlexoPlugin::handleVelmarAsciiRequestTimeout);
     connect(m_aes67.timer(), &QTimer::timeout, this, &PlexoPlugin::handleVelmarAES67RequestTimeout);
     emit deviceChanged();
 }
 
 void PlexoPlugin::setDeviceNoConnect(pxDevice *device)
 {
-    letGoOfDevice(device);
-    m_device = device;
+    attach(device);
     m_noConnect = true;
-    connect(m_text.timer(), &QTimer::timeout, this, &PlexoPlugin::handleVelmarAsciiRequestTimeout);
 }
 
 void PlexoPlugin::setDevices(pxDevices *devices)
@@ -127,29 +136,27 @@ bool PlexoPlugin::isDevicePresent()
 void PlexoPlugin::loadPreset(int preset)
 {
     const QPointer<PlexoPlugin> alive(this);
+    queueVelmarAsciiMsg(getDeviceName(), QStringLiteral("LOAD %1\r").arg(preset).toLatin1(), false);
     emit updateMainWindowStatus(QStringLiteral("Loading preset from device..."));
-    if (alive)
-        queueVelmarAsciiMsg(getDeviceName(), QStringLiteral("LOAD %1\r").arg(preset).toLatin1(), false);
     if (alive)
         emit deviceChanged();
 }
 
 void PlexoPlugin::savePreset(int preset)
 {
-    const QPointer<PlexoPlugin> alive(this);
+    queueVelmarAsciiMsg(getDeviceName(), QStringLiteral("SAVE %1\r").arg(preset).toLatin1(), false);
     emit updateMainWindowStatus(QStringLiteral("Saving preset to device..."));
-    if (alive)
-        queueVelmarAsciiMsg(getDeviceName(), QStringLiteral("SAVE %1\r").arg(preset).toLatin1(), false);
 }
 
 void PlexoPlugin::setVelmarAsciiTimeout(int ms)
 {
-    m_replyTimeoutMs = ms;
+    m_text.setReplyTimeout(ms);
+    m_aes67.setReplyTimeout(ms);
 }
 
 int PlexoPlugin::getVelmarAsciiTimeout()
 {
-    return m_replyTimeoutMs;
+    return m_text.replyTimeout();
 }
 
 QTimer *PlexoPlugin::getVelmarAsciiTimer()

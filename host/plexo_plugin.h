@@ -2,7 +2,7 @@
 
 #include "host/plexo_host_export.h"
 #include "host/px_device.h"
-#include "host/request_side.h"
+#include "host/request_channel.h"
 
 #include <QByteArray>
 #include <QHostAddress>
@@ -10,6 +10,8 @@
 #include <QString>
 #include <QVector>
 #include <QWidget>
+
+#include <memory>
 
 class PlexoPluginFactory;
 class pxDevices;
@@ -148,29 +150,23 @@ protected:
     QPointer<QWidget> m_editorWindow;
 
 private:
-    using SendSignal = void (PlexoPlugin::*)(QString, pxDevice::e_dev_type, QByteArray);
-    using Operation = void (PlexoPlugin::*)();
-    class Attachment;
-
-    void letGoOfDevice(const pxDevice *next);
-    void startLater(Operation process);
-    bool takeNextRequest(RequestSide &side);
-    void dropCurrent(const RequestSide &side, Operation process);
-    void sendCurrent(RequestSide &side, SendSignal send);
-    void logMessage(const QString &heading, PendingRequest message);
-    void handleTextAnswer(const QString &dev_name, const QByteArray &bytes);
+    void attach(pxDevice *device);
+    void logMessage(const QString &heading, const QString &dev_name, const QByteArray &bytes);
+    void logRequest(const QString &dev_name, const QByteArray &bytes, RequestChannel::Kind kind);
+    void handleTextAnswer(const QByteArray &bytes);
     void reportPresetAnswer(const QString &text);
-    void askAfterTimeout(RequestSide &side, Operation retry);
-    void closeAsDeviceIsLost();
+    void askAfterTimeout(RequestChannel &channel);
+    bool tellOfLoss();
 
     PlexoPluginFactory *m_factory = nullptr;
     int m_netInterfaceIndex = 0;
     QPointer<pxDevice> m_device;
-    int m_attachment = 0; ///< counts the changes of device
+    /// Exists as long as one device stays attached: a QPointer to it tells, after a signal or a box, whether
+    /// what was asked or told still concerns this plugin and its device.
+    std::unique_ptr<QObject> m_attachment = std::make_unique<QObject>();
     QPointer<pxDevices> m_devices;
-    RequestSide m_text;
-    int m_replyTimeoutMs = 2000;
-    RequestSide m_aes67;
+    RequestChannel m_text{this};
+    RequestChannel m_aes67{this};
     bool m_settingsChanged = false;
     bool m_pluginFlag = false;
     bool m_debugFromFramework = false;

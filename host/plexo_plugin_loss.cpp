@@ -4,8 +4,6 @@
 
 #include "host/modal_box.h"
 
-#include <QTimer>
-
 namespace {
 
 BoxText timeoutQuestion(const QString &device)
@@ -34,88 +32,58 @@ BoxText communicationsFailed(const QString &device)
 
 } // namespace
 
-/// False once the plugin is gone or, after a change of device, what was asked or told concerns it no more.
-class PlexoPlugin::Attachment
+/// False if the plugin or its device is another one meanwhile.
+bool PlexoPlugin::tellOfLoss()
 {
-public:
-    explicit Attachment(PlexoPlugin *plugin)
-        : m_plugin(plugin)
-        , m_number(plugin->m_attachment)
-    {
-    }
-    explicit operator bool() const { return m_plugin && m_plugin->m_attachment == m_number; }
-
-private:
-    QPointer<PlexoPlugin> m_plugin;
-    int m_number;
-};
-
-void PlexoPlugin::closeAsDeviceIsLost()
-{
-    const Attachment same(this);
+    const QPointer<QObject> same(m_attachment.get());
     emit switchToDeviceView();
     if (same)
         runModalBox(communicationsFailed(getDeviceName()), this);
-    if (same)
-        emit pluginRequestClose();
+    return same;
 }
 
-void PlexoPlugin::askAfterTimeout(RequestSide &side, Operation retry)
+void PlexoPlugin::askAfterTimeout(RequestChannel &channel)
 {
-    const Attachment same(this);
+    if (!channel.isTimeoutGuarded())
+        return; // the slot that was told first has attached another device
+    if (m_noConnect && &channel == &m_text) {
+        channel.endTimeout(false);
+        return;
+    }
+    const QPointer<QObject> same(m_attachment.get());
     QMessageBox::StandardButton answer = QMessageBox::NoButton;
     if (isDevicePresent())
         answer = runModalBox(timeoutQuestion(getDeviceName()), this);
     if (!same)
         return;
-    if (!isDevicePresent())
-        closeAsDeviceIsLost();
-    else if (answer == QMessageBox::Retry)
-        (this->*retry)();
-    else if (answer == QMessageBox::Cancel)
-        emit pluginRequestClose();
-    if (!same)
+    const bool lost = !isDevicePresent();
+    if (lost && !tellOfLoss())
         return;
-    side.busy = false;
-    side.timeoutGuard = false;
+    channel.endTimeout(!lost && answer == QMessageBox::Retry);
+    if (same && (lost || answer == QMessageBox::Cancel))
+        emit pluginRequestClose();
 }
 
 void PlexoPlugin::handleVelmarAsciiRequestTimeout()
 {
-    if (m_text.timeoutGuard)
-        return;
-    const Attachment same(this);
-    m_text.timer()->stop();
-    m_text.timeoutGuard = true;
-    emit sendVelmarAsciiMsgTimeout();
-    if (!same)
-        return;
-    if (!m_noConnect) {
-        askAfterTimeout(m_text, &PlexoPlugin::retryVelmarAsciiPendingRequest);
-        return;
-    }
-    m_text.busy = false;
-    m_text.timeoutGuard = false;
+    m_text.handleTimeout();
 }
 
 void PlexoPlugin::handleVelmarAES67RequestTimeout()
 {
-    if (m_aes67.timeoutGuard)
-        return;
-    m_aes67.timer()->stop();
-    m_aes67.timeoutGuard = true;
-    askAfterTimeout(m_aes67, &PlexoPlugin::retryVelmarAES67PendingRequest);
+    m_aes67.handleTimeout();
 }
 
 void PlexoPlugin::devicePresenceChanged()
 {
     const QPointer<PlexoPlugin> alive(this);
     emit deviceAvailabilityChanged();
-    if (!alive || !m_device || m_device->isPresent() || m_text.timeoutGuard || m_aes67.timeoutGuard)
+    if (!alive || !m_device || m_device->isPresent() || m_text.isTimeoutGuarded()
+        || m_aes67.isTimeoutGuarded())
         return;
-    // They stay set until the next device is attached: whatever times out from here on must not ask about
-    // one that is gone.
-    m_text.timeoutGuard = true;
-    m_aes67.timeoutGuard = true;
-    closeAsDeviceIsLost();
+    // Whatever times out from here on must not ask about a device that is gone.
+    m_text.guardTimeout();
+    m_aes67.guardTimeout();
+    if (tellOfLoss())
+        emit pluginRequestClose();
 }
