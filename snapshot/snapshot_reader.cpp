@@ -1,9 +1,9 @@
 #include "snapshot/snapshot_reader.h"
 
 #include "host/px_device.h"
-#include "snapshot/document_limits.h"
 
 #include <QJsonDocument>
+#include <QTextCodec>
 #include <QXmlStreamReader>
 
 #include <algorithm>
@@ -11,14 +11,32 @@
 namespace {
 
 constexpr double LowestFileVersion = 1.0;
+// A snapshot of this model takes some 8 KB. What an enemy can make of this many, such as 10,000 attributes
+// that the XML reader compares with each other, takes it less than a second.
+constexpr int LargestSnapshot = 64 * 1024;
 // A text counts for every element that ends after it, so that a small document could ask for one large text
 // over and over. A snapshot's largest text counts three times at most.
 constexpr int TextBudget = 4 * LargestSnapshot;
 
+/// The text of a document, or a null text when it is too large or not in UTF-8.
+QString readableText(const QByteArray &document)
+{
+    if (document.size() > LargestSnapshot)
+        return QString();
+    QTextCodec::ConverterState state;
+    const QString text
+        = QTextCodec::codecForName("UTF-8")->toUnicode(document.constData(), document.size(), &state);
+    return state.invalidChars == 0 ? text : QString();
+}
+
+/// A document with a document type has none: its entities could make a small document a huge one.
 bool findStart(QXmlStreamReader &xml, QLatin1String element)
 {
     while (!xml.atEnd()) {
-        if (xml.readNext() == QXmlStreamReader::StartElement && xml.name() == element)
+        const QXmlStreamReader::TokenType token = xml.readNext();
+        if (token == QXmlStreamReader::DTD)
+            return false;
+        if (token == QXmlStreamReader::StartElement && xml.name() == element)
             return true;
     }
     return false;
@@ -50,7 +68,7 @@ struct HeaderCheck
     bool name = false;
     bool firmware = false;
 
-    void look(const QString &element, const QString &text)
+    void see(const QString &element, const QString &text)
     {
         if (element == QLatin1String("FILE_VER"))
             version |= text.toDouble() >= LowestFileVersion;
@@ -92,7 +110,7 @@ bool isSnapshotFor(const QByteArray &document, const SnapshotIdentity &identity)
         return false;
     HeaderCheck check{identity};
     forEachEnd(xml, [&check](const QString &element, const QString &text) {
-        check.look(element, text);
+        check.see(element, text);
         return true;
     });
     return check.version && check.name && check.firmware;
