@@ -30,6 +30,12 @@ Host::Host(QObject *parent)
     wireSimulated();
     wireTransport(&m_text, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); });
     wireTransport(&m_aes67, [](const QByteArray &bytes) { return QString::fromLatin1(bytes.toHex(' ')); });
+    connect(&m_text, &DeviceTransport::sent, &m_requests,
+            [this](const QString &name, const QByteArray &bytes) { m_requests.noteSent(name, bytes, -1); });
+    connect(&m_text, &DeviceTransport::received, &m_requests,
+            [this](const QString &name, const QByteArray &bytes) { m_requests.noteReceived(name, bytes); });
+    connect(&m_finder, &DeviceFinder::forgotten, &m_requests,
+            [this](const KnownDevice *device) { m_requests.forget(device->name()); });
     connect(&m_finder, &DeviceFinder::found, this, &Host::wireDevice);
     connect(&m_finder, &DeviceFinder::problem, this, [this](const QString &text) { reportProblem(text); });
     connect(&m_sessions, &EditorSessions::closed, this,

@@ -5,6 +5,7 @@
 #include "devhost/device_transport.h"
 #include "devhost/editor_sessions.h"
 #include "devhost/plugin_registry.h"
+#include "devhost/request_watch.h"
 #include "devhost/simulated_devices.h"
 #include "host/px_devices.h"
 
@@ -35,6 +36,8 @@ public:
     QNetworkInterface interface() const { return m_interface; }
     DeviceFinder *finder() { return &m_finder; }
     DeviceTransport *transport() { return &m_text; }
+    /// How devices answer what editors send them.
+    RequestWatch *requests() { return &m_requests; }
     PluginRegistry *registry() { return &m_registry; }
     EditorSessions *sessions() { return &m_sessions; }
     SimulatedDevices *simulated() { return &m_simulated; }
@@ -64,6 +67,7 @@ private:
     DeviceFinder m_finder;
     DeviceTransport m_text;
     DeviceTransport m_aes67;
+    RequestWatch m_requests;
     PluginRegistry m_registry;
     SimulatedDevices m_simulated;
     QNetworkInterface m_interface;

@@ -2,6 +2,7 @@
 #include "devhost/device_transport.h"
 #include "devhost/log_filter.h"
 #include "devhost/message_recorder.h"
+#include "devhost/request_watch.h"
 #include "devhost/whole_file.h"
 
 #include <QAbstractItemModelTester>
@@ -9,6 +10,7 @@
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -53,6 +55,9 @@ private slots:
     void staysBounded();
     void filters_data();
     void filters();
+    void pairsReplies_data();
+    void pairsReplies();
+    void losesWhatIsNeverAnswered();
     void recordsMessages();
     void writesAllOrNothing();
 };
@@ -128,6 +133,84 @@ void Log::filters()
         filter.setSourceShown(LogSource(source), true);
     filter.setText(QString());
     QCOMPARE(filter.rowCount(), log.rowCount());
+}
+
+void Log::pairsReplies_data()
+{
+    QTest::addColumn<QByteArray>("reply");
+    QTest::addColumn<qint64>("token");
+    QTest::addColumn<QString>("refusal");
+    QTest::newRow("of the second request")
+        << QByteArray(R"({"cmd":"set","param":"/b","result":"OK","value":1})") << qint64(2) << QString();
+    QTest::newRow("of another kind of request")
+        << QByteArray(R"({"cmd":"get","param":"/b","result":"OK","value":1})") << qint64(-1) << QString();
+    QTest::newRow("refused") << QByteArray(R"({"cmd":"set","param":"/b","result":"/b: too much"})")
+                             << qint64(2) << QStringLiteral("/b /b: too much");
+    QTest::newRow("refused without a reason")
+        << QByteArray(R"({"cmd":"get","param":"/a","result":5})") << qint64(1) << QStringLiteral("/a ");
+    QTest::newRow("without a path") << QByteArray(R"({"cmd":"","param":"","result":"no JSON"})") << qint64(1)
+                                    << QStringLiteral("/a no JSON");
+    QTest::newRow("plain no") << QByteArray("NACK LOAD 3\r") << qint64(1) << QStringLiteral("/a NACK LOAD 3");
+    QTest::newRow("plain yes") << QByteArray("ACK SAVE 3\r") << qint64(1) << QString();
+    QTest::newRow("garbage") << QByteArray::fromHex("00ff7b") << qint64(1) << QString();
+    QTest::newRow("bytes behind the text")
+        << QByteArray("{\"cmd\":\"set\",\"param\":\"/b\",\"result\":\"OK\"}\0\xff", 42) << qint64(2)
+        << QString();
+}
+
+void Log::pairsReplies()
+{
+    QFETCH(const QByteArray, reply);
+    QFETCH(const qint64, token);
+    QFETCH(const QString, refusal);
+    const QString device = QStringLiteral("KBX-1");
+    RequestWatch watch;
+    QString refused;
+    connect(&watch, &RequestWatch::refused, this, [&](const Refusal &seen) {
+        QCOMPARE(seen.device, device);
+        refused = seen.request.path + QLatin1Char(' ') + seen.reason;
+    });
+    watch.noteSent(device, R"({"get":"/a"})", 1);
+    watch.noteSent(device, R"({"set":"/b", "value":1})", 2);
+    watch.noteSent(device, R"({"set":"/b", "value":2})", 3);
+    const RequestWatch::Answer answer = watch.noteReceived(device, reply);
+    QCOMPARE(answer.token, token);
+    QCOMPARE(refused, refusal);
+    const DeviceFigures figures = watch.figures(device);
+    QCOMPARE(figures.requests, 3);
+    QCOMPARE(figures.answered, token < 0 ? 0 : 1);
+    QCOMPARE(figures.waiting, 3 - figures.answered);
+    QCOMPARE(figures.refused, refusal.isEmpty() ? 0 : 1);
+    QCOMPARE(watch.longestWaiting(device).request.path,
+             token == 1 ? QStringLiteral("/b") : QStringLiteral("/a"));
+    QCOMPARE(watch.noteReceived(QStringLiteral("KBX-2"), reply).token, qint64(-1));
+}
+
+void Log::losesWhatIsNeverAnswered()
+{
+    const QString device = QStringLiteral("KBX-1");
+    const QByteArray get = R"({"get":"/a"})";
+    RequestWatch watch({20, 10, 400, 2});
+    QSignalSpy lost(&watch, &RequestWatch::lost);
+    QSignalSpy changed(&watch, &RequestWatch::figuresChanged);
+    watch.noteSent(device, get, 1);
+    QTRY_VERIFY(watch.longestWaiting(device).ms > 20);
+    watch.noteSent(device, get, 2);
+    QCOMPARE(lost, (QList<QVariantList>{{qint64(1)}}));
+    watch.noteSent(device, get, 3); // at once: both may still be answered
+    QTRY_VERIFY(watch.longestWaiting(device).ms > 20);
+    QCOMPARE(watch.noteReceived(device, R"({"cmd":"get","param":"/a","result":"OK"})").token, qint64(2));
+    QCOMPARE(watch.figures(device).late, 1);
+    QVERIFY(watch.figures(device).worstMs > 20);
+    watch.noteSent(device, "LOAD 1\r", 4);
+    watch.noteSent(device, "LOAD 2\r", 5); // more than may wait
+    QCOMPARE(lost.value(1), QVariantList{qint64(3)});
+    QTRY_COMPARE(lost.count(), 4);
+    QCOMPARE(watch.figures(device).lost, 4);
+    QCOMPARE(watch.figures(device).waiting, 0);
+    QVERIFY(changed.count() >= 1);
+    watch.forget(device);
+    QCOMPARE(watch.figures(device).requests, 0);
 }
 
 void Log::recordsMessages()

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <QByteArray>
+#include <QJsonValue>
+#include <QString>
+
+namespace devhost {
+
+// What the host reads of messages for its own displays. It passes them on unread.
+
+/// A request: {"get":"/path"}, {"set":"/path","value":...}, or a plain command such as "LOAD 3".
+struct RequestText
+{
+    QString command; ///< "get" or "set"; of a plain command its first word; empty when it is neither
+    QString path; ///< empty for plain commands
+    QJsonValue value;
+};
+
+enum class Verdict { Confirmed, Refused, Unreadable };
+
+struct ReplyText
+{
+    Verdict verdict = Verdict::Unreadable;
+    QString command; ///< as in the request; empty when the reply does not say
+    QString path;
+    QString reason; ///< why it was refused, in the device's words
+    QJsonValue value;
+};
+
+RequestText readRequest(const QByteArray &message);
+/// Anything that is no JSON object is read as a plain answer, "ACK ..." or "NACK ...".
+ReplyText readReply(const QByteArray &message);
+
+} // namespace devhost
