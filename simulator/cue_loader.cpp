@@ -1,8 +1,8 @@
 #include "simulator/cue_loader.h"
 
-#include "simulator/log.h"
 #include "simulator/wave_file.h"
 
+#include <QDebug>
 #include <QDir>
 #include <QSaveFile>
 
@@ -26,13 +26,13 @@ void CueLoader::examine(const QByteArray &file)
             QStringLiteral("the file of %1 bytes cannot be played: %2").arg(file.size()).arg(check.problem));
         return;
     }
-    qCInfo(simulatorLog) << "voice cue loaded:" << file.size() << "bytes," << check.lengthMs << "ms";
+    qInfo() << "voice cue loaded:" << file.size() << "bytes," << check.lengthMs << "ms";
     emit loaded(check.lengthMs);
 }
 
 void CueLoader::reject(const QString &reason)
 {
-    qCWarning(simulatorLog).noquote() << "voice cue not loaded:" << reason;
+    qWarning().noquote() << "voice cue not loaded:" << reason;
     emit rejected();
 }
 
@@ -42,8 +42,8 @@ void CueLoader::keep(const QByteArray &file)
     if (output.open(QIODevice::WriteOnly) && output.write(file) == file.size() && output.flush()
         && output.commit())
         return;
-    qCWarning(simulatorLog).noquote()
-        << QDir::toNativeSeparators(m_keepFile) + QStringLiteral(": ") + output.errorString();
+    qWarning().noquote() << QDir::toNativeSeparators(m_keepFile) + QStringLiteral(": ")
+            + output.errorString();
 }
 
 } // namespace sim

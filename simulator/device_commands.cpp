@@ -1,8 +1,8 @@
 // The commands of the device: "/control/..." and the plain texts.
 
 #include "simulator/device_model.h"
-#include "simulator/factory_state.h"
-#include "simulator/log.h"
+
+#include <QDebug>
 
 namespace sim {
 
@@ -17,37 +17,41 @@ QString done()
 
 void DeviceModel::addDeviceCommands()
 {
-    m_commands.add(QStringLiteral("/control/identify"), node::boolean(), [](const QJsonValue &on) {
-        qCInfo(simulatorLog) << "identify" << (on.toBool() ? "on" : "off");
+    const auto add = [this](const char *name, const Command &command) {
+        m_commands.insert(QStringLiteral("/control/") + QLatin1String(name), command);
+    };
+    add("identify", [](const QJsonValue &on) {
+        qInfo() << "identify" << (on.toBool() ? "on" : "off");
         return done();
     });
-    m_commands.add(QStringLiteral("/control/defaults"), node::integer(1, 1), [this](const QJsonValue &) {
+    add("defaults", [this](const QJsonValue &) {
         restoreDefaults();
         return done();
     });
-    m_commands.add(QStringLiteral("/control/reboot"), node::trueOnly(), [this](const QJsonValue &) {
+    add("reboot", [this](const QJsonValue &) {
         emit rebootRequested();
         return done();
     });
-    m_commands.add(QStringLiteral("/control/req_metering"), node::integer(0, 1000),
-                   [this](const QJsonValue &on) {
-                       emit meteringRequested(on.toInt() > 0);
-                       return done();
-                   });
-    const Node slot = node::number(0, presetSlotCount - 1);
-    m_commands.add(QStringLiteral("/control/save_preset"), slot, [this](const QJsonValue &n) {
-        savePreset(n.toInt());
+    add("req_metering", [this](const QJsonValue &on) {
+        emit meteringRequested(on.toInt() > 0);
         return done();
     });
-    m_commands.add(QStringLiteral("/control/load_preset"), slot,
-                   [this](const QJsonValue &n) { return loadPreset(n.toInt()); });
+    add("save_preset", [this](const QJsonValue &slot) {
+        savePreset(slot.toInt());
+        return done();
+    });
+    add("load_preset", [this](const QJsonValue &slot) { return loadPreset(slot.toInt()); });
+    add("fwdl", [this](const QJsonValue &order) { return beginFetch(order.toObject()); });
+    for (int cue = 0; cue < VoiceCueCount; ++cue)
+        m_commands.insert(QStringLiteral("/control/voice_cue/%1/play").arg(cue),
+                          [this, cue](const QJsonValue &) { return m_cues.play(cue); });
 }
 
 void DeviceModel::addBluetoothCommands()
 {
     const auto add = [this](const char *name, const std::function<QString()> &action) {
-        m_commands.add(QStringLiteral("/control/bluetooth/") + QLatin1String(name), node::trueOnly(),
-                       [action](const QJsonValue &) { return action(); });
+        m_commands.insert(QStringLiteral("/control/bluetooth/") + QLatin1String(name),
+                          [action](const QJsonValue &) { return action(); });
     };
     add("pair", [this] { return m_phone.pair(); });
     add("disconnect", [this] { return m_phone.disconnectPhone(); });
@@ -63,20 +67,10 @@ void DeviceModel::addBluetoothCommands()
         add(key.first, [this, press = key.second] { return m_phone.control(press); });
 }
 
-void DeviceModel::addVoiceCueCommands()
-{
-    for (int cue = 0; cue < voiceCueCount; ++cue)
-        m_commands.add(QStringLiteral("/control/voice_cue/%1/play").arg(cue), node::trueOnly(),
-                       [this, cue](const QJsonValue &) { return m_cues.play(cue); });
-    const Node order = node::object({{QStringLiteral("target"), node::word(voiceCueIds())},
-                                     {QStringLiteral("uri"), node::text(1, 8192)}});
-    m_commands.add(QStringLiteral("/control/fwdl"), order,
-                   [this](const QJsonValue &value) { return beginFetch(value.toObject()); });
-}
-
 QString DeviceModel::beginFetch(const QJsonObject &order)
 {
-    const int cue = voiceCueIds().indexOf(order.value(QStringLiteral("target")).toString());
+    const QStringList targets = m_tree.describe(QStringLiteral("/control/fwdl/target"))->names;
+    const int cue = targets.indexOf(order.value(QStringLiteral("target")).toString());
     const std::optional<TftpUri> source = parseTftpUri(order.value(QStringLiteral("uri")).toString());
     if (cue < 0)
         return QStringLiteral("no target");
@@ -116,8 +110,8 @@ QString DeviceModel::loadPreset(int slot)
 
 void DeviceModel::restoreDefaults()
 {
-    qCInfo(simulatorLog) << "factory defaults";
-    m_tree = ParameterTree(deviceSchema(), factoryState(m_identity));
+    qInfo() << "factory defaults";
+    m_tree = factoryTree(m_identity);
     m_presets.clear();
     m_cues.restoreFactory();
     m_phone.restoreFactoryList();
@@ -132,7 +126,8 @@ QString DeviceModel::textAnswer(const QString &command)
         return QStringLiteral("ACK QUERY %1 %2\r").arg(m_identity.name(), m_identity.version());
     if (words.size() != 2 || (verb != QLatin1String("SAVE") && verb != QLatin1String("LOAD")))
         return QStringLiteral("NACK\r");
-    const Outcome slot = check(node::number(0, presetSlotCount - 1), verb, {}, words.last());
+    const Outcome slot
+        = check(*m_tree.describe(QStringLiteral("/control/save_preset")), verb, {}, words.last());
     bool carriedOut = slot.accepted();
     if (carriedOut && verb == QLatin1String("SAVE"))
         savePreset(slot.value.toInt());

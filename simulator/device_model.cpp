@@ -1,7 +1,5 @@
 #include "simulator/device_model.h"
 
-#include "simulator/desk.h"
-#include "simulator/factory_state.h"
 #include "simulator/faults.h"
 
 namespace sim {
@@ -27,13 +25,12 @@ BluetoothSettings bluetoothSettings(const QJsonObject &section)
 DeviceModel::DeviceModel(const Identity &identity, quint32 seed, QObject *parent)
     : QObject(parent)
     , m_identity(identity)
-    , m_tree(deviceSchema(), factoryState(identity))
+    , m_tree(factoryTree(identity))
     , m_phone(seed)
     , m_programme(seed)
 {
     addDeviceCommands();
     addBluetoothCommands();
-    addVoiceCueCommands();
     connect(&m_phone, &Phone::cueDue, this, &DeviceModel::playEventCue);
     settingsApplied();
 }
@@ -61,10 +58,10 @@ Outcome DeviceModel::jsonAnswer(const Request &request)
         return {{}, request.text};
     if (isRefusedOnRequest(request))
         return Outcome::refuse(path, QStringLiteral("refused on request (%1)").arg(m_refuse));
-    const bool command = path.startsWith(QLatin1String("/control/"));
     if (request.kind == Request::Kind::Set)
-        return command ? m_commands.run(path, request.value) : set(path, request.value);
-    if (command && m_commands.contains(path))
+        return path.startsWith(QLatin1String("/control/")) ? run(path, request.value)
+                                                           : set(path, request.value);
+    if (m_commands.contains(path))
         return Outcome::refuse(path, QStringLiteral("a command, it can only be set"));
     return m_tree.get(path);
 }
@@ -78,6 +75,18 @@ Outcome DeviceModel::set(const QString &path, const QJsonValue &value)
         m_phone.setPairedList(m_tree.value(QStringLiteral("/status/bluetooth/list")).toArray());
     settingsApplied();
     return outcome;
+}
+
+Outcome DeviceModel::run(const QString &path, const QJsonValue &argument)
+{
+    const auto command = m_commands.constFind(path);
+    if (command == m_commands.constEnd())
+        return Outcome::refuse(path, QStringLiteral("no such command"));
+    Outcome checked = check(*m_tree.describe(path), path, {}, argument);
+    if (!checked.accepted())
+        return checked;
+    const QString obstacle = (*command)(checked.value);
+    return obstacle.isEmpty() ? checked : Outcome::refuse(path, obstacle);
 }
 
 /// Brings everything that follows from the tree's settings in line with them.
@@ -95,11 +104,10 @@ void DeviceModel::publishStatus()
     m_tree.put(QStringLiteral("/status/voice_cue"), m_cues.status());
 }
 
-void DeviceModel::advance(int ms, double pace)
+void DeviceModel::advance(int ms)
 {
-    const int lived = qRound(ms * pace);
-    m_phone.advance(lived);
-    m_usbHost.advance(lived);
+    m_phone.advance(ms);
+    m_usbHost.advance(ms);
     m_cues.advance(ms);
     m_programme.advance(ms);
 }
@@ -122,7 +130,7 @@ Levels DeviceModel::levels() const
     const QJsonObject generator = m_tree.value(QStringLiteral("/system/function_gen")).toObject();
     const bool stereo = m_tree.value(QStringLiteral("/system/usb/mode")).toString() == QLatin1String("2x2");
     SourceLevels sources;
-    sources.fill(silenceDb);
+    sources.fill(SilenceDb);
     for (int source = 0; source < 4; ++source)
         sources[size_t(source)] = m_programme.level(source);
     for (int source = 4; source < (stereo ? 6 : 5) && m_usbHost.isActive(); ++source)
@@ -133,7 +141,40 @@ Levels DeviceModel::levels() const
         sources[8] = m_programme.level(8);
     if (generator.value(QStringLiteral("enable")).toBool())
         sources[9] = generator.value(QStringLiteral("amplitude")).toDouble();
-    return computeLevels(deskOf(m_tree), sources);
+    return computeLevels(deskOf(m_tree.value(QStringLiteral("/preset/dsp")).toObject()), sources);
+}
+
+QJsonObject DeviceModel::toJson() const
+{
+    return {{QStringLiteral("format"), 1},
+            {QStringLiteral("system"), m_tree.value(QStringLiteral("/system"))},
+            {QStringLiteral("preset"), m_tree.value(QStringLiteral("/preset"))},
+            {QStringLiteral("presets"), m_presets.toJson()},
+            {QStringLiteral("paired"), m_phone.pairedList()},
+            {QStringLiteral("recordings_ms"), m_cues.toJson()}};
+}
+
+QString DeviceModel::fromJson(const QJsonObject &state)
+{
+    if (state.value(QStringLiteral("format")).toInt() != 1)
+        return QStringLiteral("the file is not of format 1");
+    const QJsonObject whole = toJson();
+    for (auto member = whole.begin(); member != whole.end(); ++member) {
+        if (state.value(member.key()).type() != member.value().type())
+            return QStringLiteral("the member \"%1\" is missing or damaged").arg(member.key());
+    }
+    ParameterTree restored = m_tree;
+    for (const QString &part : {QStringLiteral("system"), QStringLiteral("preset")}) {
+        const Outcome outcome = restored.set(QLatin1Char('/') + part, state.value(part));
+        if (!outcome.accepted())
+            return outcome.refusal;
+    }
+    m_tree = restored;
+    m_presets.fromJson(state.value(QStringLiteral("presets")).toArray());
+    m_phone.setPairedList(state.value(QStringLiteral("paired")).toArray());
+    m_cues.fromJson(state.value(QStringLiteral("recordings_ms")).toArray());
+    settingsApplied();
+    return {};
 }
 
 } // namespace sim

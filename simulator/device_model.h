@@ -1,16 +1,18 @@
 #pragma once
 
-#include "simulator/command_table.h"
-#include "simulator/identity.h"
+#include "simulator/device_table.h"
 #include "simulator/levels.h"
 #include "simulator/message.h"
-#include "simulator/parameter_tree.h"
 #include "simulator/phone.h"
 #include "simulator/presets.h"
 #include "simulator/programme.h"
 #include "simulator/tftp_uri.h"
 #include "simulator/usb_host.h"
 #include "simulator/voice_cues.h"
+
+#include <QHash>
+
+#include <functional>
 
 namespace sim {
 
@@ -32,9 +34,8 @@ public:
     /// The reply to one request, exactly as it goes over the wire. Changes by it are done when it returns.
     QByteArray answer(const QByteArray &request);
 
-    /// Moves phone, USB host, voice cue and programme on by `ms` of clock time; the first two live `pace`
-    /// times as fast.
-    void advance(int ms, double pace = 1.0);
+    /// Moves phone, USB host, voice cue and programme on.
+    void advance(int ms);
 
     /// As after switching the power on: settings stay, connections do not.
     void powerUp();
@@ -59,13 +60,17 @@ signals:
     void fetchRequested(const sim::TftpUri &source);
 
 private:
+    /// Carries a command out with its checked argument and gives the reason when it cannot be done now, else
+    /// an empty text.
+    using Command = std::function<QString(const QJsonValue &)>;
+
     QString textAnswer(const QString &command);
     bool isRefusedOnRequest(const Request &request) const;
     Outcome jsonAnswer(const Request &request);
     Outcome set(const QString &path, const QJsonValue &value);
+    Outcome run(const QString &path, const QJsonValue &argument);
     void addDeviceCommands();
     void addBluetoothCommands();
-    void addVoiceCueCommands();
     void savePreset(int slot);
     QString loadPreset(int slot);
     QString beginFetch(const QJsonObject &order);
@@ -76,7 +81,7 @@ private:
 
     Identity m_identity;
     ParameterTree m_tree;
-    CommandTable m_commands;
+    QHash<QString, Command> m_commands;
     Presets m_presets;
     Phone m_phone;
     UsbHost m_usbHost;

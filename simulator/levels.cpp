@@ -1,6 +1,7 @@
 #include "simulator/levels.h"
 
-#include <QtGlobal>
+#include <QJsonArray>
+#include <QStringList>
 
 #include <cmath>
 
@@ -8,24 +9,43 @@ namespace sim {
 
 namespace {
 
-double throughStrip(double level, const Strip &strip)
+Strip stripOf(const QJsonObject &channel)
 {
-    if (strip.mute || level <= silenceDb)
-        return silenceDb;
-    const double amplified = level + strip.gain;
-    const double limited = strip.limited ? qMin(amplified, strip.threshold) : amplified;
-    return qBound(silenceDb, limited, fullDb);
+    const QJsonObject limiter = channel.value(QStringLiteral("limiter")).toObject();
+    return {channel.value(QStringLiteral("gain")).toDouble(), channel.value(QStringLiteral("mute")).toBool(),
+            limiter.value(QStringLiteral("enable")).toBool(),
+            limiter.value(QStringLiteral("threshold")).toDouble()};
 }
 
-double mixed(const std::array<double, sourceCount> &inputs,
-             const std::array<double, sourceCount> &crosspoints)
+template <size_t Strips>
+void readStrips(const QJsonObject &dsp, const QStringList &sections, std::array<Strip, Strips> *strips)
+{
+    size_t strip = 0;
+    for (const QString &section : sections) {
+        const QJsonArray channels = dsp.value(section).toArray();
+        for (const QJsonValue &channel : channels)
+            strips->at(strip++) = stripOf(channel.toObject());
+    }
+}
+
+double throughStrip(double level, const Strip &strip)
+{
+    if (strip.mute || level <= SilenceDb)
+        return SilenceDb;
+    const double amplified = level + strip.gain;
+    const double limited = strip.limited ? qMin(amplified, strip.threshold) : amplified;
+    return qBound(SilenceDb, limited, FullDb);
+}
+
+double mixed(const std::array<double, SourceCount> &inputs,
+             const std::array<double, SourceCount> &crosspoints)
 {
     double power = 0;
     for (size_t source = 0; source < inputs.size(); ++source) {
-        if (inputs[source] > silenceDb && crosspoints[source] > silenceDb)
+        if (inputs[source] > SilenceDb && crosspoints[source] > SilenceDb)
             power += std::pow(10.0, (inputs[source] + crosspoints[source]) / 10.0);
     }
-    return power > 0 ? 10.0 * std::log10(power) : silenceDb;
+    return power > 0 ? 10.0 * std::log10(power) : SilenceDb;
 }
 
 char levelByte(double level)
@@ -34,6 +54,24 @@ char levelByte(double level)
 }
 
 } // namespace
+
+Desk deskOf(const QJsonObject &dsp)
+{
+    Desk desk;
+    readStrips(dsp,
+               {QStringLiteral("dante_rx"), QStringLiteral("usb_playback"), QStringLiteral("bt_sink"),
+                QStringLiteral("voice_cue")},
+               &desk.inputs);
+    readStrips(dsp, {QStringLiteral("dante_tx"), QStringLiteral("usb_record"), QStringLiteral("bt_source")},
+               &desk.outputs);
+    const QJsonArray rows = dsp.value(QStringLiteral("mixer")).toArray();
+    for (int sink = 0; sink < SinkCount; ++sink) {
+        const QJsonArray row = rows.at(sink).toArray();
+        for (int source = 0; source < SourceCount; ++source)
+            desk.mixer[size_t(sink)][size_t(source)] = row.at(source).toDouble(SilenceDb);
+    }
+    return desk;
+}
 
 Levels computeLevels(const Desk &desk, const SourceLevels &sources)
 {

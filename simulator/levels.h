@@ -1,19 +1,20 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonObject>
 
 #include <array>
 
 namespace sim {
 
-constexpr int sourceCount = 10; ///< network 0-3, USB 4-5, Bluetooth 6-7, voice cue 8, tone generator 9
-constexpr int sinkCount = 7; ///< network 0-3, USB 4-5, Bluetooth 6
+constexpr int SourceCount = 10; ///< network 0-3, USB 4-5, Bluetooth 6-7, voice cue 8, tone generator 9
+constexpr int SinkCount = 7; ///< network 0-3, USB 4-5, Bluetooth 6
 
-constexpr double silenceDb = -100.0; ///< the lowest level; a crosspoint at it is off
-constexpr double fullDb = 20.0; ///< the highest level that is reported
+constexpr double SilenceDb = -100.0; ///< the lowest level; a crosspoint at it is off
+constexpr double FullDb = 20.0; ///< the highest level that is reported
 
 /// Levels before the input strips, in dB.
-using SourceLevels = std::array<double, sourceCount>;
+using SourceLevels = std::array<double, SourceCount>;
 
 /// Gain in dB; a limited strip passes nothing louder than its threshold.
 struct Strip
@@ -27,16 +28,20 @@ struct Strip
 /// The audio settings of the device that its levels follow from.
 struct Desk
 {
-    std::array<Strip, sourceCount> inputs;
-    std::array<Strip, sinkCount> outputs;
-    std::array<std::array<double, sourceCount>, sinkCount> mixer; ///< dB, [sink][source]
+    std::array<Strip, SourceCount> inputs;
+    std::array<Strip, SinkCount> outputs;
+    std::array<std::array<double, SourceCount>, SinkCount> mixer; ///< dB, [sink][source]
 };
 
-/// Levels behind the input and the output strips, in dB, silenceDb to fullDb.
+/// The audio settings as "/preset/dsp" holds them. The tone generator has no strip of its own: its source
+/// passes unchanged.
+Desk deskOf(const QJsonObject &dsp);
+
+/// Levels behind the input and the output strips, in dB, SilenceDb to FullDb.
 struct Levels
 {
-    std::array<double, sourceCount> inputs;
-    std::array<double, sinkCount> outputs;
+    std::array<double, SourceCount> inputs;
+    std::array<double, SinkCount> outputs;
 };
 
 /// Each input passes its strip; each sink adds up the powers that its open crosspoints let through (the

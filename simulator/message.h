@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/outcome.h"
+#include "simulator/schema.h"
 
 #include <QByteArray>
 

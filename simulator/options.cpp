@@ -24,17 +24,15 @@ public:
 
     QString text(const char *option) const { return m_parser.value(QLatin1String(option)); }
 
-    double number(const char *option, double least, double most)
+    double probability(const char *option)
     {
         bool valid = false;
         const double value = text(option).toDouble(&valid);
-        if (valid && value >= least && value <= most)
+        if (valid && value >= 0 && value <= 1)
             return value;
-        fail(option, QStringLiteral("a number from %1 to %2").arg(least).arg(most));
-        return least;
+        fail(option, QStringLiteral("a number from 0 to 1"));
+        return 0;
     }
-
-    double probability(const char *option) { return number(option, 0, 1); }
 
     uint whole(const char *option, uint most)
     {
@@ -66,7 +64,7 @@ struct OptionText
     const char *description;
 };
 
-constexpr OptionText optionTexts[] = {
+constexpr OptionText OptionTexts[] = {
     {"name", "NAME", "KBX-0001", "Device name; the serial number follows from it."},
     {"address", "ADDRESS", "127.0.0.1",
      "IPv4 address of the device, one of this machine's; the MAC address follows from name and address."},
@@ -76,7 +74,6 @@ constexpr OptionText optionTexts[] = {
     {"state", "FILE", "", "Keep settings, presets and pairings in FILE."},
     {"seed", "N", "1", "Seed of everything that looks like chance."},
     {"keep-upload", "FILE", "", "Write each fetched voice cue to FILE as it came."},
-    {"pace", "FACTOR", "1", "How much faster than the clock the phone and the USB host live."},
     {"latency", "MS", "0", "Every reply is this late."},
     {"jitter", "MS", "0", "Up to this much is added to the latency."},
     {"drop", "P", "0", "Probability that a request or its reply is lost."},
@@ -97,7 +94,7 @@ void describe(QCommandLineParser *parser)
 {
     parser->setApplicationDescription(QStringLiteral("A simulated TarnKBX on the network."));
     parser->addHelpOption();
-    for (const OptionText &text : optionTexts)
+    for (const OptionText &text : OptionTexts)
         parser->addOption({QString::fromLatin1(text.name), QString::fromLatin1(text.description),
                            QString::fromLatin1(text.valueName), QString::fromLatin1(text.standard)});
     parser->addOption(
@@ -151,7 +148,6 @@ Options readOptions(const QCommandLineParser &parser, ValueReader *reader)
     options.stateFile = reader->text("state");
     options.keepUpload = reader->text("keep-upload");
     options.seed = reader->whole("seed", 0xffffffffU);
-    options.pace = reader->number("pace", 0.01, 1000);
     options.exitWithParent = parser.isSet(QStringLiteral("exit-with-parent"));
     options.parent = reader->whole("parent", 0x7fffffff);
     options.faults = readFaults(reader);

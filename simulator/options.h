@@ -18,7 +18,6 @@ struct Options
     QString stateFile; ///< none when empty
     QString keepUpload; ///< file that receives each fetched file as it came; none when empty
     quint32 seed = 1;
-    double pace = 1.0; ///< how much faster than the clock the phone and the USB host live (a factor)
     bool exitWithParent = false;
     uint parent = 0; ///< process id of the parent; 0: whoever is it at the start
     FaultSettings faults;

@@ -1,6 +1,7 @@
 #include "simulator/parameter_tree.h"
 
 #include <QJsonArray>
+#include <QJsonObject>
 
 #include <optional>
 
@@ -61,7 +62,23 @@ QJsonValue replaced(const QJsonValue &node, const QStringList &steps, const QJso
 
 bool holdsElements(const Node &node)
 {
-    return node.kind == Node::Kind::Array || node.kind == Node::Kind::List;
+    return node.kind == Kind::Array || node.kind == Kind::List;
+}
+
+/// Null below an opaque node and where the description does not go.
+const Node *described(const Node *node, const QStringList &steps)
+{
+    for (const QString &step : steps) {
+        const int member = node->kind == Kind::Object ? node->names.indexOf(step) : -1;
+        const int element = holdsElements(*node) ? indexOf(step) : -1;
+        if (member >= 0)
+            node = &node->children[size_t(member)];
+        else if (element >= 0 && element < node->most)
+            node = &node->children.front();
+        else
+            return nullptr;
+    }
+    return node;
 }
 
 Outcome unknown(const QString &path)
@@ -71,27 +88,16 @@ Outcome unknown(const QString &path)
 
 } // namespace
 
-ParameterTree::ParameterTree(const Node &schema, const QJsonObject &content)
+ParameterTree::ParameterTree(const Node &schema)
     : m_schema(schema)
-    , m_root(content)
+    , m_root(factoryContent(schema))
 {
 }
 
-/// The description of a node; null below an opaque one and for a path that the schema does not have.
-const Node *ParameterTree::describe(const QStringList &steps) const
+const Node *ParameterTree::describe(const QString &path) const
 {
-    const Node *node = &m_schema;
-    for (const QString &step : steps) {
-        const int member = node->names.indexOf(step);
-        const int element = indexOf(step);
-        if (node->kind == Node::Kind::Object && member >= 0)
-            node = &node->children[size_t(member)];
-        else if (holdsElements(*node) && element >= 0 && element < node->max)
-            node = &node->children.front();
-        else
-            return nullptr;
-    }
-    return node;
+    const std::optional<QStringList> steps = stepsOf(path);
+    return steps ? described(&m_schema, *steps) : nullptr;
 }
 
 Outcome ParameterTree::get(const QString &path) const
@@ -102,8 +108,8 @@ Outcome ParameterTree::get(const QString &path) const
     const QJsonValue content = follow(m_root, *steps);
     if (!content.isUndefined())
         return Outcome::accept(content);
-    const Node *parent = describe(steps->mid(0, steps->size() - 1));
-    const bool freeEntry = parent && parent->kind == Node::Kind::List && describe(*steps);
+    const Node *parent = described(&m_schema, steps->mid(0, steps->size() - 1));
+    const bool freeEntry = parent && parent->kind == Kind::List && described(parent, {steps->last()});
     return freeEntry ? Outcome::accept(QJsonObject()) : unknown(path);
 }
 
@@ -113,7 +119,7 @@ Outcome ParameterTree::set(const QString &path, const QJsonValue &value)
     const QJsonValue current = steps ? follow(m_root, *steps) : QJsonValue(QJsonValue::Undefined);
     if (current.isUndefined())
         return unknown(path);
-    const Node *node = describe(*steps);
+    const Node *node = described(&m_schema, *steps);
     if (!node)
         return Outcome::refuse(path, QStringLiteral("read-only"));
     Outcome outcome = check(*node, path, current, value);

@@ -2,8 +2,6 @@
 
 #include "simulator/schema.h"
 
-#include <QJsonObject>
-
 namespace sim {
 
 /// The device's parameters under their paths. Requests come in through get() and set(), which refuse what
@@ -11,7 +9,8 @@ namespace sim {
 class ParameterTree
 {
 public:
-    ParameterTree(const Node &schema, const QJsonObject &content);
+    /// A tree with its first content.
+    explicit ParameterTree(const Node &schema);
 
     /// The node's content: a leaf, a section or any node between them.
     Outcome get(const QString &path) const;
@@ -25,9 +24,10 @@ public:
     /// Unchecked. Does nothing where there is no such node.
     void put(const QString &path, const QJsonValue &value);
 
-private:
-    const Node *describe(const QStringList &steps) const;
+    /// What the table says of a node; null for one that it does not have.
+    const Node *describe(const QString &path) const;
 
+private:
     Node m_schema;
     QJsonValue m_root;
 };

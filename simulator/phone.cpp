@@ -1,6 +1,6 @@
 #include "simulator/phone.h"
 
-#include "simulator/device_schema.h"
+#include "simulator/device_table.h"
 
 #include <QJsonArray>
 
@@ -10,7 +10,7 @@ namespace sim {
 
 namespace {
 
-enum Cue { pairingStarted, pairingEnded, pairingSucceeded, connectFailed };
+enum Cue { PairingStarted, PairingEnded, PairingSucceeded, ConnectFailed };
 
 QVector<PairedPhone> factoryList()
 {
@@ -67,15 +67,15 @@ void Phone::advance(int ms)
         seekPaired();
         break;
     case State::Discoverable:
-        if (m_inState >= foundMs)
+        if (m_inState >= FoundMs)
             meetNewPhone();
         break;
     case State::Pairing:
-        if (m_inState >= pairMs)
+        if (m_inState >= PairMs)
             finishPairing();
         break;
     case State::Connecting:
-        if (m_inState >= connectMs)
+        if (m_inState >= ConnectMs)
             enter(State::Connected);
         break;
     case State::Connected:
@@ -90,7 +90,7 @@ QString Phone::pair()
     if (!m_settings.enabled)
         return QStringLiteral("Bluetooth is disabled");
     enter(State::Discoverable);
-    emit cueDue(pairingStarted);
+    emit cueDue(PairingStarted);
     return {};
 }
 
@@ -129,7 +129,7 @@ void Phone::enter(State state)
 void Phone::seekPaired()
 {
     const PairedPhone *called = candidate();
-    if (!m_settings.enabled || m_inState < reconnectMs || !called)
+    if (!m_settings.enabled || m_inState < ReconnectMs || !called)
         return;
     m_partner = *called;
     enter(State::Connecting);
@@ -140,7 +140,7 @@ void Phone::meetNewPhone()
     const QVector<PairedPhone> around = visitors();
     const auto newcomer = std::find_if(around.begin(), around.end(),
                                        [this](const PairedPhone &p) { return !contains(m_paired, p); });
-    emit cueDue(pairingEnded);
+    emit cueDue(PairingEnded);
     if (newcomer == around.end()) {
         enter(State::Idle);
         return;
@@ -152,19 +152,19 @@ void Phone::meetNewPhone()
 /// A full list gives up its oldest phone that is not protected; a list of protected ones takes no other.
 void Phone::finishPairing()
 {
-    if (m_paired.size() == pairedPhonesMost) {
+    if (m_paired.size() == PairedPhonesMost) {
         const auto oldest
             = std::find_if(m_paired.rbegin(), m_paired.rend(), [](const PairedPhone &p) { return !p.keep; });
         if (oldest == m_paired.rend()) {
             enter(State::Idle);
-            emit cueDue(connectFailed);
+            emit cueDue(ConnectFailed);
             return;
         }
         m_paired.erase(oldest.base() - 1);
     }
     m_paired.prepend(m_partner);
     enter(State::Connected);
-    emit cueDue(pairingSucceeded);
+    emit cueDue(PairingSucceeded);
 }
 
 /// The paired phone that the device would call on its own; null for none.
@@ -229,7 +229,7 @@ QJsonArray Phone::pairedList() const
 void Phone::setPairedList(const QJsonArray &list)
 {
     m_paired.clear();
-    for (int i = 0; i < qMin(list.size(), pairedPhonesMost); ++i) {
+    for (int i = 0; i < qMin(list.size(), PairedPhonesMost); ++i) {
         const QJsonObject entry = list.at(i).toObject();
         m_paired.append({entry.value(QStringLiteral("mac")).toString(),
                          entry.value(QStringLiteral("name")).toString(),

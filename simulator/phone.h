@@ -1,7 +1,7 @@
 #pragma once
 
 #include "simulator/player.h"
-#include "simulator/signal_walk.h"
+#include "simulator/programme.h"
 
 #include <QJsonObject>
 #include <QObject>
@@ -38,10 +38,10 @@ class Phone : public QObject
 
 public:
     /// Durations in ms of simulated time.
-    static constexpr int reconnectMs = 3000; ///< idle until a paired phone is called
-    static constexpr int connectMs = 1000;
-    static constexpr int foundMs = 4000; ///< discoverable until a new phone finds the device
-    static constexpr int pairMs = 2000;
+    static constexpr int ReconnectMs = 3000; ///< idle until a paired phone is called
+    static constexpr int ConnectMs = 1000;
+    static constexpr int FoundMs = 4000; ///< discoverable until a new phone finds the device
+    static constexpr int PairMs = 2000;
 
     explicit Phone(quint32 seed, QObject *parent = nullptr);
 

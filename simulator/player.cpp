@@ -14,7 +14,7 @@ struct Track
     int seconds;
 };
 
-constexpr Track playList[] = {
+constexpr Track PlayList[] = {
     {"Slow Tide", "Marla Quill", "Harbour Lights", 34},
     {"Lanterns", "Marla Quill", "Harbour Lights", 28},
     {"The Long Pier", "Marla Quill", "Harbour Lights", 41},
@@ -25,35 +25,35 @@ constexpr Track playList[] = {
     {"夜の電車", "Sora Mizuki", "終電", 39},
 };
 
-constexpr int trackCount = int(sizeof playList / sizeof *playList);
-constexpr int loudest = 15;
-constexpr double dbPerStep = 3.0;
+constexpr int TrackCount = int(sizeof PlayList / sizeof *PlayList);
+constexpr int Loudest = 15;
+constexpr double DbPerStep = 3.0;
 
 } // namespace
 
 QString Player::song() const
 {
-    return QString::fromUtf8(playList[m_track].song);
+    return QString::fromUtf8(PlayList[m_track].song);
 }
 
 QString Player::artist() const
 {
-    return QString::fromUtf8(playList[m_track].artist);
+    return QString::fromUtf8(PlayList[m_track].artist);
 }
 
 QString Player::album() const
 {
-    return QString::fromUtf8(playList[m_track].album);
+    return QString::fromUtf8(PlayList[m_track].album);
 }
 
 double Player::volumeDb() const
 {
-    return m_volume == 0 ? -100.0 : dbPerStep * (m_volume - loudest);
+    return m_volume == 0 ? -100.0 : DbPerStep * (m_volume - Loudest);
 }
 
 void Player::louder()
 {
-    m_volume = qMin(m_volume + 1, loudest);
+    m_volume = qMin(m_volume + 1, Loudest);
 }
 
 void Player::softer()
@@ -66,13 +66,13 @@ void Player::advance(int ms)
     if (!m_playing)
         return;
     m_played += ms;
-    if (m_played >= playList[m_track].seconds * 1000)
+    if (m_played >= PlayList[m_track].seconds * 1000)
         next();
 }
 
 void Player::skip(int tracks)
 {
-    m_track = (m_track + tracks + trackCount) % trackCount;
+    m_track = (m_track + tracks + TrackCount) % TrackCount;
     m_played = 0;
 }
 

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "simulator/device_schema.h"
-#include "simulator/parameter_tree.h"
+#include "simulator/device_table.h"
 
 #include <QJsonArray>
 
@@ -27,7 +26,7 @@ public:
     void fromJson(const QJsonArray &array);
 
 private:
-    std::array<QJsonObject, presetSlotCount> m_slots;
+    std::array<QJsonObject, PresetSlotCount> m_slots;
 };
 
 } // namespace sim

@@ -3,103 +3,57 @@
 #include "simulator/ipv4_text.h"
 
 #include <QJsonArray>
+#include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 #include <optional>
 
 namespace sim {
 
-namespace node {
-
-Node opaque()
-{
-    return readOnly({});
-}
-
-static Node ofKind(Node::Kind kind, int min = 0, int max = 0)
-{
-    Node node;
-    node.kind = kind;
-    node.min = min;
-    node.max = max;
-    return node;
-}
-
-Node boolean()
-{
-    return ofKind(Node::Kind::Bool);
-}
-Node trueOnly()
-{
-    return ofKind(Node::Kind::True);
-}
-Node integer(int min, int max)
-{
-    return ofKind(Node::Kind::Integer, min, max);
-}
-Node number(int min, int max)
-{
-    return ofKind(Node::Kind::Number, min, max);
-}
-Node text(int minBytes, int maxBytes)
-{
-    return ofKind(Node::Kind::Text, minBytes, maxBytes);
-}
-Node address()
-{
-    return ofKind(Node::Kind::Address);
-}
-Node netmask()
-{
-    return ofKind(Node::Kind::Netmask);
-}
-Node group()
-{
-    return ofKind(Node::Kind::Group);
-}
-
-Node word(const QStringList &words)
-{
-    Node node = ofKind(Node::Kind::Word);
-    node.names = words;
-    return node;
-}
-
-Node object(const std::vector<std::pair<QString, Node>> &members)
-{
-    Node node = ofKind(Node::Kind::Object);
-    for (const auto &member : members) {
-        node.names.append(member.first);
-        node.children.push_back(member.second);
-    }
-    return node;
-}
-
-Node array(int count, const Node &element)
-{
-    Node node = ofKind(Node::Kind::Array, count, count);
-    node.children.push_back(element);
-    return node;
-}
-
-Node list(int most, const Node &element)
-{
-    Node node = ofKind(Node::Kind::List, 0, most);
-    node.children.push_back(element);
-    return readOnly(node);
-}
-
-Node readOnly(Node node)
-{
-    node.settable = false;
-    return node;
-}
-
-} // namespace node
-
 namespace {
+
+/// The child of @p parent that a step of a row's path names, made where it is new.
+Node *childNamed(Node *parent, const QString &step)
+{
+    int index = 0;
+    if (!step.startsWith(QLatin1Char('{'))) {
+        index = parent->names.indexOf(step);
+        if (index < 0) {
+            index = parent->names.size();
+            parent->names.append(step);
+        }
+    } else {
+        const bool list = step.startsWith(QLatin1String("{.."));
+        parent->kind = list ? Kind::List : Kind::Array;
+        parent->most = step.mid(list ? 3 : 1, step.size() - (list ? 4 : 2)).toInt();
+    }
+    parent->children.resize(qMax(parent->children.size(), size_t(index) + 1));
+    return &parent->children[size_t(index)];
+}
+
+void fill(Node *leaf, const Row &row)
+{
+    leaf->kind = row.kind;
+    leaf->settable = row.settable;
+    leaf->least = row.least;
+    leaf->most = row.most;
+    leaf->names = QString::fromLatin1(row.words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const QByteArray factory(row.factory);
+    if (!factory.isEmpty()) // in brackets, because Qt reads no JSON text that is a single value
+        leaf->factory = QJsonDocument::fromJson('[' + factory + ']').array().at(0);
+}
+
+void settleAccess(Node *node)
+{
+    for (Node &child : node->children)
+        settleAccess(&child);
+    if (!node->children.empty())
+        node->settable = std::all_of(node->children.cbegin(), node->children.cend(),
+                                     [](const Node &child) { return child.settable; });
+}
 
 QString typeName(const QJsonValue &value)
 {
@@ -155,12 +109,12 @@ Outcome checkInteger(const Node &node, const QString &path, const QJsonValue &of
     const std::optional<int> number = wholeNumber(offered);
     if (!offered.isDouble())
         return mismatch(path, QStringLiteral("a whole number"), offered);
-    if (!number || *number < node.min || *number > node.max)
+    if (!number || *number < node.least || *number > node.most)
         return Outcome::refuse(path,
                                QStringLiteral("%1 is not a whole number from %2 to %3")
                                    .arg(offered.toVariant().toString())
-                                   .arg(node.min)
-                                   .arg(node.max));
+                                   .arg(node.least)
+                                   .arg(node.most));
     return Outcome::accept(*number);
 }
 
@@ -187,10 +141,12 @@ Outcome checkText(const Node &node, const QString &path, const QJsonValue &offer
     if (!offered.isString())
         return mismatch(path, QStringLiteral("a text"), offered);
     const int bytes = offered.toString().toUtf8().size();
-    if (bytes < node.min || bytes > node.max)
-        return Outcome::refuse(
-            path,
-            QStringLiteral("%1 bytes of text, %2 to %3 are possible").arg(bytes).arg(node.min).arg(node.max));
+    if (bytes < node.least || bytes > node.most)
+        return Outcome::refuse(path,
+                               QStringLiteral("%1 bytes of text, %2 to %3 are possible")
+                                   .arg(bytes)
+                                   .arg(node.least)
+                                   .arg(node.most));
     return Outcome::accept(offered);
 }
 
@@ -202,9 +158,9 @@ Outcome checkIpv4(const Node &node, const QString &path, const QJsonValue &offer
     const std::optional<quint32> address = ipv4FromText(text);
     if (!address)
         return Outcome::refuse(path, QStringLiteral("\"%1\" is not a dotted IPv4 address").arg(text));
-    if (node.kind == Node::Kind::Netmask && !isNetmask(*address))
+    if (node.kind == Kind::Netmask && !isNetmask(*address))
         return Outcome::refuse(path, QStringLiteral("%1 is not a netmask").arg(text));
-    if (node.kind == Node::Kind::Group && !isMulticastGroup(*address))
+    if (node.kind == Kind::Group && !isMulticastGroup(*address))
         return Outcome::refuse(path, QStringLiteral("%1 is not a multicast group").arg(text));
     return Outcome::accept(offered);
 }
@@ -235,9 +191,9 @@ Outcome checkArray(const Node &node, const QString &path, const QJsonValue &curr
     if (!offered.isArray())
         return mismatch(path, QStringLiteral("an array"), offered);
     const QJsonArray elements = offered.toArray();
-    if (elements.size() != node.max)
+    if (elements.size() != node.most)
         return Outcome::refuse(
-            path, QStringLiteral("expected %1 entries, got %2").arg(node.max).arg(elements.size()));
+            path, QStringLiteral("expected %1 entries, got %2").arg(node.most).arg(elements.size()));
     QJsonArray result;
     for (int i = 0; i < elements.size(); ++i) {
         Outcome outcome = check(node.children.front(), path + QLatin1Char('/') + QString::number(i),
@@ -251,33 +207,68 @@ Outcome checkArray(const Node &node, const QString &path, const QJsonValue &curr
 
 } // namespace
 
+Node treeOf(const std::vector<Row> &table)
+{
+    Node root;
+    for (const Row &row : table) {
+        Node *node = &root;
+        for (const QString &step : QString::fromLatin1(row.path).split(QLatin1Char('/'), Qt::SkipEmptyParts))
+            node = childNamed(node, step);
+        fill(node, row);
+    }
+    settleAccess(&root);
+    return root;
+}
+
+QJsonValue factoryContent(const Node &node, const QVector<int> &indices)
+{
+    if (node.kind == Kind::Object) {
+        QJsonObject object;
+        for (int member = 0; member < node.names.size(); ++member)
+            object.insert(node.names.at(member), factoryContent(node.children[size_t(member)], indices));
+        return object;
+    }
+    QJsonArray array;
+    if (node.kind == Kind::List)
+        return array;
+    if (node.kind == Kind::Array) {
+        for (int i = 0; i < node.most; ++i)
+            array.append(factoryContent(node.children.front(), indices + QVector<int>{i}));
+        return array;
+    }
+    QJsonValue value = node.factory;
+    for (const int index : indices)
+        value = value.isArray() ? value.toArray().at(index) : value;
+    return value;
+}
+
 Outcome check(const Node &node, const QString &path, const QJsonValue &current, const QJsonValue &offered)
 {
     if (!node.settable)
         return Outcome::refuse(path, QStringLiteral("read-only"));
     switch (node.kind) {
-    case Node::Kind::Bool:
+    case Kind::Bool:
         return checkBool(path, offered);
-    case Node::Kind::True:
+    case Kind::True:
         return checkTrue(path, offered);
-    case Node::Kind::Integer:
+    case Kind::Integer:
         return checkInteger(node, path, offered);
-    case Node::Kind::Number:
+    case Kind::Number:
         return checkNumber(node, path, offered);
-    case Node::Kind::Word:
+    case Kind::Word:
         return checkWord(node, path, offered);
-    case Node::Kind::Text:
+    case Kind::Text:
         return checkText(node, path, offered);
-    case Node::Kind::Address:
-    case Node::Kind::Netmask:
-    case Node::Kind::Group:
+    case Kind::Address:
+    case Kind::Netmask:
+    case Kind::Group:
         return checkIpv4(node, path, offered);
-    case Node::Kind::Object:
+    case Kind::Object:
         return checkObject(node, path, current, offered);
-    case Node::Kind::Array:
+    case Kind::Array:
         return checkArray(node, path, current, offered);
-    case Node::Kind::Opaque:
-    case Node::Kind::List:
+    case Kind::Opaque:
+    case Kind::List:
         break;
     }
     return Outcome::refuse(path, QStringLiteral("read-only"));

@@ -1,57 +1,78 @@
 #pragma once
 
-#include "simulator/outcome.h"
-
+#include <QJsonValue>
 #include <QStringList>
+#include <QVector>
 
-#include <utility>
 #include <vector>
 
 namespace sim {
 
-/// Describes one node of the parameter tree: what it may hold and whether it may be set from outside.
-struct Node
+/// What became of a request: the value that the reply carries, or the words that say why it was refused.
+struct Outcome
 {
-    enum class Kind {
-        Opaque, ///< the device's own report, never set
-        Bool, ///< true or false; 1 and 0 are taken too
-        True, ///< the argument of a command that needs none
-        Integer, ///< whole number from min to max
-        Number, ///< as Integer, and also as a decimal text ("2")
-        Word, ///< one of names
-        Text, ///< min to max bytes of UTF-8
-        Address, ///< dotted IPv4 address
-        Netmask, ///< dotted IPv4 netmask
-        Group, ///< dotted IPv4 multicast group (224.0.0.0/4)
-        Object, ///< members called names, described by children
-        Array, ///< exactly max elements, described by children.front()
-        List ///< up to max elements; a free entry reads as an empty object
-    };
+    QJsonValue value;
+    QString refusal; ///< empty when the request was carried out
 
-    Kind kind = Kind::Opaque;
-    bool settable = true;
-    int min = 0;
-    int max = 0;
-    QStringList names;
-    std::vector<Node> children;
+    bool accepted() const { return refusal.isEmpty(); }
+
+    static Outcome accept(const QJsonValue &value) { return {value, {}}; }
+
+    /// A refusal names the node first, so that a log line makes sense alone: "/system/usb/mode: ...".
+    static Outcome refuse(const QString &path, const QString &reason)
+    {
+        return {{}, path + QStringLiteral(": ") + reason};
+    }
 };
 
-namespace node {
-Node opaque();
-Node boolean();
-Node trueOnly();
-Node integer(int min, int max);
-Node number(int min, int max);
-Node word(const QStringList &words);
-Node text(int minBytes, int maxBytes);
-Node address();
-Node netmask();
-Node group();
-Node object(const std::vector<std::pair<QString, Node>> &members);
-Node array(int count, const Node &element);
-Node list(int most, const Node &element);
-Node readOnly(Node node);
-} // namespace node
+/// What a node of the parameter tree may hold.
+enum class Kind {
+    Opaque, ///< anything; only the device writes it
+    Bool, ///< true or false; 1 and 0 are taken too
+    True, ///< the argument of a command that needs none
+    Integer, ///< whole number from least to most
+    Number, ///< as Integer, and also as a decimal text ("2")
+    Word, ///< one of the words
+    Text, ///< least to most bytes of UTF-8
+    Address, ///< dotted IPv4 address
+    Netmask, ///< dotted IPv4 netmask
+    Group, ///< dotted IPv4 multicast group (224.0.0.0/4)
+    Object, ///< named members
+    Array, ///< exactly most elements of one description
+    List ///< up to most elements; a free entry reads as an empty object
+};
+
+/// One leaf of a tree as a table describes it.
+struct Row
+{
+    /// Steps separated by "/"; "{4}" stands for the indices of an array of four, "{..8}" for those of a list
+    /// of up to eight.
+    const char *path;
+    Kind kind;
+    int least;
+    int most;
+    const char *words; ///< of a Word, separated by blanks
+    bool settable; ///< from outside
+    /// JSON; below an array either one value for all elements or an array with one each. Empty for none.
+    const char *factory;
+};
+
+/// One node of the tree that a table describes.
+struct Node
+{
+    Kind kind = Kind::Object;
+    bool settable = true; ///< a node with others below it: when all of them are
+    int least = 0;
+    int most = 0;
+    QStringList names; ///< of an object's members, in the order of the children; of a word, the choice
+    std::vector<Node> children; ///< an array and a list have one
+    QJsonValue factory{QJsonValue::Undefined};
+};
+
+Node treeOf(const std::vector<Row> &table);
+
+/// What the nodes hold at first.
+QJsonValue factoryContent(const Node &node, const QVector<int> &indices = {});
 
 /// Checks a value offered for the node at `path`, which now holds `current`, and gives what the node is to
 /// hold afterwards, in the node's own type: true for a mute offered as 1. Members that an object leaves out

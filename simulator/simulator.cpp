@@ -1,8 +1,8 @@
 #include "simulator/simulator.h"
 
-#include "simulator/log.h"
 #include "simulator/state_file.h"
 
+#include <QDebug>
 #include <QDir>
 
 #include <algorithm>
@@ -36,8 +36,8 @@ Simulator::Simulator(const Options &options, const Intervals &intervals, QObject
     , m_model(Identity(options.name, options.address), options.seed)
     , m_control(options.faults, options.seed, intervals.hold,
                 [this](const QByteArray &request) { return m_model.answer(request); })
-    , m_announcer(intervals.announce)
-    , m_meters(intervals, [this] { return levelPacket(); })
+    , m_announcements(intervals.announce, [this] { return announcement(); })
+    , m_meters(intervals.meter, [this] { return levelPacket(); })
     , m_fetcher(intervals, options.tftpFaults, options.seed)
     , m_loader(&m_fetcher, options.keepUpload)
 {
@@ -66,7 +66,7 @@ void Simulator::connectModel()
     // Not at once: who asked for it takes leave first, and waits for the answer.
     connect(&m_model, &DeviceModel::rebootRequested, &m_shutDownTimer, qOverload<>(&QTimer::start));
     connect(&m_model, &DeviceModel::meteringRequested, this,
-            [this](bool on) { on ? m_meters.request() : m_meters.stop(); });
+            [this](bool on) { on ? m_meters.start(m_intervals.meterFor) : m_meters.stop(); });
     connect(&m_model, &DeviceModel::fetchRequested, this, &Simulator::startFetch);
     connect(&m_loader, &CueLoader::loaded, &m_model, &DeviceModel::finishLoad);
     connect(&m_loader, &CueLoader::rejected, &m_model, &DeviceModel::abandonLoad);
@@ -112,27 +112,28 @@ QString Simulator::openSockets()
             .arg(station.address.toString())
             .arg(m_options.port)
             .arg(m_control.errorText());
-    if (!m_announcer.open(station) || !m_meters.open(station))
+    if (!m_announcements.open(station) || !m_meters.open(station))
         return QStringLiteral("cannot send from %1: %2")
-            .arg(station.address.toString(), m_announcer.errorText());
+            .arg(station.address.toString(), m_announcements.errorText());
     return {};
 }
 
 void Simulator::live()
 {
-    m_model.advance(int(m_lived.restart()), m_options.pace);
+    m_model.advance(int(m_lived.restart()));
 }
 
 void Simulator::appear()
 {
     m_control.setSilent(false);
-    m_announcer.start(m_model.identity().announcement(m_control.port()));
+    m_announcements.sendNow();
+    m_announcements.start();
 }
 
 void Simulator::disappear()
 {
     m_control.setSilent(true);
-    m_announcer.stop();
+    m_announcements.stop();
     m_meters.stop();
     m_fetcher.abort();
     m_model.abandonLoad();
@@ -149,7 +150,7 @@ void Simulator::startFetch(const TftpUri &source)
 
 void Simulator::reboot()
 {
-    qCInfo(simulatorLog) << "reboot";
+    qInfo() << "reboot";
     disappear();
     m_model.powerUp();
     m_returnTimer.start(m_intervals.reboot);
@@ -159,7 +160,7 @@ void Simulator::vanishWhenDue(int answered)
 {
     if (answered != m_options.faults.vanishAfter)
         return;
-    qCInfo(simulatorLog) << "vanishing after" << answered << "requests";
+    qInfo() << "vanishing after" << answered << "requests";
     disappear();
     m_shutDownTimer.stop();
     m_returnTimer.stop(); // a restart under way does not end this
@@ -167,7 +168,13 @@ void Simulator::vanishWhenDue(int answered)
         m_returnTimer.start(m_options.faults.returnAfterMs);
 }
 
-LevelPacket Simulator::levelPacket() const
+Packet Simulator::announcement() const
+{
+    return {m_model.identity().announcement(m_control.port()), QHostAddress(QStringLiteral("239.255.77.1")),
+            47700};
+}
+
+Packet Simulator::levelPacket() const
 {
     const QJsonObject target = m_model.tree().value(QStringLiteral("/system/metering")).toObject();
     return {levelDatagram(m_model.levels()), QHostAddress(target.value(QStringLiteral("ip")).toString()),
@@ -182,7 +189,7 @@ void Simulator::save()
         return;
     const QString problem = writeState(m_options.stateFile, m_model.toJson());
     if (!problem.isEmpty())
-        qCWarning(simulatorLog).noquote() << about(m_options.stateFile, problem);
+        qWarning().noquote() << about(m_options.stateFile, problem);
 }
 
 } // namespace sim

@@ -1,11 +1,10 @@
 #pragma once
 
-#include "simulator/announcer.h"
 #include "simulator/control_service.h"
 #include "simulator/cue_loader.h"
 #include "simulator/device_model.h"
 #include "simulator/intervals.h"
-#include "simulator/meter_stream.h"
+#include "simulator/multicast_stream.h"
 #include "simulator/options.h"
 
 #include <QElapsedTimer>
@@ -39,14 +38,15 @@ private:
     void startFetch(const TftpUri &source);
     void reboot();
     void vanishWhenDue(int answered);
-    LevelPacket levelPacket() const;
+    Packet announcement() const;
+    Packet levelPacket() const;
 
     Options m_options;
     Intervals m_intervals;
     DeviceModel m_model;
     ControlService m_control;
-    Announcer m_announcer;
-    MeterStream m_meters;
+    MulticastStream m_announcements;
+    MulticastStream m_meters;
     TftpFetcher m_fetcher;
     CueLoader m_loader;
     QTimer m_lifeTimer;

@@ -10,23 +10,23 @@ struct Stage
     int ms;
 };
 
-constexpr Stage stages[] = {
+constexpr Stage Stages[] = {
     {"connected", 45000},
     {"suspended", 8000},
     {"connected", 30000},
     {"disconnected", 10000},
 };
 
-constexpr int roundMs = stages[0].ms + stages[1].ms + stages[2].ms + stages[3].ms;
+constexpr int RoundMs = Stages[0].ms + Stages[1].ms + Stages[2].ms + Stages[3].ms;
 
 const char *wordAt(int elapsed)
 {
-    for (const Stage &stage : stages) {
+    for (const Stage &stage : Stages) {
         if (elapsed < stage.ms)
             return stage.word;
         elapsed -= stage.ms;
     }
-    return stages[0].word;
+    return Stages[0].word;
 }
 
 } // namespace
@@ -38,7 +38,7 @@ void UsbHost::powerUp()
 
 void UsbHost::advance(int ms)
 {
-    m_elapsed = (m_elapsed + ms) % roundMs;
+    m_elapsed = (m_elapsed + ms) % RoundMs;
 }
 
 bool UsbHost::isActive() const

@@ -53,7 +53,7 @@ bool VoiceCues::isValid(int cue) const
 QJsonArray VoiceCues::status() const
 {
     QJsonArray cues;
-    for (int cue = 0; cue < voiceCueCount; ++cue)
+    for (int cue = 0; cue < VoiceCueCount; ++cue)
         cues.append(QJsonObject{{QStringLiteral("valid"), isValid(cue)}});
     return cues;
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/device_schema.h"
+#include "simulator/device_table.h"
 
 #include <QJsonArray>
 
@@ -35,7 +35,7 @@ public:
 private:
     bool isValid(int cue) const;
 
-    std::array<int, voiceCueCount> m_length{1400, 1100, 1300, 1500}; // ms
+    std::array<int, VoiceCueCount> m_length{1400, 1100, 1300, 1500}; // ms
     int m_loading = -1;
     int m_playing = -1;
     int m_left = 0; // ms still to play

@@ -14,14 +14,14 @@ Desk quietDesk()
 {
     Desk desk;
     for (auto &row : desk.mixer)
-        row.fill(silenceDb);
+        row.fill(SilenceDb);
     return desk;
 }
 
 SourceLevels silentSources()
 {
     SourceLevels sources;
-    sources.fill(silenceDb);
+    sources.fill(SilenceDb);
     return sources;
 }
 
@@ -54,13 +54,13 @@ void TestLevels::compute_data()
     sources[1] = -20;
     sources[9] = -40;
     Desk desk = quietDesk();
-    QTest::newRow("all crosspoints off") << desk << sources << 0 << -20.0 << 0 << silenceDb;
+    QTest::newRow("all crosspoints off") << desk << sources << 0 << -20.0 << 0 << SilenceDb;
     desk.mixer[2][0] = -6;
     QTest::newRow("one crosspoint") << desk << sources << 0 << -20.0 << 2 << -26.0;
     desk.mixer[2][1] = -6;
     QTest::newRow("equal powers add 3 dB") << desk << sources << 1 << -20.0 << 2 << -22.99;
     desk.inputs[1].mute = true;
-    QTest::newRow("input mute") << desk << sources << 1 << silenceDb << 2 << -26.0;
+    QTest::newRow("input mute") << desk << sources << 1 << SilenceDb << 2 << -26.0;
     desk.inputs[0].gain = 10;
     QTest::newRow("input gain") << desk << sources << 0 << -10.0 << 2 << -16.0;
     desk.outputs[2].gain = 4;
@@ -68,17 +68,17 @@ void TestLevels::compute_data()
     desk.outputs[2].threshold = -30;
     QTest::newRow("limiter") << desk << sources << 0 << -10.0 << 2 << -30.0;
     desk.outputs[2].mute = true;
-    QTest::newRow("output mute") << desk << sources << 0 << -10.0 << 2 << silenceDb;
+    QTest::newRow("output mute") << desk << sources << 0 << -10.0 << 2 << SilenceDb;
 
     desk = quietDesk();
     desk.mixer[6][9] = 20;
     desk.inputs[0].gain = 20;
     sources[0] = 15;
-    QTest::newRow("tone generator and the ceiling") << desk << sources << 0 << fullDb << 6 << -20.0;
+    QTest::newRow("tone generator and the ceiling") << desk << sources << 0 << FullDb << 6 << -20.0;
     desk.mixer[6][9] = -99;
     desk.inputs[3].gain = 20;
     desk.mixer[6][3] = 20;
-    QTest::newRow("silence is not amplified") << desk << sources << 3 << silenceDb << 6 << silenceDb;
+    QTest::newRow("silence is not amplified") << desk << sources << 3 << SilenceDb << 6 << SilenceDb;
 }
 
 void TestLevels::compute()

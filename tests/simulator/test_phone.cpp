@@ -31,8 +31,8 @@ QString songOf(const Phone &phone)
 void pairNewPhone(Phone *phone)
 {
     phone->pair();
-    phone->advance(Phone::foundMs);
-    phone->advance(Phone::pairMs);
+    phone->advance(Phone::FoundMs);
+    phone->advance(Phone::PairMs);
 }
 
 } // namespace
@@ -57,9 +57,9 @@ void TestPhone::pairing()
 
     QCOMPARE(phone.pair(), QString());
     QCOMPARE(stateOf(phone), QStringLiteral("discoverable"));
-    phone.advance(Phone::foundMs);
+    phone.advance(Phone::FoundMs);
     QCOMPARE(stateOf(phone), QStringLiteral("pairing"));
-    phone.advance(Phone::pairMs);
+    phone.advance(Phone::PairMs);
     QCOMPARE(stateOf(phone), QStringLiteral("connected"));
 
     QCOMPARE(phone.pairedList().size(), 4);

@@ -1,3 +1,0 @@
-#include "simulator/log.h"
-
-Q_LOGGING_CATEGORY(simulatorLog, "simulator")
