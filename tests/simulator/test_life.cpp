@@ -1,7 +1,7 @@
 #include "simulator/simulator.h"
 #include "simulator/state_file.h"
-#include "tests/simulator/scripted_tftp_server.h"
 #include "tests/support/loopback.h"
+#include "tests/support/tftp_peer.h"
 
 #include <QDir>
 #include <QFile>
@@ -210,13 +210,14 @@ void TestLife::voiceCue()
     options.keepUpload = dir.filePath(QStringLiteral("upload.wav"));
     Simulator simulator(options, quick());
     QCOMPARE(simulator.start(), QString());
-    support::ScriptedTftpServer server(file, support::ScriptedTftpServer::Manner::Good);
-    const QByteArray uri = "tftp://" + server.address().toString().toLatin1() + ':'
-        + QByteArray::number(server.port()) + "/cue.wav";
+    support::TftpPeer server("127.0.0.2");
+    const QByteArray uri = "tftp://127.0.0.2:" + QByteArray::number(server.localPort()) + "/cue.wav";
     const QByteArray order
         = R"({"set":"/control/fwdl","value":{"target":"VC_BT_SUCCESS","uri":")" + uri + "\"}}";
     QVERIFY(ask(simulator, order).contains("\"OK\""));
-    QTRY_VERIFY(server.isDone());
+    server.take();
+    server.answer(QStringLiteral("00030001") + QLatin1String(file.toHex()));
+    QCOMPARE(server.take(), QStringLiteral("4/1/0"));
     QTRY_VERIFY(valueOf(simulator, "/status/voice_cue/2/valid").toBool());
 
     QFile kept(options.keepUpload);
