@@ -25,7 +25,7 @@ QJsonObject startSection()
 
 } // namespace
 
-/// The mixer: what it shows of its section, and what it reports of the hand.
+/// The mixer: what it shows of its section, and what it reports of the user.
 class MatrixMixerTest : public QObject
 {
     Q_OBJECT

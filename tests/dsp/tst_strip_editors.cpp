@@ -66,15 +66,15 @@ StripEditor *makeForm(const QJsonObject *section)
 
 Q_DECLARE_METATYPE(Block)
 
-/// The six strip editors: what they show of their section, and what they report of the hand.
+/// The six strip editors: what they show of their section, and what they report of the user.
 class StripEditorsTest : public QObject
 {
     Q_OBJECT
 
 private slots:
     void init();
-    void showsItsSectionAndReportsTheHand_data() { addBlocks(); }
-    void showsItsSectionAndReportsTheHand();
+    void showsItsSectionAndReportsTheUser_data() { addBlocks(); }
+    void showsItsSectionAndReportsTheUser();
     void feedsMetersFromTheirOwnBytes_data() { addBlocks(); }
     void feedsMetersFromTheirOwnBytes();
     void disabledStripsStandStillUnderRed_data() { addBlocks(); }
@@ -118,7 +118,7 @@ void StripEditorsTest::open(StripEditor *editor)
     QVERIFY(QTest::qWaitForWindowExposed(editor));
 }
 
-void StripEditorsTest::showsItsSectionAndReportsTheHand()
+void StripEditorsTest::showsItsSectionAndReportsTheUser()
 {
     QFETCH(Block, block);
     openBlock(block);
