@@ -86,7 +86,7 @@ bool isUp(const Simulator &simulator)
 } // namespace
 
 /// The device on the network: how it appears, goes, comes back, and what it remembers.
-class TestLife : public QObject
+class LifeTest : public QObject
 {
     Q_OBJECT
 
@@ -101,7 +101,7 @@ private slots:
     void program();
 };
 
-void TestLife::reboot()
+void LifeTest::reboot()
 {
     Simulator simulator(optionsOf(), quick());
     QCOMPARE(simulator.start(), QString());
@@ -117,7 +117,7 @@ void TestLife::reboot()
     QCOMPARE(ask(simulator, "LOAD 6\r"), QByteArray("ACK LOAD 6\r"));
 }
 
-void TestLife::vanishesAndReturns()
+void LifeTest::vanishesAndReturns()
 {
     Options options = optionsOf();
     options.faults.vanishAfter = 2;
@@ -133,7 +133,7 @@ void TestLife::vanishesAndReturns()
     QVERIFY(isUp(simulator));
 }
 
-void TestLife::stateFile()
+void LifeTest::stateFile()
 {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("state.json"));
@@ -155,7 +155,7 @@ void TestLife::stateFile()
     QCOMPARE(ask(again, "LOAD 2\r"), QByteArray("NACK LOAD 2\r"));
 }
 
-void TestLife::damagedStateFile_data()
+void LifeTest::damagedStateFile_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("problem");
@@ -169,7 +169,7 @@ void TestLife::damagedStateFile_data()
                                << "/system/usb/mode: \"x\" is not one of";
 }
 
-void TestLife::damagedStateFile()
+void LifeTest::damagedStateFile()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, problem);
@@ -188,7 +188,7 @@ void TestLife::damagedStateFile()
     QCOMPARE(file.readAll(), content); // left for its owner to mend
 }
 
-void TestLife::voiceCue_data()
+void LifeTest::voiceCue_data()
 {
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<bool>("taken");
@@ -201,7 +201,7 @@ void TestLife::voiceCue_data()
 }
 
 /// From the order to the recording: what came is kept as it came, and only a playable file replaces a cue.
-void TestLife::voiceCue()
+void LifeTest::voiceCue()
 {
     QFETCH(QByteArray, file);
     QFETCH(bool, taken);
@@ -230,7 +230,7 @@ void TestLife::voiceCue()
 }
 
 /// The program says where it is and puts things in order when it is told to end.
-void TestLife::program()
+void LifeTest::program()
 {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("state.json"));
@@ -255,5 +255,5 @@ void TestLife::program()
              QStringLiteral("KBX-0300"));
 }
 
-QTEST_GUILESS_MAIN(TestLife)
-#include "test_life.moc"
+QTEST_GUILESS_MAIN(LifeTest)
+#include "tst_life.moc"
