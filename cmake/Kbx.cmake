@@ -37,14 +37,12 @@ function(kbx_library name)
     target_link_libraries(${name} PUBLIC kbx_options ${ARG_LINK})
 endfunction()
 
-# kbx_test(name SOURCES files... LINK libraries... [NETWORK] [TIMEOUT seconds] [ARGS arguments...]):
-# one Qt Test program. It runs on the offscreen platform; NETWORK gives it a private network namespace
-# in which every port is free and 127.0.0.2 is a second local address.
-function(kbx_test name)
-    cmake_parse_arguments(ARG "NETWORK;DISPLAY" "TIMEOUT" "SOURCES;LINK;ARGS" ${ARGN})
-    add_executable(${name} ${ARG_SOURCES})
-    target_link_libraries(${name} PRIVATE kbx_options kbx_test_support ${ARG_LINK} Qt5::Test)
-    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+# kbx_run(name PROGRAM file [ARGS arguments...] [NETWORK] [DISPLAY] [TIMEOUT seconds]): a test that runs a
+# program, on the offscreen platform or, with DISPLAY, on a virtual display of its own with a window manager.
+# NETWORK gives it a private network namespace in which every port is free and 127.0.0.2 is a second local
+# address.
+function(kbx_run name)
+    cmake_parse_arguments(ARG "NETWORK;DISPLAY" "TIMEOUT;PROGRAM" "ARGS;SOURCES;LINK" ${ARGN})
     set(wrapper)
     if(ARG_DISPLAY)
         list(APPEND wrapper ${CMAKE_SOURCE_DIR}/scripts/in-display)
@@ -58,7 +56,7 @@ function(kbx_test name)
     if(NOT ARG_TIMEOUT)
         set(ARG_TIMEOUT 120)
     endif()
-    add_test(NAME ${name} COMMAND ${wrapper} $<TARGET_FILE:${name}> ${ARG_ARGS})
+    add_test(NAME ${name} COMMAND ${wrapper} ${ARG_PROGRAM} ${ARG_ARGS})
     set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
     if(NOT ARG_DISPLAY)
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
@@ -70,4 +68,13 @@ function(kbx_test name)
         # their reads either: freed memory is overwritten so that a use of it through Qt fails.
         ASAN_OPTIONS=fast_unwind_on_malloc=0:max_free_fill_size=1000000:free_fill_byte=65
         UBSAN_OPTIONS=print_stacktrace=1)
+endfunction()
+
+# kbx_test(name SOURCES files... LINK libraries... [as kbx_run]): builds one Qt Test program and runs it.
+function(kbx_test name)
+    cmake_parse_arguments(ARG "NETWORK;DISPLAY" "TIMEOUT" "SOURCES;LINK;ARGS" ${ARGN})
+    add_executable(${name} ${ARG_SOURCES})
+    target_link_libraries(${name} PRIVATE kbx_options kbx_test_support ${ARG_LINK} Qt5::Test)
+    set_target_properties(${name} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+    kbx_run(${name} PROGRAM $<TARGET_FILE:${name}> ${ARGN})
 endfunction()

@@ -2,8 +2,8 @@
 
 #include "devhost/tour/step.h"
 
-/// The tour's steps, one function an area of the editor. Each leaves the editor open and live, except the
-/// last. @p guide must outlive the steps.
+/// The tour's steps, one function an area of the editor. Each leaves the editor open and live, except those
+/// that say otherwise. @p guide must outlive the steps.
 namespace devhost::tour {
 
 class Guide;
@@ -15,6 +15,9 @@ Steps dspSteps(Guide &guide);
 /// The mixer with its tone generator, and the metering group; part of the diagram. The mixer's and the
 /// network outputs' editors must be open.
 Steps mixerSteps(Guide &guide);
+/// What the settings' steps call the device over Bluetooth.
+const QLatin1String NewName("Stage_KBX");
+
 /// Bluetooth, USB and voice cue settings.
 Steps settingsSteps(Guide &guide);
 /// The dialog in which phones are protected; part of the settings.
@@ -25,5 +28,16 @@ Steps stateSteps(Guide &guide);
 Steps uploadSteps(Guide &guide);
 /// Closes the editor with its own button.
 Steps closeSteps(Guide &guide);
+
+// What only a simulated device is put through
+
+/// Opens the editor of a device that answers.
+Steps openAgainSteps(Guide &guide);
+/// How phones connect, and the end of it; needs a paired phone.
+Steps connectionSteps(Guide &guide);
+/// Forgets the phones that are not protected; part of the connection.
+Steps clearPairingSteps(Guide &guide);
+/// A device that does not answer, is lost and comes back, is reset and restarts, which closes the editor.
+Steps lossSteps(Guide &guide);
 
 } // namespace devhost::tour

@@ -77,6 +77,11 @@ QWidget *Guide::editor() const
     return session() ? session()->editor() : nullptr;
 }
 
+void Guide::restartDevice(const QStringList &faults) const
+{
+    m_host->simulated()->device(device()->name())->start(faults);
+}
+
 QWidget *Guide::windowTitled(const QString &title) const
 {
     for (QWidget *widget : QApplication::topLevelWidgets()) {
@@ -117,17 +122,23 @@ std::function<QRect()> Guide::titledArea(const QString &title) const
     return areaOf([this, title] { return windowTitled(title); });
 }
 
-Step Guide::confirmed(const QString &name, const std::function<QString()> &act, const QString &path,
-                      const QJsonValue &value)
+Step Guide::heard(const QString &name, const std::function<QString()> &act)
 {
     Step step;
     step.name = name;
     step.act = [this, act] {
         m_traffic.forget();
-        return act();
+        return act ? act() : QString();
     };
-    step.missing = [this, path, value] { return missingConfirmation(path, value); };
     step.area = editorArea();
+    return step;
+}
+
+Step Guide::confirmed(const QString &name, const std::function<QString()> &act, const QString &path,
+                      const QJsonValue &value)
+{
+    Step step = heard(name, act);
+    step.missing = [this, path, value] { return missingConfirmation(path, value); };
     return step;
 }
 
@@ -170,15 +181,8 @@ Step Guide::set(const QString &name, const QString &box, bool checked, const QSt
 
 Step Guide::reread(const QString &name, const std::function<QString()> &act)
 {
-    Step step;
-    step.name = name;
-    step.act = [this, act] {
-        m_traffic.forget();
-        return act();
-    };
+    Step step = heard(name, act);
     step.missing = [this] { return missingUntilReread(); };
-    step.area = editorArea();
-    step.timeLimitMs = 30000;
     return step;
 }
 

@@ -36,6 +36,8 @@ public:
     /// The first device found; null before that.
     KnownDevice *device() const;
     EditorSession *session() const;
+    /// Starts the simulated device anew with these options of its program, its settings kept.
+    void restartDevice(const QStringList &faults) const;
     TrafficWatch &traffic() { return m_traffic; }
     DeviceProbe &probe() { return m_probe; }
 
@@ -68,6 +70,8 @@ public:
     /// Sets a check box of the editor and waits for the device to confirm @p path with @p value.
     Step set(const QString &name, const QString &box, bool checked, const QString &path,
              const QJsonValue &value);
+    /// Forgets the traffic and does @p act, if any; pictures the editor. What to wait for is the caller's.
+    Step heard(const QString &name, const std::function<QString()> &act = {});
     /// Does @p act and waits for a confirmed set of @p path that has @p value; undefined: any value.
     Step confirmed(const QString &name, const std::function<QString()> &act, const QString &path,
                    const QJsonValue &value = QJsonValue(QJsonValue::Undefined));

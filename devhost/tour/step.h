@@ -19,7 +19,8 @@ struct Step
     QString picture; ///< name of the picture taken once confirmed; none when empty
     /// Brings to the front what is to be pictured and answers where on the screen it is.
     std::function<QRect()> area;
-    int timeLimitMs = 20000;
+    /// From the act to the confirmation; generous, for a machine that has other work, too.
+    int timeLimitMs = 60000;
 };
 
 using Steps = QVector<Step>;

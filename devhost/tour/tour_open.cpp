@@ -31,9 +31,7 @@ Step find(Guide &guide)
 
 Step open(Guide &guide)
 {
-    Step step;
-    step.name = QStringLiteral("open its editor with a double-click");
-    step.act = [&guide] {
+    Step step = guide.heard(QStringLiteral("open its editor with a double-click"), [&guide] {
         const auto *view = guide.window()->findChild<DeviceView *>();
         const QAbstractItemModel *devices = view->model();
         const QModelIndex row
@@ -41,7 +39,7 @@ Step open(Guide &guide)
                   ->match(devices->index(0, DeviceTableModel::Name), Qt::DisplayRole, guide.device()->name())
                   .value(0);
         return hands::doubleClick(view->viewport(), view->visualRect(row).center());
-    };
+    });
     step.missing = [&guide] {
         return unless(guide.editor() && guide.editor()->isVisible(), QStringLiteral("no editor is shown"));
     };
@@ -53,20 +51,13 @@ Step live(Guide &guide)
     Step step;
     step.name = QStringLiteral("the editor comes alive");
     step.missing = [&guide] { return guide.missingUntilReread(); };
-    step.picture = QStringLiteral("device-config");
     step.area = guide.editorArea();
-    step.timeLimitMs = 30000;
     return step;
 }
 
 Step watchPolls(Guide &guide)
 {
-    Step step;
-    step.name = QStringLiteral("left alone, it polls the device");
-    step.act = [&guide] {
-        guide.traffic().forget();
-        return QString();
-    };
+    Step step = guide.heard(QStringLiteral("left alone, it polls the device"));
     step.missing = [&guide] {
         return unless(guide.traffic().count(QStringLiteral("get"), QStringLiteral("/status/usb"))
                           > QuietPolls,
@@ -82,13 +73,20 @@ Steps openSteps(Guide &guide)
     const QString box = QStringLiteral("identify_checkBox");
     Step identify = guide.set(QStringLiteral("identify on"), box, true, IdentifyPath, true);
     identify.picture = QStringLiteral("identify");
+    Step alive = live(guide);
+    alive.picture = QStringLiteral("device-config");
     return {find(guide),
             open(guide),
-            live(guide),
+            alive,
             watchPolls(guide),
             identify,
             guide.set(QStringLiteral("identify off"), box, false, IdentifyPath, false),
             guide.refresh(QStringLiteral("refresh reads the device anew"))};
+}
+
+Steps openAgainSteps(Guide &guide)
+{
+    return {open(guide), live(guide)};
 }
 
 Steps closeSteps(Guide &guide)

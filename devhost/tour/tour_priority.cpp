@@ -17,11 +17,17 @@ namespace {
 
 const QLatin1String DialogTitle("Bluetooth Pairing Priority");
 
+/// The list in the open dialog; null when it is not open.
+const QTableWidget *phones(const Guide &guide)
+{
+    const QWidget *dialog = guide.windowTitled(DialogTitle);
+    return dialog ? dialog->findChild<QTableWidget *>(QStringLiteral("tableWidget")) : nullptr;
+}
+
 /// The first phone's row in the dialog; null when there is none.
 QTableWidgetItem *firstPhone(const Guide &guide)
 {
-    const QWidget *dialog = guide.windowTitled(DialogTitle);
-    const auto *table = dialog ? dialog->findChild<QTableWidget *>(QStringLiteral("tableWidget")) : nullptr;
+    const QTableWidget *table = phones(guide);
     return table ? table->item(0, 0) : nullptr;
 }
 
@@ -57,6 +63,14 @@ Step open(Guide &guide, const QString &name, const QString &picture)
     return step;
 }
 
+/// The hidden dialog takes over what the device says with the next poll.
+QString missingUntilListReread(Guide &guide)
+{
+    return unless(guide.traffic().count(QStringLiteral("get"), QStringLiteral("/status/bluetooth/device"))
+                      > 1,
+                  QStringLiteral("the phones have not been read again"));
+}
+
 Step applyChanges(Guide &guide)
 {
     const Step step = guide.confirmed(
@@ -70,11 +84,17 @@ Step applyChanges(Guide &guide)
     return alsoNeeds(step, [&guide] {
         if (guide.windowTitled(DialogTitle))
             return QStringLiteral("the dialog is still open");
-        // The hidden dialog takes over what the device says with the next poll.
-        return unless(guide.traffic().count(QStringLiteral("get"), QStringLiteral("/status/bluetooth/device"))
-                          > 1,
-                      QStringLiteral("the phones have not been read again"));
+        return missingUntilListReread(guide);
     });
+}
+
+bool areAllProtected(const QTableWidget *phones)
+{
+    for (int row = 0; row < phones->rowCount(); ++row) {
+        if (!isProtected(phones->item(row, 0)))
+            return false;
+    }
+    return true;
 }
 
 } // namespace
@@ -98,6 +118,19 @@ Steps prioritySteps(Guide &guide)
         });
     return {open(guide, QStringLiteral("open the pairing priority"), QStringLiteral("priority")), tick,
             applyChanges(guide), see, guide.escape(DialogTitle)};
+}
+
+Steps clearPairingSteps(Guide &guide)
+{
+    Step clear
+        = guide.push(QStringLiteral("clear the pairings"), QStringLiteral("bt_clear_pairing_pushButton"),
+                     QStringLiteral("/control/bluetooth/clear_list"));
+    clear = alsoNeeds(clear, [&guide] { return missingUntilListReread(guide); });
+    Step see
+        = open(guide, QStringLiteral("only protected phones are left"), QStringLiteral("pairing-cleared"));
+    see = alsoNeeds(
+        see, [&guide] { return unless(areAllProtected(phones(guide)), QStringLiteral("there are others")); });
+    return {clear, see, guide.escape(DialogTitle)};
 }
 
 } // namespace devhost::tour

@@ -11,9 +11,13 @@ namespace devhost::tour {
 
 namespace {
 
-Steps allSteps(Guide &guide)
+Steps allSteps(Guide &guide, bool anyDevice)
 {
-    return openSteps(guide) + dspSteps(guide) + settingsSteps(guide) + stateSteps(guide) + closeSteps(guide);
+    Steps steps
+        = openSteps(guide) + dspSteps(guide) + settingsSteps(guide) + stateSteps(guide) + closeSteps(guide);
+    if (!anyDevice)
+        steps += openAgainSteps(guide) + connectionSteps(guide) + lossSteps(guide);
+    return steps;
 }
 
 } // namespace
@@ -23,7 +27,7 @@ TourRun::TourRun(Host *host, HostWindow *window, const Options &options)
     , m_recorder(host->transport())
     , m_guide(host, window, m_folder, options.tourRealDevice)
     , m_out(stdout)
-    , m_tour(allSteps(m_guide), m_folder, &m_out)
+    , m_tour(allSteps(m_guide, options.tourRealDevice), m_folder, &m_out)
 {
     connect(&m_tour, &Tour::finished, this, &TourRun::finished);
 }

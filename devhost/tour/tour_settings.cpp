@@ -50,14 +50,13 @@ Step switchBluetooth(Guide &guide, bool on)
 
 Step rename(Guide &guide)
 {
-    const QString name = QStringLiteral("Stage_KBX");
     return guide.confirmed(
         QStringLiteral("rename it"),
-        [&guide, name] {
-            return guide.enterAndApply(QStringLiteral("bt_friendly_name_lineEdit"), name,
+        [&guide] {
+            return guide.enterAndApply(QStringLiteral("bt_friendly_name_lineEdit"), NewName,
                                        QStringLiteral("bt_apply_friendly_name_pushButton"));
         },
-        bluetooth("name"), name);
+        bluetooth("name"), NewName);
 }
 
 Step becomeDiscoverable(Guide &guide)
@@ -73,20 +72,42 @@ Step becomeDiscoverable(Guide &guide)
     return step;
 }
 
-Step becomeConnected(Guide &guide)
+Step becomeConnected(Guide &guide, const QString &name)
 {
     Step step;
-    step.name = QStringLiteral("a phone pairs and connects");
+    step.name = name;
     step.missing = [&guide] {
         const QString state = shown(guide, "bt_status_lineEdit");
         const bool named = !shown(guide, "bt_connected_dev_lineEdit").isEmpty();
         return unless(state == QLatin1String("connected") && named,
                       QStringLiteral("the status is \"%1\"").arg(state));
     };
-    step.picture = QStringLiteral("connected");
     step.area = guide.editorArea();
-    step.timeLimitMs = 30000;
     return step;
+}
+
+/// Chooses each entry of a list once, the first one last.
+Steps chooseEach(Guide &guide, const QString &list, const QString &path, const QStringList &words)
+{
+    Steps steps;
+    for (int index = words.size() - 1; index >= 0; --index) {
+        steps.append(guide.confirmed(
+            QStringLiteral("choose \"%1\"").arg(words.at(index)),
+            [&guide, list, index] { return hands::choose(guide.find<QComboBox>(list), index); }, path,
+            words.at(index)));
+    }
+    return steps;
+}
+
+Step disconnectPhone(Guide &guide)
+{
+    const Step step = guide.push(QStringLiteral("close the connection, and the device stays idle"),
+                                 QStringLiteral("bt_close_connection_pushButton"), remote("disconnect"));
+    return alsoNeeds(step, [&guide] {
+        const QString state = shown(guide, "bt_status_lineEdit");
+        return unless(state == QLatin1String("idle") && shown(guide, "bt_connected_dev_lineEdit").isEmpty(),
+                      QStringLiteral("the status is \"%1\"").arg(state));
+    });
 }
 
 /// A media key that changes the track on display.
@@ -202,6 +223,8 @@ Steps cueSteps(Guide &guide)
 
 Steps settingsSteps(Guide &guide)
 {
+    Step connected = becomeConnected(guide, QStringLiteral("a phone pairs and connects"));
+    connected.picture = QStringLiteral("connected");
     Steps steps{
         guide.page(QStringLiteral("go back to the diagram"), DspPage),
         openBlock(guide, mixer()),
@@ -210,12 +233,27 @@ Steps settingsSteps(Guide &guide)
         switchBluetooth(guide, true),
         rename(guide),
         becomeDiscoverable(guide),
-        becomeConnected(guide),
+        connected,
     };
     steps.append(remoteSteps(guide));
     steps.append(prioritySteps(guide));
     steps.append(usbSteps(guide));
     steps.append(cueSteps(guide));
+    return steps;
+}
+
+Steps connectionSteps(Guide &guide)
+{
+    Steps steps{guide.page(QStringLiteral("go to the audio settings once more"), AudioPage),
+                becomeConnected(guide, QStringLiteral("the device calls its latest phone"))};
+    steps.append(chooseEach(guide, QStringLiteral("bt_audio_bridging_comboBox"), bluetooth("profile"),
+                            {QStringLiteral("both"), QStringLiteral("media"), QStringLiteral("hfp")}));
+    // Ends with the one in which the device calls nobody.
+    steps.append(
+        chooseEach(guide, QStringLiteral("bt_connection_mode_comboBox"), bluetooth("connection_mode"),
+                   {QStringLiteral("basic"), QStringLiteral("reconnect"), QStringLiteral("exclusive")}));
+    steps.append(disconnectPhone(guide));
+    steps.append(clearPairingSteps(guide));
     return steps;
 }
 

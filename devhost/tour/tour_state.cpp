@@ -76,12 +76,10 @@ QString differences(const DeviceProbe::Values &now, const DeviceProbe::Values &s
 
 Step compare(Guide &guide, const QString &name, const QStringList &paths, const Saved &saved)
 {
-    Step step = alsoNeeds(look(guide, name, paths), [&guide, saved] {
+    return alsoNeeds(look(guide, name, paths), [&guide, saved] {
         const QString other = differences(guide.probe().values(), *saved);
         return unless(other.isEmpty(), QStringLiteral("not as saved: %1").arg(other));
     });
-    step.timeLimitMs = 5000;
-    return step;
 }
 
 Step changeEverything(Guide &guide, const QString &name, const Saved &saved)
@@ -165,15 +163,13 @@ Steps loadSteps(Guide &guide, const QString &file)
 
 Step usePreset(Guide &guide, const QString &name, const QString &menu, const QString &path)
 {
-    Step step = guide.confirmed(
+    const Step step = guide.confirmed(
         name,
         [&guide, menu] {
             return chooseDeviceMenu(guide, {menu, QStringLiteral("Preset %1").arg(PresetNumber)});
         },
         path);
-    step = alsoNeeds(step, [&guide] { return guide.missingUntilReread(); });
-    step.timeLimitMs = 30000;
-    return step;
+    return alsoNeeds(step, [&guide] { return guide.missingUntilReread(); });
 }
 
 Steps snapshotSteps(Guide &guide)

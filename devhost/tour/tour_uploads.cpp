@@ -38,7 +38,6 @@ Step transfer(Guide &guide, const QString &name, bool begun, const QString &pict
     };
     step.picture = picture;
     step.area = guide.areaOf([&guide]() -> QWidget * { return closeButton(guide); });
-    step.timeLimitMs = 60000;
     return step;
 }
 
