@@ -2,9 +2,9 @@
 
 #include "devhost/host.h"
 #include "devhost/known_device.h"
+#include "devhost/look.h"
 #include "devhost/plain_text.h"
 
-#include <QColor>
 #include <QIcon>
 #include <QPainter>
 #include <QPixmap>
@@ -15,10 +15,6 @@ namespace devhost {
 
 namespace {
 
-constexpr QRgb PresentColor = 0xff4ecb5a;
-constexpr QRgb LostColor = 0xff8a8f95;
-constexpr QRgb HighlightColor = 0xffff9f07;
-
 // A filled dot or a ring, so that presence is told by shape as well as by colour.
 QPixmap presenceDot(bool present)
 {
@@ -28,8 +24,9 @@ QPixmap presenceDot(bool present)
     dot.setDevicePixelRatio(2);
     QPainter painter(&dot);
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(QColor(present ? PresentColor : LostColor), 1.6));
-    painter.setBrush(present ? QBrush(QColor(PresentColor)) : QBrush(Qt::NoBrush));
+    const QColor color = lookColor(present ? "present" : "lost");
+    painter.setPen(QPen(color, 1.6));
+    painter.setBrush(present ? QBrush(color) : QBrush(Qt::NoBrush));
     painter.drawEllipse(QRectF(1.5, 1.5, 9, 9));
     return dot;
 }
@@ -144,12 +141,12 @@ QString DeviceTableModel::shown(const KnownDevice &device, int column) const
 QVariant DeviceTableModel::colorOf(const KnownDevice &device, int column) const
 {
     if (column == Presence)
-        return QColor(device.isPresent() ? PresentColor : LostColor);
+        return lookColor(device.isPresent() ? "present" : "lost");
     const EditorSession *session = m_host->sessions()->session(device.name());
     if (column == Status && session && session->isStatusHighlighted())
-        return QColor(HighlightColor);
+        return lookColor("changed");
     const bool quiet = !device.isPresent() || (column == Status && !session);
-    return quiet ? QVariant(QColor(LostColor)) : QVariant();
+    return quiet ? QVariant(lookColor("lost")) : QVariant();
 }
 
 QVariant DeviceTableModel::data(const QModelIndex &index, int role) const

@@ -1,9 +1,12 @@
 #include "devhost/device_view.h"
 
 #include "devhost/device_table_model.h"
+#include "devhost/look.h"
 
+#include <QContextMenuEvent>
 #include <QHeaderView>
 #include <QKeyEvent>
+#include <QMenu>
 #include <QPainter>
 #include <QStyledItemDelegate>
 
@@ -13,20 +16,30 @@ namespace {
 
 constexpr int RowHeight = 34;
 
-constexpr QRgb SelectedRow = 0xff513c28;
+constexpr int SettlingMs = 2500; // in which all devices that are there have announced themselves
+constexpr int BarWidth = 3;
 
-/// Marks the selected row by its ground alone: the colours of its texts say how the device is.
+/// Marks the selected row by its ground and a bar at its beginning: the colours of its texts say how the
+/// device is.
 class RowDelegate : public QStyledItemDelegate
 {
 public:
     using QStyledItemDelegate::QStyledItemDelegate;
+
+    void paint(QPainter *painter, const QStyleOptionViewItem &option, const QModelIndex &index) const override
+    {
+        QStyledItemDelegate::paint(painter, option, index);
+        if (index.column() == 0 && (option.state & QStyle::State_Selected))
+            painter->fillRect(QRect(option.rect.topLeft(), QSize(BarWidth, option.rect.height())),
+                              lookColor("focus"));
+    }
 
 protected:
     void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
     {
         QStyledItemDelegate::initStyleOption(option, index);
         if (option->state & QStyle::State_Selected)
-            option->backgroundBrush = QColor(SelectedRow);
+            option->backgroundBrush = lookColor("selectedRow");
         option->state &= ~(QStyle::State_Selected | QStyle::State_HasFocus | QStyle::State_MouseOver);
     }
 };
@@ -45,10 +58,9 @@ DeviceView::DeviceView(DeviceTableModel *model, QWidget *parent)
     connect(this, &QTableView::doubleClicked, this,
             [this](const QModelIndex &index) { emit openRequested(m_model->deviceAt(index)); });
     connect(selectionModel(), &QItemSelectionModel::selectionChanged, this, &DeviceView::selectionMoved);
-    connect(model, &QAbstractItemModel::rowsInserted, this, [this] {
-        if (!selectedDevice())
-            selectRow(0);
-    });
+    connect(model, &QAbstractItemModel::rowsInserted, this, &DeviceView::chooseFirst);
+    horizontalHeader()->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(horizontalHeader(), &QWidget::customContextMenuRequested, this, &DeviceView::showColumnMenu);
 }
 
 void DeviceView::setUpLook()
@@ -60,7 +72,6 @@ void DeviceView::setUpLook()
     setShowGrid(false);
     setWordWrap(false);
     setTabKeyNavigation(false);
-    setContextMenuPolicy(Qt::CustomContextMenu);
     verticalHeader()->hide();
     verticalHeader()->setDefaultSectionSize(RowHeight);
 }
@@ -76,6 +87,29 @@ void DeviceView::setUpColumns()
     };
     for (const auto &width : widths)
         setColumnWidth(width.first, width.second);
+}
+
+void DeviceView::chooseFirst()
+{
+    if (!m_sinceFirst.isValid())
+        m_sinceFirst.start();
+    // Later it would be another device than the one that the user takes it for.
+    if (!selectedDevice() || (!m_chosen && m_sinceFirst.elapsed() < SettlingMs))
+        selectRow(0);
+}
+
+void DeviceView::showColumnMenu(const QPoint &place)
+{
+    QMenu menu(this);
+    for (int column = DeviceTableModel::Name + 1; column < m_model->columnCount(); ++column) {
+        QAction *action
+            = menu.addAction(m_model->headerData(column, Qt::Horizontal, Qt::DisplayRole).toString());
+        action->setCheckable(true);
+        action->setChecked(!isColumnHidden(column));
+        connect(action, &QAction::toggled, this,
+                [this, column](bool shown) { setColumnHidden(column, !shown); });
+    }
+    menu.exec(horizontalHeader()->mapToGlobal(place));
 }
 
 void DeviceView::setEmptyText(const QString &text)
@@ -119,11 +153,26 @@ void DeviceView::paintEvent(QPaintEvent *event)
 
 void DeviceView::keyPressEvent(QKeyEvent *event)
 {
+    m_chosen = true;
     const bool enter = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
     if (enter && selectedDevice())
         emit openRequested(selectedDevice());
     else
         QTableView::keyPressEvent(event);
+}
+
+void DeviceView::mousePressEvent(QMouseEvent *event)
+{
+    m_chosen = true;
+    QTableView::mousePressEvent(event);
+}
+
+void DeviceView::contextMenuEvent(QContextMenuEvent *event)
+{
+    const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QPoint at = byKey ? visualRect(currentIndex()).bottomLeft() : event->pos();
+    if (selectedDevice() && (byKey || indexAt(at).isValid()))
+        emit menuRequested(viewport()->mapToGlobal(at));
 }
 
 } // namespace devhost

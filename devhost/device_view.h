@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QElapsedTimer>
 #include <QTableView>
 
 namespace devhost {
@@ -25,17 +26,25 @@ public:
 signals:
     void selectionMoved();
     void openRequested(KnownDevice *device);
+    /// A menu of what can be done with the selected device is wanted at @p place on the screen.
+    void menuRequested(const QPoint &place);
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void chooseFirst();
+    void showColumnMenu(const QPoint &place);
     void setUpLook();
     void setUpColumns();
 
     DeviceTableModel *m_model;
     QString m_emptyText;
+    QElapsedTimer m_sinceFirst; ///< device that was listed
+    bool m_chosen = false; ///< the user has chosen one
 };
 
 } // namespace devhost

@@ -62,6 +62,15 @@ void EditorSessions::forget(EditorSession *session)
     emit closed(name);
 }
 
+QString EditorSessions::deviceOf(const QWidget *window) const
+{
+    for (const EditorSession *session : m_sessions) {
+        if (session->editor() == window)
+            return session->deviceName();
+    }
+    return QString();
+}
+
 void EditorSessions::closeAll()
 {
     const QList<EditorSession *> open = m_sessions.values();

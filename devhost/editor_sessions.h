@@ -26,6 +26,9 @@ public:
     QString open(KnownDevice *device);
     /// Null when the device has no open editor.
     EditorSession *session(const QString &deviceName) const { return m_sessions.value(deviceName); }
+    /// The device whose editor @p window is; empty when it is none.
+    QString deviceOf(const QWidget *window) const;
+    QStringList openDevices() const { return m_sessions.keys(); }
     void closeAll();
 
 signals:

@@ -5,15 +5,18 @@
 #include "devhost/host.h"
 #include "devhost/known_device.h"
 #include "devhost/log_panel.h"
+#include "devhost/network_choice.h"
 #include "devhost/notice_bar.h"
 #include "devhost/plain_text.h"
 #include "devhost/snapshot_dialogs.h"
 #include "devhost/upload_port.h"
+#include "devhost/window_memory.h"
 
 #include <QComboBox>
 #include <QLabel>
 #include <QSplitter>
 #include <QStatusBar>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace devhost {
@@ -21,16 +24,21 @@ namespace devhost {
 namespace {
 
 constexpr QSize StartSize(1120, 680);
+constexpr int StatusMs = 15000; // long enough to be read twice
+constexpr int ProblemMs = 60000;
+
+const QLatin1String OpenKey("open-editors");
 
 } // namespace
 
-HostWindow::HostWindow(Host *host, const QString &snapshotFolder)
+HostWindow::HostWindow(Host *host, WindowMemory *memory, const QString &snapshotFolder)
     : m_host(host)
+    , m_memory(memory)
     , m_model(new DeviceTableModel(host, this))
     , m_devices(new DeviceView(m_model, this))
     , m_log(new LogPanel(host->log(), this))
     , m_notice(new NoticeBar(this))
-    , m_snapshots(new SnapshotDialogs(snapshotFolder, this))
+    , m_snapshots(new SnapshotDialogs(snapshotFolder, memory, this))
     , m_interfaces(new QComboBox(this))
     , m_status(new QLabel(this))
     , m_counts(new QLabel(this))
@@ -39,6 +47,8 @@ HostWindow::HostWindow(Host *host, const QString &snapshotFolder)
     setObjectName(QStringLiteral("hostWindow"));
     resize(StartSize);
     auto *splitter = new QSplitter(Qt::Vertical, this);
+    splitter->setObjectName(QStringLiteral("hostSplitter"));
+    markRemembered(splitter);
     splitter->addWidget(createDevicePart());
     splitter->addWidget(m_log);
     splitter->setStretchFactor(1, 1);
@@ -46,13 +56,16 @@ HostWindow::HostWindow(Host *host, const QString &snapshotFolder)
     splitter->setChildrenCollapsible(false);
     splitter->setContentsMargins(8, 8, 8, 4);
     setCentralWidget(splitter);
-    createActions();
+    createMenus();
+    createContextMenu();
     createToolBar();
     setUpStatusBar();
     setUpConnections();
+    setUpMemory();
     refreshActions();
     showInterface();
     m_notice->setNotice(uploadPortProblem());
+    m_devices->setFocus();
 }
 
 QWidget *HostWindow::createDevicePart()
@@ -61,8 +74,28 @@ QWidget *HostWindow::createDevicePart()
     auto *column = new QVBoxLayout(part);
     column->setContentsMargins(0, 0, 0, 6);
     column->addWidget(m_notice);
+    auto *head = new QHBoxLayout;
+    auto *title = new QLabel(tr("Devices"), part);
+    title->setProperty("role", QStringLiteral("heading"));
+    fillInterfaceChooser();
+    head->addWidget(title);
+    head->addStretch(1);
+    head->addWidget(m_interfaces);
+    column->addLayout(head);
     column->addWidget(m_devices);
     return part;
+}
+
+void HostWindow::fillInterfaceChooser()
+{
+    for (const QNetworkInterface &interface : usableInterfaces())
+        m_interfaces->addItem(tr("Interface: %1").arg(interface.humanReadableName()), interface.name());
+    m_interfaces->setObjectName(QStringLiteral("interfaceChooser"));
+    m_interfaces->setToolTip(tr("Devices are looked for on this network interface"));
+    m_interfaces->setAccessibleName(tr("Network interface"));
+    m_interfaces->setMinimumWidth(130);
+    connect(m_interfaces, QOverload<int>::of(&QComboBox::activated), this,
+            [this] { useInterface(m_interfaces->currentData().toString()); });
 }
 
 void HostWindow::setUpStatusBar()
@@ -99,8 +132,34 @@ void HostWindow::setUpConnections()
     });
 }
 
+void HostWindow::setUpMemory()
+{
+    markRemembered(m_devices);
+    m_memory->restore(this);
+    m_memory->followWindows(this);
+    m_toReopen = m_memory->texts(OpenKey);
+    connect(m_host->finder(), &DeviceFinder::found, this, [this](const KnownDevice *device) {
+        // Not from within the reading of announcements.
+        if (m_toReopen.removeOne(device->name()))
+            QMetaObject::invokeMethod(
+                this, [this, name = device->name()] { reopen(name); }, Qt::QueuedConnection);
+    });
+    m_statusEnd.setSingleShot(true);
+    connect(&m_statusEnd, &QTimer::timeout, this, [this] { showStatus(QString(), false); });
+    showStatus(m_memory->problem(), true);
+}
+
+void HostWindow::reopen(const QString &deviceName)
+{
+    KnownDevice *device = m_host->finder()->device(deviceName);
+    if (device && device->isPresent() && !m_host->sessions()->session(deviceName))
+        open(device);
+}
+
 void HostWindow::closeEvent(QCloseEvent *event)
 {
+    m_memory->keep(this);
+    m_memory->keep(OpenKey, m_host->sessions()->openDevices());
     m_host->sessions()->closeAll();
     QMainWindow::closeEvent(event);
     emit closed();
@@ -161,9 +220,11 @@ void HostWindow::showStatus(const QString &text, bool highlight)
 {
     m_status->setText(text);
     m_status->setToolTip(plainTip(text));
-    const QString sheet = highlight ? QStringLiteral("color: #ff9f07;") : QString();
-    if (m_status->styleSheet() != sheet) // setting one takes long
-        m_status->setStyleSheet(sheet);
+    m_statusEnd.start(highlight ? ProblemMs : StatusMs);
+    if (m_status->property("problem").toBool() == highlight) // choosing the colour anew takes long
+        return;
+    m_status->setProperty("problem", highlight);
+    m_status->style()->polish(m_status);
 }
 
 } // namespace devhost

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QMainWindow>
+#include <QTimer>
 
 class QAction;
 class QComboBox;
@@ -19,6 +20,7 @@ class LogPanel;
 class NoticeBar;
 class SimulatedDevice;
 class SnapshotDialogs;
+class WindowMemory;
 
 /// The host's window: devices above, communication log below, and the actions on the selected device.
 class HostWindow : public QMainWindow
@@ -26,8 +28,9 @@ class HostWindow : public QMainWindow
     Q_OBJECT
 
 public:
-    /// @p host is not owned and outlives the window. Snapshot dialogs begin in @p snapshotFolder.
-    HostWindow(Host *host, const QString &snapshotFolder);
+    /// @p host and @p memory are not owned and outlive the window. Snapshot dialogs begin in @p
+    /// snapshotFolder.
+    HostWindow(Host *host, WindowMemory *memory, const QString &snapshotFolder);
 
 signals:
     /// The user has closed the window, and with it every editor.
@@ -39,19 +42,22 @@ protected:
 private:
     // Layout
     QWidget *createDevicePart();
+    void fillInterfaceChooser();
     void setUpStatusBar();
     void setUpConnections();
+    void setUpMemory();
 
     // Menus and tool bar (host_window_actions.cpp)
-    void createActions();
+    void createMenus();
+    void fillLogMenu(QMenu *menu);
     void fillDeviceMenu(QMenu *menu);
     void fillPresetMenu(QMenu *menu, const QString &tip, bool store);
     void fillFaultMenu();
+    void createContextMenu();
     void createToolBar();
-    void addMenuButton(QToolBar *bar, QMenu *menu, const QString &text);
+    void addMenuButton(QToolBar *bar, QMenu *menu, const QIcon &icon, const QString &text);
     QAction *addAction(QMenu *menu, const QString &text, const QKeySequence &keys, const QString &tip,
                        void (HostWindow::*slot)());
-    void fillInterfaceChooser();
 
     // What the actions do
     void openSelected();
@@ -59,10 +65,10 @@ private:
     void saveSnapshot();
     void loadSnapshot();
     void usePreset(int number, bool store);
+    bool askToStore(const EditorSession &session, int number);
     void applyFaults(const QString &text, const QStringList &arguments);
     void useInterface(const QString &name);
-    void showPlugins();
-    void showUploadAdvice();
+    void reopen(const QString &deviceName);
     void open(KnownDevice *device);
     EditorSession *selectedSession() const;
     SimulatedDevice *selectedSimulated() const;
@@ -75,6 +81,7 @@ private:
     void showStatus(const QString &text, bool highlight);
 
     Host *m_host;
+    WindowMemory *m_memory;
     DeviceTableModel *m_model;
     DeviceView *m_devices;
     LogPanel *m_log;
@@ -82,7 +89,9 @@ private:
     SnapshotDialogs *m_snapshots;
     QComboBox *m_interfaces;
     QLabel *m_status;
+    QTimer m_statusEnd; ///< a status text goes after a while
     QLabel *m_counts;
+    QStringList m_toReopen; ///< devices whose editors were open when the host last ended
     QAction *m_open = nullptr;
     QList<QAction *> m_editorActions; ///< those that need an open editor
     QMenu *m_deviceMenu = nullptr;

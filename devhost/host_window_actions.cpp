@@ -2,21 +2,25 @@
 
 #include "devhost/device_view.h"
 #include "devhost/fault_choices.h"
+#include "devhost/help_menu.h"
 #include "devhost/host.h"
 #include "devhost/host_window.h"
+#include "devhost/icons.h"
 #include "devhost/known_device.h"
 #include "devhost/log_panel.h"
+#include "devhost/look_menu.h"
 #include "devhost/network_choice.h"
-#include "devhost/notice_bar.h"
 #include "devhost/plain_text.h"
 #include "devhost/snapshot_dialogs.h"
-#include "devhost/upload_port.h"
-#include "host/plexo_plugin_factory.h"
+#include "devhost/window_menu.h"
 
 #include <QActionGroup>
-#include <QComboBox>
-#include <QDir>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QMenuBar>
+#include <QPointer>
+#include <QPushButton>
+#include <QStyle>
 #include <QToolBar>
 #include <QToolButton>
 
@@ -38,23 +42,23 @@ QAction *HostWindow::addAction(QMenu *menu, const QString &text, const QKeySeque
     return action;
 }
 
-void HostWindow::createActions()
+void HostWindow::createMenus()
 {
     m_deviceMenu = menuBar()->addMenu(tr("&Device"));
     fillDeviceMenu(m_deviceMenu);
     m_deviceMenu->setToolTipsVisible(true);
-    QMenu *log = menuBar()->addMenu(tr("&Log"));
-    log->addAction(tr("&Filter"), m_log, &LogPanel::focusFilter, QKeySequence::Find);
-    log->addAction(tr("&Copy Lines"), m_log, &LogPanel::copySelected, tr("Ctrl+Shift+C"));
-    log->addAction(tr("&Save..."), m_log, &LogPanel::saveShown, tr("Ctrl+Shift+L"));
-    log->addAction(tr("C&lear"), m_host->log(), &CommunicationLog::clear);
-    QMenu *help = menuBar()->addMenu(tr("&Help"));
-    help->setToolTipsVisible(true);
-    addAction(help, tr("Loaded &Plugins"), {}, tr("Show the plugins in use"), &HostWindow::showPlugins);
-    addAction(help, tr("Voice Cue &Uploads"), {}, tr("Show whether UDP port 69 can be used"),
-              &HostWindow::showUploadAdvice);
-    connect(m_devices, &QWidget::customContextMenuRequested, this,
-            [this](const QPoint &at) { m_deviceMenu->popup(m_devices->viewport()->mapToGlobal(at)); });
+    fillLogMenu(menuBar()->addMenu(tr("&Log")));
+    menuBar()->addMenu(new LookMenu(m_memory, this));
+    menuBar()->addMenu(new WindowMenu(m_host->sessions(), this));
+    menuBar()->addMenu(new HelpMenu(m_host, m_notice, menuBar()));
+}
+
+void HostWindow::fillLogMenu(QMenu *menu)
+{
+    menu->addAction(tr("&Filter"), m_log, &LogPanel::focusFilter, QKeySequence::Find);
+    menu->addAction(tr("&Copy Lines"), m_log, &LogPanel::copySelected, tr("Ctrl+Shift+C"));
+    menu->addAction(tr("&Save..."), m_log, &LogPanel::saveShown, tr("Ctrl+Shift+L"));
+    menu->addAction(tr("C&lear"), m_host->log(), &CommunicationLog::clear);
 }
 
 void HostWindow::fillDeviceMenu(QMenu *menu)
@@ -79,6 +83,10 @@ void HostWindow::fillDeviceMenu(QMenu *menu)
     fillFaultMenu();
     menu->addSeparator();
     menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
+    const QPair<QAction *, Picture> pictures[]
+        = {{m_open, Picture::Open}, {close, Picture::Close}, {save, Picture::Save}, {load, Picture::Load}};
+    for (const auto &picture : pictures)
+        picture.first->setIcon(drawnIcon(picture.second));
     m_editorActions = {close, save, load, m_storeMenu->menuAction(), m_recallMenu->menuAction()};
 }
 
@@ -88,8 +96,8 @@ void HostWindow::fillPresetMenu(QMenu *menu, const QString &tip, bool store)
     for (int number = 0; number < PresetCount; ++number) {
         QAction *action = menu->addAction(tr("Preset &%1").arg(number), this,
                                           [this, number, store] { usePreset(number, store); });
-        action->setShortcut(
-            QKeySequence((store ? int(Qt::CTRL | Qt::SHIFT) : int(Qt::CTRL)) + Qt::Key_0 + number));
+        if (!store) // which a slip of the finger must not do
+            action->setShortcut(QKeySequence(int(Qt::CTRL) + Qt::Key_0 + number));
     }
 }
 
@@ -108,10 +116,30 @@ void HostWindow::fillFaultMenu()
     }
 }
 
+void HostWindow::createContextMenu()
+{
+    auto *menu = new QMenu(m_devices);
+    menu->addActions({m_open, m_editorActions.at(0)});
+    menu->addSeparator();
+    menu->addActions({m_editorActions.at(1), m_editorActions.at(2)});
+    menu->addSeparator();
+    menu->addActions({m_storeMenu->menuAction(), m_recallMenu->menuAction(), m_faultMenu->menuAction()});
+    menu->addSeparator();
+    menu->addAction(tr("Copy &Name"), this,
+                    [this] { QGuiApplication::clipboard()->setText(m_devices->selectedDevice()->name()); });
+    menu->addAction(tr("Copy &Address"), this, [this] {
+        QGuiApplication::clipboard()->setText(m_devices->selectedDevice()->ipAddress().toString());
+    });
+    connect(m_devices, &DeviceView::menuRequested, menu, [menu](const QPoint &place) { menu->popup(place); });
+}
+
 void HostWindow::createToolBar()
 {
     QToolBar *bar = addToolBar(tr("Device"));
     bar->setMovable(false);
+    bar->setToolButtonStyle(Qt::ToolButtonTextBesideIcon);
+    const int side = style()->pixelMetric(QStyle::PM_SmallIconSize);
+    bar->setIconSize({side, side});
     bar->setContextMenuPolicy(Qt::PreventContextMenu);
     bar->addAction(m_open);
     bar->addAction(m_editorActions.at(0));
@@ -119,19 +147,16 @@ void HostWindow::createToolBar()
     bar->addAction(m_editorActions.at(1));
     bar->addAction(m_editorActions.at(2));
     bar->addSeparator();
-    addMenuButton(bar, m_storeMenu, tr("Store Preset"));
-    addMenuButton(bar, m_recallMenu, tr("Recall Preset"));
-    addMenuButton(bar, m_faultMenu, tr("Faults"));
-    auto *gap = new QWidget;
-    gap->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Preferred);
-    bar->addWidget(gap);
-    fillInterfaceChooser();
-    bar->addWidget(m_interfaces);
+    addMenuButton(bar, m_storeMenu, drawnIcon(Picture::Store), tr("Store Preset"));
+    addMenuButton(bar, m_recallMenu, drawnIcon(Picture::Recall), tr("Recall Preset"));
+    addMenuButton(bar, m_faultMenu, drawnIcon(Picture::Faults), tr("Faults"));
 }
 
-void HostWindow::addMenuButton(QToolBar *bar, QMenu *menu, const QString &text)
+void HostWindow::addMenuButton(QToolBar *bar, QMenu *menu, const QIcon &icon, const QString &text)
 {
     auto *button = new QToolButton;
+    button->setIcon(icon);
+    button->setToolButtonStyle(bar->toolButtonStyle());
     button->setText(text + QStringLiteral("   ")); // room for the arrow
     button->setToolTip(menu->toolTip());
     button->setMenu(menu);
@@ -139,18 +164,6 @@ void HostWindow::addMenuButton(QToolBar *bar, QMenu *menu, const QString &text)
     bar->addWidget(button);
     connect(menu->menuAction(), &QAction::changed, button,
             [button, menu] { button->setEnabled(menu->menuAction()->isEnabled()); });
-}
-
-void HostWindow::fillInterfaceChooser()
-{
-    for (const QNetworkInterface &interface : usableInterfaces())
-        m_interfaces->addItem(tr("Interface: %1").arg(interface.humanReadableName()), interface.name());
-    m_interfaces->setObjectName(QStringLiteral("interfaceChooser"));
-    m_interfaces->setToolTip(tr("Devices are looked for on this network interface"));
-    m_interfaces->setAccessibleName(tr("Network interface"));
-    m_interfaces->setMinimumWidth(130);
-    connect(m_interfaces, QOverload<int>::of(&QComboBox::activated), this,
-            [this] { useInterface(m_interfaces->currentData().toString()); });
 }
 
 void HostWindow::useInterface(const QString &name)
@@ -190,7 +203,7 @@ void HostWindow::loadSnapshot()
 void HostWindow::usePreset(int number, bool store)
 {
     EditorSession *session = selectedSession();
-    if (!session)
+    if (!session || (store && !askToStore(*session, number)))
         return;
     const QString name = session->deviceName();
     if (!(store ? session->storePreset(number) : session->recallPreset(number)))
@@ -199,6 +212,20 @@ void HostWindow::usePreset(int number, bool store)
         m_host->reportStatus(tr("%1 was asked to store preset %2.").arg(name).arg(number), name);
     else
         m_host->reportStatus(tr("%1 was asked to recall preset %2.").arg(name).arg(number), name);
+}
+
+bool HostWindow::askToStore(const EditorSession &session, int number)
+{
+    const QPointer<const EditorSession> alive(&session);
+    PlainBox box(QMessageBox::Question, tr("Store Preset"),
+                 tr("Store the settings of %1 as its preset %2?").arg(session.deviceName()).arg(number),
+                 QMessageBox::Cancel, this);
+    box.setInformativeText(tr("What preset %1 holds now is lost.").arg(number));
+    QPushButton *store = box.addButton(tr("Store"), QMessageBox::AcceptRole);
+    store->setObjectName(QStringLiteral("storeButton"));
+    box.setDefaultButton(QMessageBox::Cancel);
+    box.exec();
+    return box.clickedButton() == store && alive;
 }
 
 void HostWindow::applyFaults(const QString &text, const QStringList &arguments)
@@ -222,30 +249,6 @@ void HostWindow::refreshActions()
     m_faultMenu->menuAction()->setEnabled(simulated);
     for (QAction *action : m_faultMenu->actions())
         action->setChecked(simulated && action->data().toStringList() == simulated->faults());
-}
-
-void HostWindow::showPlugins()
-{
-    QString text;
-    for (const LoadedPlugin &plugin : m_host->registry()->plugins()) {
-        PlexoPluginFactory &factory = *plugin.factory;
-        text += tr("%1 %2 by %3\nModels: %4\n%5\n\n")
-                    .arg(factory.getPluginName(), factory.getVersion(), factory.getVendorName(),
-                         factory.getSupportedModels().join(QStringLiteral(", ")), QDir::toNativeSeparators(plugin.file));
-    }
-    if (text.isEmpty())
-        text = tr("No plugin is loaded. Start the host with --plugin and a plugin file.");
-    PlainBox(QMessageBox::Information, tr("Loaded Plugins"), text.trimmed(), QMessageBox::Ok, this).exec();
-}
-
-void HostWindow::showUploadAdvice()
-{
-    const QString problem = uploadPortProblem();
-    m_notice->setNotice(problem);
-    if (problem.isEmpty())
-        PlainBox(QMessageBox::Information, tr("Voice Cue Uploads"),
-                 tr("UDP port 69 is free: voice cues can be uploaded to devices."), QMessageBox::Ok, this)
-            .exec();
 }
 
 } // namespace devhost

@@ -3,25 +3,49 @@
 #include <QApplication>
 #include <QFile>
 #include <QFontDatabase>
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QPalette>
+#include <QRegularExpression>
 #include <QStyleFactory>
+#include <QWidget>
 
 namespace devhost {
 
 namespace {
 
-QPalette darkPalette()
+constexpr qreal NoteShare = 0.85; // of the text size
+
+constexpr char ColorsProperty[] = "lookColors"; // of the application
+
+/// What is worn; empty before.
+QJsonObject colors()
 {
-    QPalette palette(QColor(0x3c, 0x3f, 0x43), QColor(0x2b, 0x2b, 0x2b));
-    palette.setColor(QPalette::Base, QColor(0x1f, 0x21, 0x24));
-    palette.setColor(QPalette::Highlight, QColor(0xff, 0x77, 0x07));
-    palette.setColor(QPalette::HighlightedText, QColor(0x1b, 0x1c, 0x1e));
-    palette.setColor(QPalette::Link, QColor(0xff, 0x9f, 0x07));
-    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
-        palette.setColor(role, QColor(0xe6, 0xe6, 0xe6));
-        palette.setColor(QPalette::Disabled, role, QColor(0x8a, 0x8f, 0x95));
+    return qApp->property(ColorsProperty).toJsonObject();
+}
+
+QByteArray resource(const QString &name)
+{
+    QFile file(QStringLiteral(":/style/") + name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+QPalette palette()
+{
+    QPalette palette(lookColor("button"), lookColor("ground"));
+    palette.setColor(QPalette::Base, lookColor("well"));
+    palette.setColor(QPalette::Highlight, lookColor("on"));
+    palette.setColor(QPalette::HighlightedText, lookColor("onText"));
+    palette.setColor(QPalette::Link, lookColor("focus"));
+    palette.setColor(QPalette::ToolTipBase, lookColor("tip"));
+    palette.setColor(QPalette::ToolTipText, lookColor("tipText"));
+    palette.setColor(QPalette::ButtonText, lookColor("buttonText"));
+    palette.setColor(QPalette::Disabled, QPalette::ButtonText, lookColor("buttonOffText"));
+    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text}) {
+        palette.setColor(role, lookColor("text"));
+        palette.setColor(QPalette::Disabled, role, lookColor("off"));
     }
-    palette.setColor(QPalette::PlaceholderText, QColor(0x8a, 0x8f, 0x95));
+    palette.setColor(QPalette::PlaceholderText, lookColor("quiet"));
     return palette;
 }
 
@@ -38,16 +62,66 @@ void chooseStandIns()
                                 QStringLiteral("Liberation Mono")});
 }
 
+void setTextSize(int percent)
+{
+    static const QFont systemFont = QApplication::font();
+    QFont font = systemFont;
+    font.setPointSizeF(systemFont.pointSizeF() * percent / 100);
+    QApplication::setFont(font);
+    // A system may have given some kinds of widgets a size of their own.
+    for (const char *widget : {"QMenu", "QMenuBar", "QMessageBox", "QStatusBar", "QAbstractItemView"})
+        QApplication::setFont(font, widget);
+}
+
+QString sheet()
+{
+    static const QRegularExpression name(QStringLiteral("@(\\w+)"));
+    QString text = QString::fromUtf8(resource(QStringLiteral("plexo.qss")));
+    text.replace(QLatin1String("@noteSize"),
+                 QStringLiteral("%1pt").arg(QApplication::font().pointSizeF() * NoteShare, 0, 'f', 1));
+    const QJsonObject table = colors();
+    QString filled;
+    int from = 0;
+    for (auto it = name.globalMatch(text); it.hasNext();) {
+        const QRegularExpressionMatch match = it.next();
+        filled += text.midRef(from, match.capturedStart() - from);
+        filled += table.value(match.captured(1)).toString();
+        from = match.capturedEnd();
+    }
+    return filled + text.midRef(from);
+}
+
 } // namespace
 
-void wearDarkLook()
+void wearLook(const Look &look)
 {
-    QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    chooseStandIns();
-    QApplication::setPalette(darkPalette());
-    QFile sheet(QStringLiteral(":/style/plexo-dark.qss"));
-    if (sheet.open(QIODevice::ReadOnly))
-        qApp->setStyleSheet(QString::fromUtf8(sheet.readAll()));
+    if (colors().isEmpty()) {
+        QApplication::setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+        chooseStandIns();
+    }
+    const QString table = look.light ? QStringLiteral("light.json") : QStringLiteral("dark.json");
+    qApp->setProperty(ColorsProperty, QJsonDocument::fromJson(resource(table)).object());
+    QApplication::setPalette(palette());
+    setTextSize(look.textPercent);
+    const QString before = qApp->styleSheet();
+    const QString now = sheet();
+    qApp->setStyleSheet(now);
+    for (QWidget *widget : QApplication::allWidgets()) {
+        if (!before.isEmpty() && widget->styleSheet() == before)
+            widget->setStyleSheet(now);
+    }
+}
+
+QColor lookColor(const char *name)
+{
+    return QColor(colors().value(QLatin1String(name)).toString());
+}
+
+QFont fixedFont()
+{
+    QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    font.setPointSizeF(QApplication::font().pointSizeF());
+    return font;
 }
 
 } // namespace devhost

@@ -1,10 +1,11 @@
 #include "devhost/console.h"
 #include "devhost/host.h"
 #include "devhost/host_window.h"
-#include "devhost/look.h"
+#include "devhost/look_menu.h"
 #include "devhost/network_choice.h"
 #include "devhost/options.h"
 #include "devhost/tour/tour_run.h"
+#include "devhost/window_memory.h"
 
 #include <QApplication>
 #include <QDir>
@@ -95,15 +96,18 @@ int main(int argc, char *argv[])
     if (!choice.error.isEmpty())
         return complain(choice.error);
 
-    devhost::wearDarkLook();
+    // A tour looks and works alike wherever it is taken.
+    const bool tour = !parsed.options.tourFolder.isEmpty();
+    devhost::WindowMemory memory(tour ? QString() : devhost::WindowMemory::usersFile());
+    devhost::wearLook(devhost::rememberedLook(memory));
     QWidget styleSource;
     styleSource.setStyleSheet(application.styleSheet());
     devhost::Host host;
     host.sessions()->setStyleSource(&styleSource);
-    devhost::HostWindow window(&host, parsed.options.snapshotFolder);
+    devhost::HostWindow window(&host, &memory, parsed.options.snapshotFolder);
     host.start(parsed.options, choice.interface);
     window.show();
-    if (parsed.options.tourFolder.isEmpty()) {
+    if (!tour) {
         QObject::connect(&window, &devhost::HostWindow::closed, &application, &QApplication::quit);
         return QApplication::exec();
     }

@@ -11,8 +11,6 @@ NoticeBar::NoticeBar(QWidget *parent)
     , m_text(new QLabel(this))
 {
     setObjectName(QStringLiteral("noticeBar"));
-    setStyleSheet(QStringLiteral("#noticeBar { background-color: #3a3026; border: 1px solid #ff7707;"
-                                 " border-radius: 4px; }"));
     m_text->setTextFormat(Qt::PlainText);
     m_text->setWordWrap(true);
     m_text->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);

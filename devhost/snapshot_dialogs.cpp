@@ -2,21 +2,24 @@
 
 #include "devhost/editor_session.h"
 #include "devhost/known_device.h"
+#include "devhost/overwrite_dialog.h"
 #include "devhost/plain_text.h"
 #include "devhost/whole_file.h"
+#include "devhost/window_memory.h"
 
-#include <QDate>
+#include <QDateTime>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QPointer>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QStandardPaths>
 
 namespace devhost {
 
 namespace {
+
+const QLatin1String FolderKey("snapshots/folder");
 
 QString fileFilter()
 {
@@ -28,17 +31,28 @@ QString suggestedName(const EditorSession &session)
     // What a file system reads as a folder, a drive or a hidden file, or refuses.
     static const QRegularExpression special(QStringLiteral("[/\\\\:*?\"<>|]|^\\."));
     return session.deviceName().replace(special, QStringLiteral("-"))
-        + QDate::currentDate().toString(QStringLiteral(" yyyy-MM-dd")) + QStringLiteral(".xml");
+        + QDateTime::currentDateTime().toString(QStringLiteral(" yyyy-MM-dd hh-mm-ss"))
+        + QStringLiteral(".xml");
 }
 
 } // namespace
 
-SnapshotDialogs::SnapshotDialogs(const QString &folder, QWidget *window)
+SnapshotDialogs::SnapshotDialogs(const QString &folder, WindowMemory *memory, QWidget *window)
     : QObject(window)
+    , m_memory(memory)
     , m_window(window)
-    , m_folder(folder.isEmpty() ? QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation)
-                                : folder)
+    , m_folder(folder)
 {
+    if (m_folder.isEmpty())
+        m_folder = memory->text(FolderKey);
+    if (m_folder.isEmpty() || !QFileInfo(m_folder).isDir())
+        m_folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+}
+
+void SnapshotDialogs::goToFolderOf(const QString &file)
+{
+    m_folder = QFileInfo(file).path();
+    m_memory->keep(FolderKey, m_folder);
 }
 
 void SnapshotDialogs::save(EditorSession *session)
@@ -50,7 +64,7 @@ void SnapshotDialogs::save(EditorSession *session)
                                        QDir(m_folder).filePath(suggestedName(*session)), fileFilter());
     if (path.isEmpty())
         return;
-    m_folder = QFileInfo(path).path();
+    goToFolderOf(path);
     const QString error = writeWholeFile(path, snapshot);
     if (error.isEmpty())
         emit saved(tr("The snapshot was saved to %1.").arg(QDir::toNativeSeparators(path)));
@@ -65,7 +79,7 @@ void SnapshotDialogs::load(EditorSession *session)
         m_window, tr("Load Snapshot into %1").arg(session->deviceName()), m_folder, fileFilter());
     if (path.isEmpty() || !alive)
         return;
-    m_folder = QFileInfo(path).path();
+    goToFolderOf(path);
     const FileContent content = readWholeFile(path, LargestSnapshot);
     if (!content.error.isEmpty()) {
         warn(content.error);
@@ -73,7 +87,7 @@ void SnapshotDialogs::load(EditorSession *session)
         warn(tr("%1 does not fit %2: it is damaged, or its product, firmware or file version is another "
                 "one. Nothing was changed. Choose a snapshot that was saved from a %3.")
                  .arg(QFileInfo(path).fileName(), session->deviceName(), session->device()->productName()));
-    } else if (askToOverwrite(*session, path) && alive) {
+    } else if (askToOverwrite(*session, path, content.bytes) && alive) {
         session->applySnapshot(content.bytes);
     }
 }
@@ -83,19 +97,14 @@ void SnapshotDialogs::warn(const QString &sentence)
     PlainBox(QMessageBox::Warning, tr("Snapshot"), sentence, QMessageBox::Ok, m_window).exec();
 }
 
-bool SnapshotDialogs::askToOverwrite(const EditorSession &session, const QString &path)
+bool SnapshotDialogs::askToOverwrite(const EditorSession &session, const QString &path,
+                                     const QByteArray &snapshot)
 {
-    PlainBox box(
-        QMessageBox::Question, tr("Load Snapshot"),
+    OverwriteDialog dialog(
         tr("Overwrite all settings of %1 (%2) with %3?")
             .arg(session.deviceName(), session.device()->ipAddress().toString(), QFileInfo(path).fileName()),
-        QMessageBox::Cancel, m_window);
-    box.setInformativeText(tr("What is set on the device now is lost unless it was saved."));
-    QPushButton *overwrite = box.addButton(tr("Overwrite"), QMessageBox::AcceptRole);
-    overwrite->setObjectName(QStringLiteral("overwriteButton"));
-    box.setDefaultButton(QMessageBox::Cancel);
-    box.exec();
-    return box.clickedButton() == overwrite;
+        snapshotChanges(session.snapshot(), snapshot), m_window);
+    return dialog.exec() == QDialog::Accepted;
 }
 
 } // namespace devhost

@@ -8,6 +8,7 @@ class QWidget;
 namespace devhost {
 
 class EditorSession;
+class WindowMemory;
 
 /// Saves and loads snapshot files with the user: file dialogs, the plugin's check, and the question which
 /// device may be overwritten.
@@ -16,8 +17,9 @@ class SnapshotDialogs : public QObject
     Q_OBJECT
 
 public:
-    /// Dialogs belong to @p window and begin in @p folder, or in the user's documents when it is empty.
-    SnapshotDialogs(const QString &folder, QWidget *window);
+    /// Dialogs belong to @p window and begin in @p folder; when it is empty, where the last one ended, or in
+    /// the user's documents. @p memory is not owned.
+    SnapshotDialogs(const QString &folder, WindowMemory *memory, QWidget *window);
 
     /// Saves what the session held when it was asked, even if it ends while the dialog is open.
     void save(EditorSession *session);
@@ -29,8 +31,10 @@ signals:
 
 private:
     void warn(const QString &sentence);
-    bool askToOverwrite(const EditorSession &session, const QString &path);
+    void goToFolderOf(const QString &file);
+    bool askToOverwrite(const EditorSession &session, const QString &path, const QByteArray &snapshot);
 
+    WindowMemory *m_memory;
     QWidget *m_window;
     QString m_folder;
 };

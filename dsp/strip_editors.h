@@ -4,7 +4,7 @@
 
 class QLineEdit;
 
-// The six strip editors. Each is built with its number of channels and a section that outlives it.
+// The six strip editors. Each is built with its number of channels and a section cache that outlives it.
 
 /// Network receive channels.
 class NetRxForm : public StripEditor
@@ -24,7 +24,8 @@ public:
     UsbInForm(uchar channels, const QJsonObject *section, QWidget *parent = nullptr);
 
 public slots:
-    void onUsbMode(int ch, int type) override;
+    /// @p type 0 makes channel @p ch unavailable, 1 available; others are ignored.
+    void onUsbMode(int ch, int type);
     void onUsbHostStatus(const QString &volume, const QString &mute);
 
 private:
@@ -59,7 +60,8 @@ public:
     UsbOutForm(uchar channels, const QJsonObject *section, QWidget *parent = nullptr);
 
 public slots:
-    void onUsbMode(int ch, int type) override;
+    /// @p type 0 makes channel @p ch unavailable, 1 available; others are ignored.
+    void onUsbMode(int ch, int type);
 };
 
 /// The Bluetooth output channel.

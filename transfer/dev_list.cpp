@@ -1,5 +1,7 @@
 #include "transfer/dev_list.h"
 
+#include <QColor>
+
 DevList::DevList(QObject *parent)
     : QAbstractListModel(parent)
     , m_icon(QStringLiteral(":/images/checked_white.png"))
@@ -9,23 +11,25 @@ DevList::DevList(QObject *parent)
 void DevList::addDevice(const QString &name)
 {
     beginResetModel();
-    m_progress.insert(name, 0);
+    m_devices.insert(name, QSharedPointer<UpdateDev>::create());
     endResetModel();
 }
 
-void DevList::setProgress(const QString &name, int percent)
+UpdateDev *DevList::device(const QString &name) const
 {
-    const auto row = m_progress.find(name);
-    if (row == m_progress.end() || row.value() == percent)
-        return;
-    row.value() = percent;
-    const QModelIndex changed = index(int(std::distance(m_progress.begin(), row)), ProgressColumn);
-    emit dataChanged(changed, changed);
+    return m_devices.value(name).data();
+}
+
+UpdateDev *DevList::deviceAt(int row) const
+{
+    if (row < 0 || row >= m_devices.size())
+        return nullptr;
+    return std::next(m_devices.cbegin(), row).value().data();
 }
 
 int DevList::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : m_progress.size();
+    return parent.isValid() ? 0 : m_devices.size();
 }
 
 int DevList::columnCount(const QModelIndex &parent) const
@@ -35,17 +39,27 @@ int DevList::columnCount(const QModelIndex &parent) const
 
 QVariant DevList::data(const QModelIndex &index, int role) const
 {
-    if (!index.isValid())
+    const UpdateDev *device = deviceAt(index.row());
+    if (!device)
         return {};
-    const auto row = std::next(m_progress.begin(), index.row());
-    if (index.column() == IconColumn && role == Qt::DecorationRole)
-        return m_icon;
-    if (index.column() == NameColumn && role == Qt::DisplayRole)
-        return row.key();
-    if (index.column() == ProgressColumn && role == ProgressRole)
-        return row.value();
-    if (index.column() == ProgressColumn && role == Qt::AccessibleTextRole)
-        return tr("%1 %").arg(row.value());
+    switch (index.column()) {
+    case IconColumn:
+        return role == Qt::DecorationRole ? QVariant(m_icon) : QVariant();
+    case NameColumn:
+        return nameData(index.row(), role);
+    case ProgressColumn:
+        return role == Qt::AccessibleTextRole ? QVariant(tr("%1 %").arg(device->progress())) : QVariant();
+    default:
+        return {};
+    }
+}
+
+QVariant DevList::nameData(int row, int role) const
+{
+    if (role == Qt::DisplayRole)
+        return std::next(m_devices.cbegin(), row).key();
+    if (role == Qt::ForegroundRole && deviceAt(row)->state() == UpdateDev::Alarm)
+        return QColor(Qt::red);
     return {};
 }
 

@@ -1,8 +1,11 @@
 #pragma once
 
+#include "transfer/update_dev.h"
+
 #include <QAbstractListModel>
 #include <QIcon>
 #include <QMap>
+#include <QSharedPointer>
 
 /// The devices under update, one a row in the order of their names.
 class DevList : public QAbstractListModel
@@ -17,16 +20,15 @@ public:
         ColumnCount
     };
 
-    /// Of the progress column: per cent, an int.
-    static constexpr int ProgressRole = Qt::UserRole;
-
     explicit DevList(QObject *parent = nullptr);
 
     /// Resets the model. A name that is listed already starts anew.
     void addDevice(const QString &name);
 
-    /// Does nothing for a name that is not listed.
-    void setProgress(const QString &name, int percent);
+    /// Null for an unknown name. Owned by the list.
+    UpdateDev *device(const QString &name) const;
+    /// Null for a row outside the list. Owned by the list.
+    UpdateDev *deviceAt(int row) const;
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -34,6 +36,8 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
 private:
-    QMap<QString, int> m_progress; ///< per cent, by the device's name
+    QVariant nameData(int row, int role) const;
+
+    QMap<QString, QSharedPointer<UpdateDev>> m_devices;
     QIcon m_icon;
 };

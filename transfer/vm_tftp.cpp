@@ -96,6 +96,7 @@ void VmTftp::processFirmwareUpdates()
         sendBlock(QStringLiteral("Sending packet: sequence %1 of %2"));
         break;
     case LastBlock:
+    case EmptyLastBlock:
         sendBlock(QStringLiteral("Sending last packet: sequence %1 of %2"));
         break;
     }
@@ -133,7 +134,7 @@ void VmTftp::answerRead()
     if (!prepare(1))
         return;
     // A first block that is already short is the last one: the peer does not acknowledge anything after it.
-    m_state = stateForRemaining();
+    m_state = remaining() < m_blockSize ? LastBlock : FullBlock;
     runLater();
     m_timeout.start();
 }
@@ -183,7 +184,8 @@ void VmTftp::handleSocketConnected()
 
 void VmTftp::sendBlock(const QString &logLine)
 {
-    if (!send(tftp::dataPacket(m_sequence, m_data.mid(m_offset, m_blockSize))))
+    m_currentBlock = m_state == EmptyLastBlock ? QByteArray() : m_data.mid(m_offset, m_blockSize);
+    if (!send(tftp::dataPacket(m_sequence, m_currentBlock)))
         return;
     emit logData(logLine.arg(m_sequence).arg(m_totalBlocks));
     m_timeout.start();
@@ -250,23 +252,24 @@ void VmTftp::processAck(uint16_t ack, uint16_t seq)
 void VmTftp::acceptAcknowledgement()
 {
     m_retries = 0;
-    if (m_state == LastBlock) {
+    if (m_state == LastBlock || m_state == EmptyLastBlock) {
         m_state = Done;
         m_failure = Failure::None;
         m_endPending = true;
         return;
     }
-    if (m_sequence != 0) // which is a write request's
-        m_offset += qMin(m_blockSize, remaining());
+    if (m_sequence != 0)
+        m_offset += qMin(m_currentBlock.size(), remaining());
     const int reached = percent();
     ++m_sequence;
     m_state = stateForRemaining();
     emit progress(reached);
 }
 
-/// The last block is a short one, if need be an empty one.
 VmTftp::State VmTftp::stateForRemaining() const
 {
+    if (remaining() == 0)
+        return EmptyLastBlock;
     return remaining() < m_blockSize ? LastBlock : FullBlock;
 }
 

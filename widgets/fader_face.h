@@ -33,7 +33,7 @@ private:
 };
 
 /// What a fader looks like at one moment.
-struct FaderState
+struct FaderLook
 {
     double share = 0.0; ///< of the travel, where the handle stands
     double highest = 20.0; ///< dB at the top
@@ -47,6 +47,6 @@ struct FaderState
     bool focused = false;
 };
 
-void paintFader(QPainter &painter, const FaderGeometry &geometry, const FaderState &state);
+void paintFader(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look);
 
 } // namespace vm

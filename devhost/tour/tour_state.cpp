@@ -161,15 +161,38 @@ Steps loadSteps(Guide &guide, const QString &file)
     return {ask, answer, overwrite(guide)};
 }
 
-Step usePreset(Guide &guide, const QString &name, const QString &menu, const QString &path)
+Step recallPreset(Guide &guide)
 {
     const Step step = guide.confirmed(
-        name,
-        [&guide, menu] {
-            return chooseDeviceMenu(guide, {menu, QStringLiteral("Preset %1").arg(PresetNumber)});
+        QStringLiteral("recall the preset, and the editor reads the device anew"),
+        [&guide] {
+            return chooseDeviceMenu(
+                guide, {QStringLiteral("Recall Preset"), QStringLiteral("Preset %1").arg(PresetNumber)});
         },
-        path);
+        QStringLiteral("/control/load_preset"));
     return alsoNeeds(step, [&guide] { return guide.missingUntilReread(); });
+}
+
+/// In the box that asks whether to store a preset; null when there is none.
+QAbstractButton *storeButton()
+{
+    const QWidget *box = QApplication::activeModalWidget();
+    return box ? box->findChild<QAbstractButton *>(QStringLiteral("storeButton")) : nullptr;
+}
+
+Steps storePreset(Guide &guide)
+{
+    Step ask;
+    ask.name = QStringLiteral("store a preset, and be asked about it");
+    ask.act = [&guide] {
+        return chooseDeviceMenu(
+            guide, {QStringLiteral("Store Preset"), QStringLiteral("Preset %1").arg(PresetNumber)});
+    };
+    ask.missing = [] { return unless(storeButton(), QStringLiteral("nobody asks")); };
+    const Step store = guide.confirmed(
+        QStringLiteral("say yes, and the editor reads the device anew"),
+        [] { return hands::click(storeButton()); }, QStringLiteral("/control/save_preset"));
+    return {ask, alsoNeeds(store, [&guide] { return guide.missingUntilReread(); })};
 }
 
 Steps snapshotSteps(Guide &guide)
@@ -190,15 +213,13 @@ Steps snapshotSteps(Guide &guide)
 Steps presetSteps(Guide &guide)
 {
     const Saved saved(new DeviceProbe::Values);
-    return {
-        remember(guide, QStringLiteral("ask the device for its sound"), presetSections(), saved),
-        usePreset(guide, QStringLiteral("store a preset, and the editor reads the device anew"),
-                  QStringLiteral("Store Preset"), QStringLiteral("/control/save_preset")),
-        changeEverything(guide, QStringLiteral("change all of its sound"), saved),
-        usePreset(guide, QStringLiteral("recall the preset, and the editor reads the device anew"),
-                  QStringLiteral("Recall Preset"), QStringLiteral("/control/load_preset")),
-        compare(guide, QStringLiteral("the device sounds as stored"), presetSections(), saved),
-    };
+    return Steps{remember(guide, QStringLiteral("ask the device for its sound"), presetSections(), saved)}
+    + storePreset(guide)
+        + Steps{
+            changeEverything(guide, QStringLiteral("change all of its sound"), saved),
+            recallPreset(guide),
+            compare(guide, QStringLiteral("the device sounds as stored"), presetSections(), saved),
+        };
 }
 
 } // namespace

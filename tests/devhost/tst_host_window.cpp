@@ -3,9 +3,11 @@
 #include "devhost/host_window.h"
 #include "devhost/known_device.h"
 #include "devhost/options.h"
+#include "devhost/overwrite_dialog.h"
 #include "devhost/tour/file_dialogs.h"
 #include "devhost/tour/hands.h"
 #include "devhost/whole_file.h"
+#include "devhost/window_memory.h"
 #include "host/plexo_plugin.h"
 #include "tests/devhost/fake_device.h"
 #include "tests/support/box_answerer.h"
@@ -82,6 +84,7 @@ private:
     void answerFileDialog(const QString &path);
 
     QScopedPointer<QTemporaryDir> m_folder;
+    QScopedPointer<WindowMemory> m_memory;
     QScopedPointer<Host> m_host;
     QScopedPointer<HostWindow> m_window;
     QScopedPointer<FakeDevice> m_device;
@@ -91,8 +94,9 @@ void Window::init()
 {
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     m_folder.reset(new QTemporaryDir);
+    m_memory.reset(new WindowMemory(QString()));
     m_host.reset(new Host);
-    m_window.reset(new HostWindow(m_host.data(), m_folder->path()));
+    m_window.reset(new HostWindow(m_host.data(), m_memory.data(), m_folder->path()));
     Options options;
     options.plugins = QStringList{QStringLiteral(MODULE_FOLDER "/fake_module")};
     m_host->start(options, loopbackInterface());
@@ -169,16 +173,14 @@ void Window::loadsSnapshot_data()
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<int>("padding");
     QTest::addColumn<QString>("box");
-    QTest::addColumn<int>("answer");
     QTest::addColumn<bool>("applied");
     const QString question = QStringLiteral("Overwrite all settings of KBX-0001 (127.0.0.1) with a.xml?");
-    QTest::newRow("cancelled") << QByteArray("good") << 0 << question << int(QMessageBox::Cancel) << false;
+    QTest::newRow("cancelled") << QByteArray("good") << 0 << question << false;
     QTest::newRow("refused by the plugin")
-        << QByteArray("bad") << 0 << QStringLiteral("a.xml does not fit KBX-0001") << int(QMessageBox::Ok)
-        << false;
+        << QByteArray("bad") << 0 << QStringLiteral("a.xml does not fit KBX-0001") << false;
     QTest::newRow("too large") << QByteArray("good") << int(LargestSnapshot)
-                               << QStringLiteral("larger than 4 MiB") << int(QMessageBox::Ok) << false;
-    QTest::newRow("overwritten") << QByteArray("good") << 0 << question << int(QMessageBox::NoButton) << true;
+                               << QStringLiteral("larger than 4 MiB") << false;
+    QTest::newRow("overwritten") << QByteArray("good") << 0 << question << true;
 }
 
 void Window::loadsSnapshot()
@@ -186,27 +188,27 @@ void Window::loadsSnapshot()
     QFETCH(const QByteArray, content);
     QFETCH(const int, padding);
     QFETCH(const QString, box);
-    QFETCH(const int, answer);
     QFETCH(const bool, applied);
     const QString path = m_folder->filePath(QStringLiteral("a.xml"));
     writeWholeFile(path, content + QByteArray(padding, ' '));
     openEditor();
     answerFileDialog(path);
-    support::BoxAnswerer answerer{QMessageBox::StandardButton(answer)};
+    support::BoxAnswerer answerer(QMessageBox::Ok);
     QString asked;
-    QTimer overwrite;
-    connect(&overwrite, &QTimer::timeout, this, [&asked] {
-        const auto *open = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        auto *button = open ? open->findChild<QPushButton *>(QStringLiteral("overwriteButton")) : nullptr;
-        if (!button)
+    QTimer answer;
+    connect(&answer, &QTimer::timeout, this, [&asked, applied] {
+        auto *dialog = qobject_cast<OverwriteDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
             return;
-        asked = open->text();
-        button->click();
+        asked = dialog->question();
+        if (applied)
+            dialog->findChild<QPushButton *>(QStringLiteral("overwriteButton"))->click();
+        else
+            dialog->reject();
     });
-    if (applied)
-        overwrite.start(5);
+    answer.start(5);
     QCOMPARE(menu({QStringLiteral("Load Snapshot...")}), QString());
-    const QString text = applied ? asked : answerer.seen().value(0).text;
+    const QString text = asked.isEmpty() ? answerer.seen().value(0).text : asked;
     QVERIFY2(text.contains(box), qPrintable(text));
     QCOMPARE(plugin()->property("applied").toStringList(),
              applied ? QStringList{QString::fromUtf8(content)} : QStringList());

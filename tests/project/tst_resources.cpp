@@ -27,7 +27,7 @@ private slots:
 void TestResources::namedPicturesAreBuiltIn_data()
 {
     QTest::addColumn<QString>("source");
-    for (const char *source : {"forms/main_window.ui", "style/plexo-dark.qss"})
+    for (const char *source : {"forms/main_window.ui", "style/plexo.qss"})
         QTest::newRow(source) << QStringLiteral(KBX_RESOURCES_DIR "/") + QLatin1String(source);
 }
 

@@ -67,7 +67,7 @@ struct Client
 } // namespace
 
 /// The faults of the control link, and the command line that orders them.
-class FaultsTest : public QObject
+class TestFaults : public QObject
 {
     Q_OBJECT
 
@@ -80,7 +80,7 @@ private slots:
     void badOption();
 };
 
-void FaultsTest::fatesRepeatBySeed()
+void TestFaults::fatesRepeatBySeed()
 {
     QCOMPARE(fates(everything(), 5), fates(everything(), 5));
     QVERIFY(fates(everything(), 5) != fates(everything(), 6));
@@ -92,7 +92,7 @@ void FaultsTest::fatesRepeatBySeed()
         QCOMPARE(with.next().garbage, without.next().garbage);
 }
 
-void FaultsTest::link_data()
+void TestFaults::link_data()
 {
     QTest::addColumn<FaultSettings>("faults");
     QTest::addColumn<QByteArrayList>("replies"); // to the requests "1" and "2"
@@ -110,7 +110,7 @@ void FaultsTest::link_data()
     row("garbage", &FaultSettings::garbage, {noise, dealer.garbage()});
 }
 
-void FaultsTest::link()
+void TestFaults::link()
 {
     QFETCH(FaultSettings, faults);
     QFETCH(QByteArrayList, replies);
@@ -128,7 +128,7 @@ void FaultsTest::link()
     QCOMPARE(client.received, replies + QByteArrayList{"re end"});
 }
 
-void FaultsTest::heldReplyIsReleased()
+void TestFaults::heldReplyIsReleased()
 {
     FaultSettings faults;
     faults.reorder = 1;
@@ -146,7 +146,7 @@ void FaultsTest::heldReplyIsReleased()
     QCOMPARE(client.received.size(), 2);
 }
 
-void FaultsTest::badOption_data()
+void TestFaults::badOption_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("error");
@@ -166,7 +166,7 @@ void FaultsTest::badOption_data()
     row("positional", {QStringLiteral("lo")}, "\"lo\" is no option.");
 }
 
-void FaultsTest::badOption()
+void TestFaults::badOption()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, error);
@@ -174,5 +174,5 @@ void FaultsTest::badOption()
     QVERIFY2(parsed.error.startsWith(error), qPrintable(parsed.error));
 }
 
-QTEST_GUILESS_MAIN(FaultsTest)
-#include "tst_faults.moc"
+QTEST_GUILESS_MAIN(TestFaults)
+#include "test_faults.moc"

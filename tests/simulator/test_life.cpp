@@ -1,7 +1,7 @@
 #include "simulator/simulator.h"
 #include "simulator/state_file.h"
+#include "tests/simulator/scripted_tftp_server.h"
 #include "tests/support/loopback.h"
-#include "tests/support/tftp_peer.h"
 
 #include <QDir>
 #include <QFile>
@@ -86,7 +86,7 @@ bool isUp(const Simulator &simulator)
 } // namespace
 
 /// The device on the network: how it appears, goes, comes back, and what it remembers.
-class LifeTest : public QObject
+class TestLife : public QObject
 {
     Q_OBJECT
 
@@ -101,7 +101,7 @@ private slots:
     void program();
 };
 
-void LifeTest::reboot()
+void TestLife::reboot()
 {
     Simulator simulator(optionsOf(), quick());
     QCOMPARE(simulator.start(), QString());
@@ -117,7 +117,7 @@ void LifeTest::reboot()
     QCOMPARE(ask(simulator, "LOAD 6\r"), QByteArray("ACK LOAD 6\r"));
 }
 
-void LifeTest::vanishesAndReturns()
+void TestLife::vanishesAndReturns()
 {
     Options options = optionsOf();
     options.faults.vanishAfter = 2;
@@ -133,7 +133,7 @@ void LifeTest::vanishesAndReturns()
     QVERIFY(isUp(simulator));
 }
 
-void LifeTest::stateFile()
+void TestLife::stateFile()
 {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("state.json"));
@@ -155,7 +155,7 @@ void LifeTest::stateFile()
     QCOMPARE(ask(again, "LOAD 2\r"), QByteArray("NACK LOAD 2\r"));
 }
 
-void LifeTest::damagedStateFile_data()
+void TestLife::damagedStateFile_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("problem");
@@ -169,7 +169,7 @@ void LifeTest::damagedStateFile_data()
                                << "/system/usb/mode: \"x\" is not one of";
 }
 
-void LifeTest::damagedStateFile()
+void TestLife::damagedStateFile()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, problem);
@@ -188,7 +188,7 @@ void LifeTest::damagedStateFile()
     QCOMPARE(file.readAll(), content); // left for its owner to mend
 }
 
-void LifeTest::voiceCue_data()
+void TestLife::voiceCue_data()
 {
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<bool>("taken");
@@ -201,7 +201,7 @@ void LifeTest::voiceCue_data()
 }
 
 /// From the order to the recording: what came is kept as it came, and only a playable file replaces a cue.
-void LifeTest::voiceCue()
+void TestLife::voiceCue()
 {
     QFETCH(QByteArray, file);
     QFETCH(bool, taken);
@@ -210,14 +210,13 @@ void LifeTest::voiceCue()
     options.keepUpload = dir.filePath(QStringLiteral("upload.wav"));
     Simulator simulator(options, quick());
     QCOMPARE(simulator.start(), QString());
-    support::TftpPeer server("127.0.0.2");
-    const QByteArray uri = "tftp://127.0.0.2:" + QByteArray::number(server.localPort()) + "/cue.wav";
+    support::ScriptedTftpServer server(file, support::ScriptedTftpServer::Manner::Good);
+    const QByteArray uri = "tftp://" + server.address().toString().toLatin1() + ':'
+        + QByteArray::number(server.port()) + "/cue.wav";
     const QByteArray order
         = R"({"set":"/control/fwdl","value":{"target":"VC_BT_SUCCESS","uri":")" + uri + "\"}}";
     QVERIFY(ask(simulator, order).contains("\"OK\""));
-    server.take();
-    server.answer(QStringLiteral("00030001") + QLatin1String(file.toHex()));
-    QCOMPARE(server.take(), QStringLiteral("4/1/0"));
+    QTRY_VERIFY(server.isDone());
     QTRY_VERIFY(valueOf(simulator, "/status/voice_cue/2/valid").toBool());
 
     QFile kept(options.keepUpload);
@@ -230,7 +229,7 @@ void LifeTest::voiceCue()
 }
 
 /// The program says where it is and puts things in order when it is told to end.
-void LifeTest::program()
+void TestLife::program()
 {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("state.json"));
@@ -255,5 +254,5 @@ void LifeTest::program()
              QStringLiteral("KBX-0300"));
 }
 
-QTEST_GUILESS_MAIN(LifeTest)
-#include "tst_life.moc"
+QTEST_GUILESS_MAIN(TestLife)
+#include "test_life.moc"
