@@ -3,12 +3,23 @@
 #include <QCloseEvent>
 #include <QLabel>
 
+#include <utility>
+
 void BlockEditor::setBlockTitle(const QString &title)
 {
     setWindowTitle(title);
     if (auto *heading = findChild<QLabel *>(QStringLiteral("block_label")))
         heading->setText(title);
 }
+
+void BlockEditor::shareCaches(std::shared_ptr<const SectionCaches> caches)
+{
+    m_caches = std::move(caches);
+}
+
+void BlockEditor::onLevels(const QByteArray &) { }
+
+void BlockEditor::onUsbMode(int, int) { }
 
 void BlockEditor::bringToFront()
 {

@@ -2,6 +2,10 @@
 
 #include <QDialog>
 
+#include <memory>
+
+class SectionCaches;
+
 /// What the seven block editors have in common: a non-modal window that asks its owner to be closed. The
 /// owner answers close() by deleting the editor later.
 class BlockEditor : public QDialog
@@ -14,11 +18,22 @@ public:
     /// Shows the block's name in the window's title and in the form's heading, which stays hidden.
     void setBlockTitle(const QString &title);
 
+    /// Keeps the caches that the editor reads for as long as it lives, which may be longer than their owner.
+    void shareCaches(std::shared_ptr<const SectionCaches> caches);
+
     /// Also when it was minimised.
     void bringToFront();
 
     /// Escape: asks to be closed and stays visible until the owner does so.
     void reject() override;
+
+public slots:
+    /// Shows the section's values. Reports nothing as changed by the user.
+    virtual void onDataChanged() = 0;
+    /// Feeds the meters from a level datagram, where there are meters.
+    virtual void onLevels(const QByteArray &bytes);
+    /// A USB channel became available (@p type 1) or unavailable (0); other types are ignored.
+    virtual void onUsbMode(int ch, int type);
 
 signals:
     /// The user wants the window gone, by its frame or by Escape.
@@ -34,4 +49,5 @@ protected:
 
 private:
     QWidget *m_start = nullptr;
+    std::shared_ptr<const SectionCaches> m_caches;
 };

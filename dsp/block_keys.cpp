@@ -1,38 +1,20 @@
 #include "dsp/block_keys.h"
 
+#include "dsp/blocks.h"
+
 #include <QKeyEvent>
-#include <QPoint>
 #include <QPointer>
 #include <QQuickItem>
 #include <QQuickView>
 #include <QWidget>
 
-#include <array>
-
 namespace {
 
 constexpr QPoint NoBlock(-1, -1);
 
-struct Block
+const BlockInfo *blockAt(const QPoint &place)
 {
-    QPoint place; ///< column and row as on the picture
-    const char *rectangle; ///< property of the scene
-    const char *click; ///< slot of the backend
-};
-
-constexpr std::array<Block, 7> Blocks{{
-    {{0, 0}, "btInGain", "onBtInGainClicked"},
-    {{0, 1}, "netRxGain", "onNetRxGainClicked"},
-    {{0, 2}, "usbInGain", "onUsbInGainClicked"},
-    {{1, 1}, "matrixMixer", "onMatrixMixerClicked"},
-    {{2, 0}, "btOutGain", "onBtOutGainClicked"},
-    {{2, 1}, "netTxGain", "onNetTxGainClicked"},
-    {{2, 2}, "usbOutGain", "onUsbOutGainClicked"},
-}};
-
-const Block *blockAt(const QPoint &place)
-{
-    for (const Block &block : Blocks) {
+    for (const BlockInfo &block : blocks()) {
         if (block.place == place)
             return &block;
     }
@@ -109,14 +91,14 @@ private:
 
     void frame(const QPoint &place)
     {
-        const Block *block = blockAt(place);
+        const BlockInfo *block = blockAt(place);
         if (m_scene)
-            m_scene->setProperty("chosen", block ? m_scene->property(block->rectangle) : QVariant());
+            m_scene->setProperty("chosen", block ? m_scene->property(block->area) : QVariant());
     }
 
     QPointer<QQuickItem> m_scene; ///< goes before the container; null when it did not load
     QObject *m_backend;
-    QPoint m_last = Blocks.front().place;
+    QPoint m_last = blocks().front().place;
 };
 
 } // namespace

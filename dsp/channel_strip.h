@@ -9,7 +9,7 @@ class QLabel;
 class VmDspGain;
 
 /// One channel of a strip editor: a gain fader with its level meter and a mute button, 92 x 324 pixels.
-/// Values shown by program are silent; changes by hand come out as strip records.
+/// Showing a value is silent; what the user changes comes out as strip records.
 class ChannelStrip : public QWidget
 {
     Q_OBJECT
@@ -20,7 +20,7 @@ public:
     void setLabel(const QString &text);
 
 signals:
-    /// A change by hand.
+    /// The user changed something.
     void uiChanged(QPair<int, QVariant> record);
 
 public slots:

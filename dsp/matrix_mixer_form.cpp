@@ -61,7 +61,7 @@ MatrixMixerForm::MatrixMixerForm(const QStringList &sources, const QStringList &
         levelsOfSource.fill(mixerLowestLevel);
     buildGrid();
     resize(m_sinks.size() * cellSize + headerWidth, m_sources.size() * cellSize + headerHeight);
-    onDataChanged();
+    MatrixMixerForm::onDataChanged();
     startAt(cellAt(m_ui->tableWidget, 1, 1));
     connect(qApp, &QApplication::focusChanged, this, &MatrixMixerForm::scrollToFocus);
 }
@@ -206,9 +206,8 @@ void MatrixMixerForm::reportAll(const Levels &levels)
     QTimer::singleShot(m_reloadDelayMs, this, &MatrixMixerForm::onDataChanged);
 }
 
-void MatrixMixerForm::onUsbMode(int ch, int type)
+void MatrixMixerForm::onUsbMode(int, int type)
 {
-    Q_UNUSED(ch)
     if (type == 0 || type == 1)
         setUnavailableByUsbMode(type == 0);
     disableUnavailableCells();
@@ -233,9 +232,4 @@ void MatrixMixerForm::disableUnavailableCells()
 {
     for (MatrixMixerCell *cell : findChildren<MatrixMixerCell *>())
         cell->setDisabled(cell->unavailableFlags() != 0);
-}
-
-void MatrixMixerForm::onLevels(const QByteArray &bytes)
-{
-    Q_UNUSED(bytes)
 }

@@ -17,8 +17,8 @@ class DspMatrixMixer;
 /// The block editor of the matrix mixer: a dial for each pair of source (row) and sink (column), and the
 /// tone generator's controls in the heading of the last row.
 ///
-/// Shows the crosspoints of the mixer's section cache (see dsp/mixer_section.h), which outlives the editor
-/// and is read again at every reload; it never writes the cache.
+/// Shows the crosspoints of the mixer's section (see dsp/mixer_section.h), which outlives the editor. It
+/// reads the section again at every reload and never writes it.
 class MatrixMixerForm : public BlockEditor
 {
     Q_OBJECT
@@ -43,8 +43,8 @@ signals:
     void DevToneGenChanged(QPair<int, QVariant> record);
 
 public slots:
-    /// Shows the section's crosspoints; missing ones as 0 dB. Reports nothing as changed by the user.
-    void onDataChanged();
+    /// Shows missing crosspoints as 0 dB.
+    void onDataChanged() override;
     void onUiChanged(const QPair<QPair<int, int>, QPair<int, QVariant>> &record);
     void onToneGenChanged(const QPair<int, QVariant> &record);
     void onUiToneGenChanged(const QPair<int, QVariant> &record);
@@ -52,11 +52,9 @@ public slots:
     void onUiReset();
     /// The same with the default levels.
     void onUiDefault();
-    /// @p type 0 makes the row of the second Bluetooth input and the column of the Bluetooth output
-    /// unavailable, 1 available. @p ch does not matter.
-    void onUsbMode(int ch, int type);
-    /// The mixer has no meters.
-    void onLevels(const QByteArray &bytes);
+    /// Concerns the row of the second Bluetooth input and the column of the Bluetooth output, whatever the
+    /// channel.
+    void onUsbMode(int ch, int type) override;
 
 private:
     /// Levels in dB, [source][sink].

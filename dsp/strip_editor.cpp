@@ -20,7 +20,7 @@ StripEditor::StripEditor(const StripVariant &variant, StripFactory makeStrip, uc
         addStrip(makeStrip(this));
     resize(variant.initialSize);
     startAt(m_strips.first());
-    onDataChanged();
+    StripEditor::onDataChanged();
 }
 
 StripEditor::~StripEditor() = default;

@@ -14,9 +14,9 @@ namespace Ui {
 class DspStripEditor;
 }
 
-/// A block editor with one channel strip a channel. Shows the channels of a section cache, which outlives
-/// the editor and is read again at every reload, and reports what the user changes; it never writes the
-/// cache. Channel indices that name no strip are ignored everywhere.
+/// A block editor with one channel strip a channel. Shows the channels of a section, which it reads again at
+/// every reload and never writes, and reports what the user changes. Channel indices that name no strip are
+/// ignored everywhere.
 class StripEditor : public BlockEditor
 {
     Q_OBJECT
@@ -24,23 +24,21 @@ class StripEditor : public BlockEditor
 public:
     ~StripEditor() override;
 
-    const StripVariant &variant() const { return m_variant; }
-
 signals:
-    /// A change by hand: (channel index, (parameter number, value)).
+    /// The user changed something: (channel index, (parameter number, value)).
     void uiChanged(QPair<int, QPair<int, QVariant>> record);
 
 public slots:
     void onSetStripLabel(uchar channel, const QString &text);
     void onEnableStrip(uchar channel, bool enabled);
-    /// Shows the section's channels on the enabled strips. Emits nothing.
-    void onDataChanged();
+    /// Leaves disabled strips as they are.
+    void onDataChanged() override;
     /// Shows a channel record. Emits nothing.
     void onChanged(const QPair<int, QPair<int, QVariant>> &record);
     /// Reports a strip's own change; nothing when the sender is not one of the editor's strips.
     void onUiChanged(const QPair<int, QVariant> &record);
-    /// Feeds the meters from a level datagram. Meters whose byte is missing stay as they are.
-    void onLevels(const QByteArray &bytes);
+    /// Meters whose byte is missing stay as they are.
+    void onLevels(const QByteArray &bytes) override;
 
 protected:
     using StripFactory = ChannelStrip *(*)(QWidget *parent);

@@ -4,7 +4,7 @@
 
 class QLineEdit;
 
-// The six strip editors. Each is built with its number of channels and a section cache that outlives it.
+// The six strip editors. Each is built with its number of channels and a section that outlives it.
 
 /// Network receive channels.
 class NetRxForm : public StripEditor
@@ -24,8 +24,7 @@ public:
     UsbInForm(uchar channels, const QJsonObject *section, QWidget *parent = nullptr);
 
 public slots:
-    /// @p type 0 makes channel @p ch unavailable, 1 available; others are ignored.
-    void onUsbMode(int ch, int type);
+    void onUsbMode(int ch, int type) override;
     void onUsbHostStatus(const QString &volume, const QString &mute);
 
 private:
@@ -60,8 +59,7 @@ public:
     UsbOutForm(uchar channels, const QJsonObject *section, QWidget *parent = nullptr);
 
 public slots:
-    /// @p type 0 makes channel @p ch unavailable, 1 available; others are ignored.
-    void onUsbMode(int ch, int type);
+    void onUsbMode(int ch, int type) override;
 };
 
 /// The Bluetooth output channel.

@@ -15,10 +15,6 @@ enum class StripKind { Input, Output };
 struct StripVariant
 {
     StripKind kind;
-    QLatin1String windowTitle;
-    uchar channels;
-    /// Path of the section with one object a channel; a channel's own paths are sectionPath/index/member.
-    QLatin1String sectionPath;
     /// Text above each strip; %1 is the channel number, counted from 1.
     QLatin1String stripLabel;
     /// Index of the byte of a level datagram that feeds the first strip; the others follow it.
@@ -28,29 +24,17 @@ struct StripVariant
     QSize initialSize;
 
     /// Parameter numbers of the two changes that have a path of their own on the device.
-    constexpr int muteParameter() const
-    {
-        return kind == StripKind::Input ? int(InputMute) : int(OutputMute);
-    }
-    constexpr int gainParameter() const
-    {
-        return kind == StripKind::Input ? int(InputGain) : int(OutputGain);
-    }
+    constexpr int muteParameter() const { return kind == StripKind::Input ? +InputMute : +OutputMute; }
+    constexpr int gainParameter() const { return kind == StripKind::Input ? +InputGain : +OutputGain; }
 };
 
 // clang-format off
-inline constexpr StripVariant netRxVariant{
-    StripKind::Input, path::literal("Dante Network Rx"), 4, path::DanteRx, path::literal("CH %1"), 3, false, {320, 274}};
-inline constexpr StripVariant usbInVariant{
-    StripKind::Input, path::literal("USB Playback"), 2, path::UsbPlayback, path::literal("CH %1"), 7, true, {320, 357}};
-inline constexpr StripVariant btInVariant{
-    StripKind::Input, path::literal("Bluetooth In"), 2, path::BtSink, path::literal("BT %1"), 9, true, {320, 357}};
-inline constexpr StripVariant netTxVariant{
-    StripKind::Output, path::literal("Dante Network Tx"), 4, path::DanteTx, path::literal("CH %1"), 12, true, {320, 274}};
-inline constexpr StripVariant usbOutVariant{
-    StripKind::Output, path::literal("USB Record"), 2, path::UsbRecord, path::literal("CH %1"), 16, true, {320, 274}};
-inline constexpr StripVariant btOutVariant{
-    StripKind::Output, path::literal("Bluetooth Out"), 1, path::BtSource, path::literal("BT Out %1"), 18, true, {320, 274}};
+inline constexpr StripVariant netRxVariant{StripKind::Input, path::literal("CH %1"), 3, false, {320, 274}};
+inline constexpr StripVariant usbInVariant{StripKind::Input, path::literal("CH %1"), 7, true, {320, 357}};
+inline constexpr StripVariant btInVariant{StripKind::Input, path::literal("BT %1"), 9, true, {320, 357}};
+inline constexpr StripVariant netTxVariant{StripKind::Output, path::literal("CH %1"), 12, true, {320, 274}};
+inline constexpr StripVariant usbOutVariant{StripKind::Output, path::literal("CH %1"), 16, true, {320, 274}};
+inline constexpr StripVariant btOutVariant{StripKind::Output, path::literal("BT Out %1"), 18, true, {320, 274}};
 // clang-format on
 
 /// Everything that a channel object of a section says, in the order in which a strip shows it. Members that

@@ -24,7 +24,7 @@ public:
     void setRestTime(int ms) { m_restTimeMs = ms; }
 
 signals:
-    /// A change by hand: 100 enable (bool), 101 frequency (int, Hz), 102 level (int, dB).
+    /// The user changed something: 100 enable (bool), 101 frequency (int, Hz), 102 level (int, dB).
     void uiChanged(QPair<int, QVariant> record);
 
 public slots:

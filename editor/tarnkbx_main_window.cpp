@@ -46,16 +46,20 @@ TarnKBX_MainWindow::TarnKBX_MainWindow(QWidget *parent)
     vm::wheelNeedsFocus(this);
     watchFields();
     prepareTimers();
-    buildDspView();
+    ui->DSP->layout()->addWidget(createBlockView(this, this));
+    hideUnusedWidgets();
+    ui->tabWidget->setCurrentIndex(FirstPage);
+    createPriorityDialog();
     connectPlugin();
     connect(this, &TarnKBX_MainWindow::dataChanged, this, &TarnKBX_MainWindow::onDataChanged);
+    connectBlockEditors();
     ui->dev_model->setText(QStringLiteral("KBX"));
     updatePluginStatus(deviceConnected(), false);
 }
 
 TarnKBX_MainWindow::~TarnKBX_MainWindow()
 {
-    closeBlockEditors();
+    m_blocks.closeAll();
     if (m_plugin && m_priorityDialog)
         disconnect(m_priorityDialog, nullptr, m_plugin, nullptr);
     delete m_priorityDialog;
@@ -98,14 +102,10 @@ void TarnKBX_MainWindow::prepareTimers()
     connect(&m_meteringRequestTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::request_level_msgs);
     m_statusPollTimer.setInterval(StatusPollMs);
     connect(&m_statusPollTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::onStatusPoll);
-    connect(&m_mixerChangeTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::handle_mixer_changed);
 }
 
-void TarnKBX_MainWindow::buildDspView()
+void TarnKBX_MainWindow::createPriorityDialog()
 {
-    ui->DSP->layout()->addWidget(createBlockView(this, this));
-    hideUnusedWidgets();
-    ui->tabWidget->setCurrentIndex(FirstPage);
     m_priorityDialog = new BtPriorityPairingDialog(deviceName(), this);
     if (m_plugin)
         connect(m_priorityDialog, &BtPriorityPairingDialog::sendVelmarAsciiSetRequest, m_plugin,
@@ -173,7 +173,7 @@ void TarnKBX_MainWindow::forgetDevice()
 {
     m_meteringRequestTimer.stop();
     m_mixerChangeTimer.stop();
-    closeBlockEditors();
+    m_blocks.closeAll();
     m_priorityDialog->hide();
     m_setHandlers.clear();
     m_bluetoothName.clear();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dsp/block_editors.h"
 #include "protocol/reply_handlers.h"
 #include "protocol/sections.h"
 
@@ -16,15 +17,12 @@
 class BtPriorityPairingDialog;
 class DerivedStateMachine;
 class LeftFieldCheck;
-class MatrixMixerForm;
 class MeteringSocket;
 class PlexoPlugin;
 class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
-class StripEditor;
-struct StripVariant;
 struct WidgetsInUse;
 
 namespace Ui {
@@ -75,28 +73,46 @@ public slots:
     void handle_device_changed();
     void handle_query_finished();
     void request_level_msgs();
-    void onBtInGainClicked();
-    void onBtInGainClosed();
-    void onNetRxGainClicked();
-    void onNetRxGainClosed();
-    void onUsbInGainClicked();
-    void onUsbInGainClosed();
+    void onBtInGainClicked() { m_blocks.open(Block::BtIn); }
+    void onBtInGainClosed() { m_blocks.close(Block::BtIn); }
+    void onNetRxGainClicked() { m_blocks.open(Block::NetRx); }
+    void onNetRxGainClosed() { m_blocks.close(Block::NetRx); }
+    void onUsbInGainClicked() { m_blocks.open(Block::UsbIn); }
+    void onUsbInGainClosed() { m_blocks.close(Block::UsbIn); }
     void onMatrixMixerClicked();
-    void onMatrixMixerClosed();
-    void onBtOutGainClicked();
-    void onBtOutGainClosed();
-    void onNetTxGainClicked();
-    void onNetTxGainClosed();
-    void onUsbOutGainClicked();
-    void onUsbOutGainClosed();
-    void onUiDspBtInStripChange(QPair<int, QPair<int, QVariant>> change);
-    void onUiDspNetRxStripChanged(QPair<int, QPair<int, QVariant>> change);
-    void onUiDspUsbInStripChanged(QPair<int, QPair<int, QVariant>> change);
-    void onUiDspBtOutStripChange(QPair<int, QPair<int, QVariant>> change);
-    void onUiDspNetTxStripChanged(QPair<int, QPair<int, QVariant>> change);
+    void onMatrixMixerClosed() { m_blocks.close(Block::Mixer); }
+    void onBtOutGainClicked() { m_blocks.open(Block::BtOut); }
+    void onBtOutGainClosed() { m_blocks.close(Block::BtOut); }
+    void onNetTxGainClicked() { m_blocks.open(Block::NetTx); }
+    void onNetTxGainClosed() { m_blocks.close(Block::NetTx); }
+    void onUsbOutGainClicked() { m_blocks.open(Block::UsbOut); }
+    void onUsbOutGainClosed() { m_blocks.close(Block::UsbOut); }
+    void onUiDspBtInStripChange(QPair<int, QPair<int, QVariant>> change)
+    {
+        sendStripChange(Block::BtIn, change);
+    }
+    void onUiDspNetRxStripChanged(QPair<int, QPair<int, QVariant>> change)
+    {
+        sendStripChange(Block::NetRx, change);
+    }
+    void onUiDspUsbInStripChanged(QPair<int, QPair<int, QVariant>> change)
+    {
+        sendStripChange(Block::UsbIn, change);
+    }
+    void onUiDspBtOutStripChange(QPair<int, QPair<int, QVariant>> change)
+    {
+        sendStripChange(Block::BtOut, change);
+    }
+    void onUiDspNetTxStripChanged(QPair<int, QPair<int, QVariant>> change)
+    {
+        sendStripChange(Block::NetTx, change);
+    }
     void onUiDspMatrixChanged(QPair<QPair<int, int>, QPair<int, QVariant>> change);
     void onUiDspToneGenChanged(QPair<int, QVariant> change);
-    void onUiDspUsbOutStripChanged(QPair<int, QPair<int, QVariant>> change);
+    void onUiDspUsbOutStripChanged(QPair<int, QPair<int, QVariant>> change)
+    {
+        sendStripChange(Block::UsbOut, change);
+    }
     void reboot_close();
     void onStatusPoll();
     void request_close();
@@ -185,7 +201,7 @@ protected:
 private:
     // Life cycle
     void hideUnusedWidgets();
-    void buildDspView();
+    void createPriorityDialog();
     void connectPlugin();
     void prepareTimers();
     std::shared_ptr<WidgetsInUse> keepWidgets();
@@ -238,22 +254,15 @@ private:
     bool checkPort(QLineEdit *field);
 
     // Block editors
-    enum StripBlock { BtIn, NetRx, UsbIn, BtOut, NetTx, UsbOut, StripBlockCount };
-    struct StripBlockInfo;
-    static const StripBlockInfo &stripBlock(StripBlock block);
-    void openStripEditor(StripBlock block);
-    void connectStripEditor(StripBlock block);
-    void closeStripEditor(StripBlock block);
-    void closeBlockEditors();
-    void openMixer();
-    void sendStripChange(StripBlock block, const QPair<int, QPair<int, QVariant>> &change);
-    void tellToneGenerator();
+    void connectBlockEditors();
+    void sendStripChange(Block block, const QPair<int, QPair<int, QVariant>> &change);
+    void showToneGenerator();
 
     QScopedPointer<Ui::TarnKBX_MainWindow> ui;
     QPointer<PlexoPlugin> m_plugin;
 
-    /// Shared with block editors that are closed and not yet deleted: they may read it once more.
     std::shared_ptr<SectionCaches> m_caches = std::make_shared<SectionCaches>();
+    BlockEditors m_blocks{this, m_caches};
     ReplyHandlerTable m_getHandlers;
     ReplyHandlerTable m_setHandlers;
     QHash<QString, void (*)(QObject *)> m_setNotices;
@@ -278,7 +287,4 @@ private:
     LeftFieldCheck *m_leftField = nullptr; ///< child of the window
     MeteringSocket *m_meteringSocket = nullptr; ///< child of the window
     BtPriorityPairingDialog *m_priorityDialog = nullptr; ///< child of the window
-
-    std::array<StripEditor *, StripBlockCount> m_stripEditors{}; ///< null while closed
-    MatrixMixerForm *m_mixerForm = nullptr; ///< null while closed
 };

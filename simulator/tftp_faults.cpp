@@ -10,8 +10,8 @@ namespace {
 
 using Kind = TftpFaultSettings::Kind;
 
-constexpr quint16 faultyBlock = 3;
-constexpr quint16 faultyEvery = 5;
+constexpr quint16 FaultyBlock = 3;
+constexpr quint16 FaultyEvery = 5;
 
 } // namespace
 
@@ -36,7 +36,7 @@ TftpFaults::TftpFaults(const TftpFaultSettings &settings, quint32 seed)
 QVector<QByteArray> TftpFaults::acknowledge(quint16 block)
 {
     const QByteArray packet = tftp::acknowledgementPacket(block);
-    const bool unlucky = block % faultyEvery == 0;
+    const bool unlucky = block % FaultyEvery == 0;
     switch (m_settings.kind) {
     case Kind::LostAck:
         if (unlucky && m_lostBlock != block) {
@@ -50,7 +50,7 @@ QVector<QByteArray> TftpFaults::acknowledge(quint16 block)
         return unlucky ? QVector<QByteArray>{tftp::acknowledgementPacket(quint16(block + 7)), packet}
                        : QVector<QByteArray>{packet};
     case Kind::Silence:
-        return block < faultyBlock ? QVector<QByteArray>{packet} : QVector<QByteArray>{};
+        return block < FaultyBlock ? QVector<QByteArray>{packet} : QVector<QByteArray>{};
     case Kind::None:
     case Kind::Nack:
         break;
@@ -67,7 +67,7 @@ int TftpFaults::copies()
 
 bool TftpFaults::refuses(quint16 block) const
 {
-    return m_settings.kind == Kind::Nack && block == faultyBlock;
+    return m_settings.kind == Kind::Nack && block == FaultyBlock;
 }
 
 } // namespace sim

@@ -8,9 +8,9 @@ namespace sim {
 
 namespace {
 
-constexpr quint16 unknownTransfer = 5; // error codes of RFC 1350
-constexpr quint16 diskFull = 3;
-constexpr quint16 illegalOperation = 4;
+constexpr quint16 UnknownTransfer = 5; // error codes of RFC 1350
+constexpr quint16 DiskFull = 3;
+constexpr quint16 IllegalOperation = 4;
 
 } // namespace
 
@@ -64,20 +64,20 @@ void TftpFetcher::readPackets()
 void TftpFetcher::handle(const QNetworkDatagram &datagram)
 {
     const QByteArray packet = datagram.data();
-    if (packet.size() < tftp::headerSize)
+    if (packet.size() < tftp::HeaderSize)
         return;
     if (!isFromPeer(datagram)) {
-        m_socket->writeDatagram(datagram.makeReply(tftp::errorPacket(unknownTransfer, "unknown transfer")));
+        m_socket->writeDatagram(datagram.makeReply(tftp::errorPacket(UnknownTransfer, "unknown transfer")));
         return;
     }
     m_peer = datagram.senderAddress();
     m_peerPort = quint16(datagram.senderPort());
-    if (tftp::opcodeOf(packet) == tftp::data)
-        handleData(tftp::numberOf(packet), packet.mid(tftp::headerSize));
-    else if (tftp::opcodeOf(packet) == tftp::error && m_state != State::Lingering)
+    if (tftp::opcodeOf(packet) == tftp::Data)
+        handleData(tftp::numberOf(packet), packet.mid(tftp::HeaderSize));
+    else if (tftp::opcodeOf(packet) == tftp::Error && m_state != State::Lingering)
         fail(QStringLiteral("the server refused: error %1, %2")
                  .arg(tftp::numberOf(packet))
-                 .arg(QString::fromLatin1(packet.constData() + tftp::headerSize)));
+                 .arg(QString::fromLatin1(packet.constData() + tftp::HeaderSize)));
 }
 
 /// Whoever answers the read request first with its first block or a refusal is the server from then on.
@@ -87,7 +87,7 @@ bool TftpFetcher::isFromPeer(const QNetworkDatagram &datagram) const
         return datagram.senderPort() == m_peerPort && datagram.senderAddress().isEqual(m_peer);
     const QByteArray packet = datagram.data();
     const quint16 opcode = tftp::opcodeOf(packet);
-    return opcode == tftp::error || (opcode == tftp::data && tftp::numberOf(packet) == 1);
+    return opcode == tftp::Error || (opcode == tftp::Data && tftp::numberOf(packet) == 1);
 }
 
 /// A block that comes again is not acknowledged again while others are due: the network may have doubled
@@ -101,8 +101,8 @@ void TftpFetcher::handleData(quint16 block, const QByteArray &content)
     }
     if (block != quint16(m_block + 1))
         return;
-    if (content.size() > tftp::blockSize) {
-        send(tftp::errorPacket(illegalOperation, "block too long"));
+    if (content.size() > tftp::BlockSize) {
+        send(tftp::errorPacket(IllegalOperation, "block too long"));
         fail(QStringLiteral("a block of %1 bytes").arg(content.size()));
     } else if (m_faults.refuses(block)) {
         send(tftp::errorPacket(0, "NACK"));
@@ -115,9 +115,9 @@ void TftpFetcher::handleData(quint16 block, const QByteArray &content)
 
 void TftpFetcher::acceptBlock(const QByteArray &content)
 {
-    const bool last = content.size() < tftp::blockSize;
+    const bool last = content.size() < tftp::BlockSize;
     if (!last && m_block == std::numeric_limits<quint16>::max()) {
-        send(tftp::errorPacket(diskFull, "file too long"));
+        send(tftp::errorPacket(DiskFull, "file too long"));
         fail(QStringLiteral("the file has more than 65535 blocks"));
         return;
     }

@@ -9,7 +9,7 @@ namespace {
 
 QByteArray header(Opcode opcode, quint16 number)
 {
-    QByteArray bytes(headerSize, '\0');
+    QByteArray bytes(HeaderSize, '\0');
     qToBigEndian<quint16>(opcode, bytes.data());
     qToBigEndian<quint16>(number, bytes.data() + 2);
     return bytes;
@@ -19,7 +19,7 @@ QByteArray header(Opcode opcode, quint16 number)
 
 QByteArray readRequestPacket(const QString &file)
 {
-    QByteArray packet = header(readRequest, 0).left(2);
+    QByteArray packet = header(ReadRequest, 0).left(2);
     packet += file.toUtf8();
     packet += '\0';
     packet += "octet";
@@ -29,12 +29,12 @@ QByteArray readRequestPacket(const QString &file)
 
 QByteArray acknowledgementPacket(quint16 block)
 {
-    return header(acknowledgement, block);
+    return header(Acknowledgement, block);
 }
 
 QByteArray errorPacket(quint16 code, const QByteArray &message)
 {
-    return header(error, code) + message + '\0';
+    return header(Error, code) + message + '\0';
 }
 
 quint16 opcodeOf(const QByteArray &packet)

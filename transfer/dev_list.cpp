@@ -1,7 +1,5 @@
 #include "transfer/dev_list.h"
 
-#include <QColor>
-
 DevList::DevList(QObject *parent)
     : QAbstractListModel(parent)
     , m_icon(QStringLiteral(":/images/checked_white.png"))
@@ -11,25 +9,23 @@ DevList::DevList(QObject *parent)
 void DevList::addDevice(const QString &name)
 {
     beginResetModel();
-    m_devices.insert(name, QSharedPointer<UpdateDev>::create());
+    m_progress.insert(name, 0);
     endResetModel();
 }
 
-UpdateDev *DevList::device(const QString &name) const
+void DevList::setProgress(const QString &name, int percent)
 {
-    return m_devices.value(name).data();
-}
-
-UpdateDev *DevList::deviceAt(int row) const
-{
-    if (row < 0 || row >= m_devices.size())
-        return nullptr;
-    return std::next(m_devices.cbegin(), row).value().data();
+    const auto row = m_progress.find(name);
+    if (row == m_progress.end() || row.value() == percent)
+        return;
+    row.value() = percent;
+    const QModelIndex changed = index(int(std::distance(m_progress.begin(), row)), ProgressColumn);
+    emit dataChanged(changed, changed);
 }
 
 int DevList::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : m_devices.size();
+    return parent.isValid() ? 0 : m_progress.size();
 }
 
 int DevList::columnCount(const QModelIndex &parent) const
@@ -39,27 +35,17 @@ int DevList::columnCount(const QModelIndex &parent) const
 
 QVariant DevList::data(const QModelIndex &index, int role) const
 {
-    const UpdateDev *device = deviceAt(index.row());
-    if (!device)
+    if (!index.isValid())
         return {};
-    switch (index.column()) {
-    case IconColumn:
-        return role == Qt::DecorationRole ? QVariant(m_icon) : QVariant();
-    case NameColumn:
-        return nameData(index.row(), role);
-    case ProgressColumn:
-        return role == Qt::AccessibleTextRole ? QVariant(tr("%1 %").arg(device->progress())) : QVariant();
-    default:
-        return {};
-    }
-}
-
-QVariant DevList::nameData(int row, int role) const
-{
-    if (role == Qt::DisplayRole)
-        return std::next(m_devices.cbegin(), row).key();
-    if (role == Qt::ForegroundRole && deviceAt(row)->state() == UpdateDev::Alarm)
-        return QColor(Qt::red);
+    const auto row = std::next(m_progress.begin(), index.row());
+    if (index.column() == IconColumn && role == Qt::DecorationRole)
+        return m_icon;
+    if (index.column() == NameColumn && role == Qt::DisplayRole)
+        return row.key();
+    if (index.column() == ProgressColumn && role == ProgressRole)
+        return row.value();
+    if (index.column() == ProgressColumn && role == Qt::AccessibleTextRole)
+        return tr("%1 %").arg(row.value());
     return {};
 }
 

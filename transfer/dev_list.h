@@ -1,11 +1,8 @@
 #pragma once
 
-#include "transfer/update_dev.h"
-
 #include <QAbstractListModel>
 #include <QIcon>
 #include <QMap>
-#include <QSharedPointer>
 
 /// The devices under update, one a row in the order of their names.
 class DevList : public QAbstractListModel
@@ -20,15 +17,16 @@ public:
         ColumnCount
     };
 
+    /// Of the progress column: per cent, an int.
+    static constexpr int ProgressRole = Qt::UserRole;
+
     explicit DevList(QObject *parent = nullptr);
 
     /// Resets the model. A name that is listed already starts anew.
     void addDevice(const QString &name);
 
-    /// Null for an unknown name. Owned by the list.
-    UpdateDev *device(const QString &name) const;
-    /// Null for a row outside the list. Owned by the list.
-    UpdateDev *deviceAt(int row) const;
+    /// Does nothing for a name that is not listed.
+    void setProgress(const QString &name, int percent);
 
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;
@@ -36,8 +34,6 @@ public:
     QVariant headerData(int section, Qt::Orientation orientation, int role = Qt::DisplayRole) const override;
 
 private:
-    QVariant nameData(int row, int role) const;
-
-    QMap<QString, QSharedPointer<UpdateDev>> m_devices;
+    QMap<QString, int> m_progress; ///< per cent, by the device's name
     QIcon m_icon;
 };

@@ -11,22 +11,12 @@ ProgressBarDelegate::ProgressBarDelegate(QObject *parent)
 {
 }
 
-void ProgressBarDelegate::setList(DevList *list)
-{
-    m_list = list;
-}
-
 void ProgressBarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                                 const QModelIndex &index) const
 {
-    const UpdateDev *device = m_list ? m_list->deviceAt(index.row()) : nullptr;
-    if (!device) {
-        QStyledItemDelegate::paint(painter, option, index);
-        return;
-    }
     QProgressBar bar;
     bar.setRange(0, 100);
-    bar.setValue(device->progress());
+    bar.setValue(index.data(DevList::ProgressRole).toInt());
     if (m_parentWidget) {
         bar.setStyleSheet(m_parentWidget->styleSheet());
         bar.setPalette(m_parentWidget->palette());

@@ -1,5 +1,6 @@
 #include "transfer/update_dialog.h"
 
+#include "host/modal_box.h"
 #include "host/px_device.h"
 #include "transfer/dev_list.h"
 #include "transfer/progress_bar_delegate.h"
@@ -8,7 +9,6 @@
 #include "ui_update_dialog.h"
 
 #include <QFileInfo>
-#include <QMessageBox>
 #include <QNetworkDatagram>
 #include <QTextDocument>
 
@@ -50,10 +50,8 @@ UpdateDialog::~UpdateDialog()
 
 void UpdateDialog::setUpTable()
 {
-    auto *delegate = new ProgressBarDelegate(this);
-    delegate->setList(m_devices);
     m_ui->tableView->setModel(m_devices);
-    m_ui->tableView->setItemDelegateForColumn(DevList::ProgressColumn, delegate);
+    m_ui->tableView->setItemDelegateForColumn(DevList::ProgressColumn, new ProgressBarDelegate(this));
     m_ui->tableView->setColumnWidth(DevList::IconColumn, IconColumnWidth);
     m_ui->tableView->setColumnWidth(DevList::NameColumn, NameColumnWidth);
 }
@@ -127,12 +125,10 @@ void UpdateDialog::serve(const QHostAddress &peer, quint16 port)
 
 void UpdateDialog::handleProgress(int percent)
 {
-    UpdateDev *device = m_devices->device(m_deviceName);
-    if (m_ended || !device || device->progress() == percent)
+    if (m_ended)
         return;
-    device->setProgress(percent);
+    m_devices->setProgress(m_deviceName, percent);
     showStatus(updatetexts::sending(m_peer, m_data.size(), percent));
-    on_update();
 }
 
 void UpdateDialog::handleFinished(bool error)
@@ -169,22 +165,11 @@ void UpdateDialog::releaseTransfer()
 
 void UpdateDialog::handleTimeout()
 {
-    if (m_failureShown)
-        return;
-    m_failureShown = true;
-    QMessageBox box(QMessageBox::Warning, tr("Failed to update the image"),
-                    tr("There was a failure in updating the voice cue wav file."), QMessageBox::Ok);
-    box.setDefaultButton(QMessageBox::Ok);
-    box.setWindowModality(Qt::ApplicationModal);
-    connect(this, &QObject::destroyed, &box, &QDialog::reject);
-    const QPointer<UpdateDialog> guard(this);
-    box.show();
-    QRect frame = box.frameGeometry();
-    frame.moveCenter(window()->frameGeometry().center());
-    box.move(frame.topLeft());
-    box.exec();
-    if (guard && m_ui->close_pushButton->isEnabled())
-        done(QDialog::Rejected);
+    BoxText text;
+    text.title = tr("Failed to update the image");
+    text.text = tr("There was a failure in updating the voice cue wav file.");
+    if (runModalBox(text, this, this) == QMessageBox::Ok)
+        on_close_pushButton_clicked();
 }
 
 void UpdateDialog::on_update()

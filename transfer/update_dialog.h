@@ -73,5 +73,4 @@ private:
     QByteArray m_data;
     QHostAddress m_peer;
     bool m_ended = false; ///< the outcome is on show; what the transfer says later is not
-    bool m_failureShown = false;
 };

@@ -96,7 +96,6 @@ void VmTftp::processFirmwareUpdates()
         sendBlock(QStringLiteral("Sending packet: sequence %1 of %2"));
         break;
     case LastBlock:
-    case EmptyLastBlock:
         sendBlock(QStringLiteral("Sending last packet: sequence %1 of %2"));
         break;
     }
@@ -134,7 +133,7 @@ void VmTftp::answerRead()
     if (!prepare(1))
         return;
     // A first block that is already short is the last one: the peer does not acknowledge anything after it.
-    m_state = remaining() < m_blockSize ? LastBlock : FullBlock;
+    m_state = stateForRemaining();
     runLater();
     m_timeout.start();
 }
@@ -184,8 +183,7 @@ void VmTftp::handleSocketConnected()
 
 void VmTftp::sendBlock(const QString &logLine)
 {
-    m_currentBlock = m_state == EmptyLastBlock ? QByteArray() : m_data.mid(m_offset, m_blockSize);
-    if (!send(tftp::dataPacket(m_sequence, m_currentBlock)))
+    if (!send(tftp::dataPacket(m_sequence, m_data.mid(m_offset, m_blockSize))))
         return;
     emit logData(logLine.arg(m_sequence).arg(m_totalBlocks));
     m_timeout.start();
@@ -252,24 +250,23 @@ void VmTftp::processAck(uint16_t ack, uint16_t seq)
 void VmTftp::acceptAcknowledgement()
 {
     m_retries = 0;
-    if (m_state == LastBlock || m_state == EmptyLastBlock) {
+    if (m_state == LastBlock) {
         m_state = Done;
         m_failure = Failure::None;
         m_endPending = true;
         return;
     }
-    if (m_sequence != 0)
-        m_offset += qMin(m_currentBlock.size(), remaining());
+    if (m_sequence != 0) // which is a write request's
+        m_offset += qMin(m_blockSize, remaining());
     const int reached = percent();
     ++m_sequence;
     m_state = stateForRemaining();
     emit progress(reached);
 }
 
+/// The last block is a short one, if need be an empty one.
 VmTftp::State VmTftp::stateForRemaining() const
 {
-    if (remaining() == 0)
-        return EmptyLastBlock;
     return remaining() < m_blockSize ? LastBlock : FullBlock;
 }
 

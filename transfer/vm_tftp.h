@@ -82,7 +82,7 @@ public slots:
     void handleSocketConnected();
 
 private:
-    enum State { Done, AskToWrite, AnswerRead, FullBlock, LastBlock, EmptyLastBlock };
+    enum State { Done, AskToWrite, AnswerRead, FullBlock, LastBlock };
 
     void begin(State state);
     bool prepare(quint16 firstSequence);
@@ -104,9 +104,8 @@ private:
     const QHostAddress m_peer;
     const quint16 m_port;
     const QString m_fileName;
-    QByteArray m_data;
+    const QByteArray m_data;
     int m_offset = 0; ///< the bytes before it are acknowledged
-    QByteArray m_currentBlock;
     Intervals m_intervals;
     QUdpSocket m_socket;
     QTimer m_timeout;

@@ -1,7 +1,7 @@
 #pragma once
 
 /// Makes faders, dials and meters readable for screen readers while it lives: role, value text such as
-/// "-12 dB", range, and setting a level by hand. Each such widget holds the shared one.
+/// "-12 dB", range, and setting a level. Each such widget holds the shared one.
 class AccessibleLevels
 {
 public:

@@ -10,7 +10,7 @@ class QPainter;
 namespace vm {
 
 /// What a dial looks like at one moment.
-struct DialLook
+struct DialState
 {
     double share = 0.0; ///< of the gauge that is filled
     double tick = 0.0; ///< share of the gauge at which the 0 dB tick stands
@@ -25,6 +25,6 @@ struct DialLook
 };
 
 /// Draws the largest dial that fits into the rectangle, in its middle.
-void paintDial(QPainter &painter, const QRectF &rect, const DialLook &look);
+void paintDial(QPainter &painter, const QRectF &rect, const DialState &state);
 
 } // namespace vm

@@ -30,9 +30,9 @@ int contentWidth()
 }
 
 /// Between the window's colour (0) and its text's (1): light parts on a dark window and the reverse.
-QColor shade(const FaderLook &look, double share)
+QColor shade(const FaderState &state, double share)
 {
-    return mixed(look.window, look.text, look.enabled ? share : share * disabledContrast);
+    return mixed(state.window, state.text, state.enabled ? share : share * disabledContrast);
 }
 
 qreal rowOf(const QRect &travel, double share)
@@ -40,32 +40,32 @@ qreal rowOf(const QRect &travel, double share)
     return travel.y() + travel.height() * (1.0 - share);
 }
 
-void paintMarks(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look)
+void paintMarks(QPainter &painter, const FaderGeometry &geometry, const FaderState &state)
 {
     const QRect groove = geometry.groove();
     const int wings = (handleWidth - grooveWidth) / 2;
     for (const double dB : marks) {
-        if (dB > look.highest)
+        if (dB > state.highest)
             continue;
         const bool isZero = dB == 0.0;
         const int length = isZero ? wings - 1 : wings - 5;
-        const qreal row = rowOf(geometry.travel(), travelShare(dB, look.highest));
-        const QColor color = shade(look, isZero ? 0.85 : 0.45);
+        const qreal row = rowOf(geometry.travel(), travelShare(dB, state.highest));
+        const QColor color = shade(state, isZero ? 0.85 : 0.45);
         const qreal height = isZero ? 2.0 : 1.0;
-        painter.fillRect(sharpLine(groove.left() - 1 - length, row, length, height, look.pixelRatio), color);
-        painter.fillRect(sharpLine(groove.right() + 2, row, length, height, look.pixelRatio), color);
+        painter.fillRect(sharpLine(groove.left() - 1 - length, row, length, height, state.pixelRatio), color);
+        painter.fillRect(sharpLine(groove.right() + 2, row, length, height, state.pixelRatio), color);
     }
 }
 
-void paintNumbers(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look)
+void paintNumbers(QPainter &painter, const FaderGeometry &geometry, const FaderState &state)
 {
-    QFont font = look.font;
+    QFont font = state.font;
     font.setPixelSize(numberPixels);
     QRegion taken;
     for (const double dB : marks) {
-        if (dB > look.highest)
+        if (dB > state.highest)
             continue;
-        const qreal row = rowOf(geometry.travel(), travelShare(dB, look.highest));
+        const qreal row = rowOf(geometry.travel(), travelShare(dB, state.highest));
         const QRect column = geometry.numbers();
         const QRect box(column.x(), qRound(row) - numberPixels / 2 - 1, column.width(), numberPixels + 2);
         if (taken.intersects(box))
@@ -74,40 +74,40 @@ void paintNumbers(QPainter &painter, const FaderGeometry &geometry, const FaderL
         font.setBold(dB == 0.0);
         font.setStretch(dB <= -100.0 ? QFont::SemiCondensed : QFont::Unstretched);
         painter.setFont(font);
-        painter.setPen(shade(look, dB == 0.0 ? 1.0 : 0.75));
+        painter.setPen(shade(state, dB == 0.0 ? 1.0 : 0.75));
         painter.drawText(box.adjusted(-3, -2, 3, 2), Qt::AlignCenter, QString::number(dB));
     }
 }
 
-void paintGroove(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look)
+void paintGroove(QPainter &painter, const FaderGeometry &geometry, const FaderState &state)
 {
     const QRectF groove = geometry.groove();
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(Qt::NoPen);
-    painter.setBrush(shade(look, 0.28));
+    painter.setBrush(shade(state, 0.28));
     painter.drawRoundedRect(groove, 2.0, 2.0);
     QRectF below = groove;
-    below.setTop(rowOf(geometry.travel(), look.share));
-    painter.setBrush(look.accent);
+    below.setTop(rowOf(geometry.travel(), state.share));
+    painter.setBrush(state.accent);
     painter.drawRoundedRect(below, 2.0, 2.0);
 }
 
-void paintHandle(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look)
+void paintHandle(QPainter &painter, const FaderGeometry &geometry, const FaderState &state)
 {
-    QRectF handle = geometry.handle(look.share);
-    handle.moveTop(snapped(handle.top(), look.pixelRatio));
-    const double light = look.hovered ? 0.90 : 0.78;
+    QRectF handle = geometry.handle(state.share);
+    handle.moveTop(snapped(handle.top(), state.pixelRatio));
+    const double light = state.hovered ? 0.90 : 0.78;
     QLinearGradient body(handle.topLeft(), handle.bottomLeft());
-    body.setColorAt(0.0, shade(look, light));
-    body.setColorAt(0.5, shade(look, light - 0.18));
-    body.setColorAt(1.0, shade(look, light - 0.06));
-    painter.setPen(QPen(shade(look, 0.10), 1.0));
+    body.setColorAt(0.0, shade(state, light));
+    body.setColorAt(0.5, shade(state, light - 0.18));
+    body.setColorAt(1.0, shade(state, light - 0.06));
+    painter.setPen(QPen(shade(state, 0.10), 1.0));
     painter.setBrush(body);
     painter.drawRoundedRect(handle.adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
     painter.setRenderHint(QPainter::Antialiasing, false);
     painter.fillRect(
-        sharpLine(handle.x() + 2.0, handle.center().y(), handle.width() - 4.0, 2.0, look.pixelRatio),
-        look.accent);
+        sharpLine(handle.x() + 2.0, handle.center().y(), handle.width() - 4.0, 2.0, state.pixelRatio),
+        state.accent);
 }
 
 } // namespace
@@ -149,14 +149,14 @@ QRect FaderGeometry::focusFrame() const
     return m_area.adjusted(-1, 0, 1, 0);
 }
 
-void paintFader(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look)
+void paintFader(QPainter &painter, const FaderGeometry &geometry, const FaderState &state)
 {
-    paintMarks(painter, geometry, look);
-    paintNumbers(painter, geometry, look);
-    paintGroove(painter, geometry, look);
-    if (look.focused)
-        paintFocusFrame(painter, geometry.focusFrame(), look.accent);
-    paintHandle(painter, geometry, look);
+    paintMarks(painter, geometry, state);
+    paintNumbers(painter, geometry, state);
+    paintGroove(painter, geometry, state);
+    if (state.focused)
+        paintFocusFrame(painter, geometry.focusFrame(), state.accent);
+    paintHandle(painter, geometry, state);
 }
 
 } // namespace vm

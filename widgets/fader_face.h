@@ -33,7 +33,7 @@ private:
 };
 
 /// What a fader looks like at one moment.
-struct FaderLook
+struct FaderState
 {
     double share = 0.0; ///< of the travel, where the handle stands
     double highest = 20.0; ///< dB at the top
@@ -47,6 +47,6 @@ struct FaderLook
     bool focused = false;
 };
 
-void paintFader(QPainter &painter, const FaderGeometry &geometry, const FaderLook &look);
+void paintFader(QPainter &painter, const FaderGeometry &geometry, const FaderState &state);
 
 } // namespace vm

@@ -135,7 +135,7 @@ void LevelControl::mouseMoveEvent(QMouseEvent *event)
 }
 
 /// The drag keeps its own place on the way, so that slow moves add up and a level set by program meanwhile
-/// does not carry the hand away.
+/// does not move the place that the user has dragged to.
 void LevelControl::dragBy(double pixels)
 {
     m_dragShare = std::clamp(m_dragShare + pixels / std::max(1.0, dragLength()), 0.0, 1.0);

@@ -10,9 +10,9 @@
 class AccessibleLevels;
 class LevelEntry;
 
-/// A widget that shows one level in decibels and lets the hand change it: the common half of the gain
-/// fader and the dial. A level set by program is silent and kept exactly as set; the hand only ever
-/// picks whole decibels.
+/// A widget that shows one level in decibels and lets the user change it: the common half of the gain
+/// fader and the dial. A level set by program is silent and kept exactly as set; the user only ever picks
+/// whole decibels.
 ///
 /// Drag up and down (relative, after a dead band of one pixel; Ctrl ten times finer), arrow keys and wheel
 /// 1 dB, with Shift 3 dB, Page keys 6 dB, Home the lowest and End the highest level as on a Qt slider. Digits
@@ -28,12 +28,12 @@ public:
     explicit LevelControl(QWidget *parent = nullptr);
     ~LevelControl() override;
 
-    /// dB. The level last set, or the whole decibel that the hand picked since.
+    /// dB. The level last set, or the whole decibel that the user picked since.
     double level() const { return m_level; }
     /// dB, the upper end of the range; the lower end is vm::lowestLevel.
     double highest() const { return m_highest; }
 
-    /// Changes the level as the hand does: rounded to whole dB, clamped to the range, and announced with
+    /// Changes the level as the user does: rounded to whole dB, clamped to the range, and announced with
     /// parametersChanged() when that makes a difference. Not a number is ignored.
     void pickLevel(double dB);
 
@@ -42,7 +42,7 @@ public:
     void setAccentColor(const QColor &color);
 
 signals:
-    /// The hand changed the level. Never emitted for a level set by program.
+    /// The user changed the level. Never emitted for a level set by program.
     void parametersChanged();
 
 protected:

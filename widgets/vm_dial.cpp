@@ -96,19 +96,19 @@ void VmDial::resizeEvent(QResizeEvent *)
 void VmDial::paintEvent(QPaintEvent *)
 {
     const QColor paletteText = palette().color(QPalette::Active, QPalette::WindowText);
-    vm::DialLook look;
-    look.share = shareOf(level());
-    look.tick = shareOf(0.0);
-    look.number = QString::number(vm::wholeLevel(level()));
-    look.font = font();
-    look.text = m_textColor.isValid() ? m_textColor : paletteText;
-    look.base = m_baseColor.isValid() ? m_baseColor : paletteText;
-    look.accent = accentColor();
-    look.gauge = m_gaugeSize;
-    look.hovered = underMouse() && isEnabled();
-    look.focused = hasFocus();
+    vm::DialState state;
+    state.share = shareOf(level());
+    state.tick = shareOf(0.0);
+    state.number = QString::number(vm::wholeLevel(level()));
+    state.font = font();
+    state.text = m_textColor.isValid() ? m_textColor : paletteText;
+    state.base = m_baseColor.isValid() ? m_baseColor : paletteText;
+    state.accent = accentColor();
+    state.gauge = m_gaugeSize;
+    state.hovered = underMouse() && isEnabled();
+    state.focused = hasFocus();
     if (!isEnabled())
-        look.text.setAlphaF(0.45);
+        state.text.setAlphaF(0.45);
     QPainter painter(this);
-    vm::paintDial(painter, rect(), look);
+    vm::paintDial(painter, rect(), state);
 }

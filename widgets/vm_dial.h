@@ -26,7 +26,7 @@ public:
 
     /// Shows a level in dB, clamped to the range, without emitting anything. Not a number is ignored.
     void setVal(double dB) { showLevel(dB); }
-    /// dB. Exactly what was set until the hand changes it to a whole decibel; -100 at first.
+    /// dB. Exactly what was set until the user changes it to a whole decibel; -100 at first.
     double Val() const { return level(); }
 
     QSize sizeHint() const override { return {58, 58}; }

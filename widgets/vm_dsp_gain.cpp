@@ -137,7 +137,7 @@ double VmDspGain::levelAt(double share) const
     return vm::levelAtShare(share, highest());
 }
 
-/// A number that is being typed stays: the hand goes before a level that arrives meanwhile.
+/// A number that is being typed stays: the user goes before the device.
 void VmDspGain::levelShown()
 {
     if (m_entry->isBeingTyped())
@@ -185,17 +185,17 @@ void VmDspGain::placeParts()
 
 void VmDspGain::paintEvent(QPaintEvent *)
 {
-    vm::FaderLook look;
-    look.share = shareOf(level());
-    look.highest = highest();
-    look.accent = accentColor();
-    look.window = palette().color(QPalette::Active, QPalette::Window);
-    look.text = palette().color(QPalette::Active, QPalette::WindowText);
-    look.font = font();
-    look.pixelRatio = devicePixelRatioF();
-    look.enabled = isEnabled();
-    look.hovered = underMouse() && isEnabled();
-    look.focused = hasFocus();
+    vm::FaderState state;
+    state.share = shareOf(level());
+    state.highest = highest();
+    state.accent = accentColor();
+    state.window = palette().color(QPalette::Active, QPalette::Window);
+    state.text = palette().color(QPalette::Active, QPalette::WindowText);
+    state.font = font();
+    state.pixelRatio = devicePixelRatioF();
+    state.enabled = isEnabled();
+    state.hovered = underMouse() && isEnabled();
+    state.focused = hasFocus();
     QPainter painter(this);
-    vm::paintFader(painter, m_geometry, look);
+    vm::paintFader(painter, m_geometry, state);
 }

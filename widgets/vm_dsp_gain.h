@@ -27,13 +27,13 @@ public:
 
     /// Shows a gain in dB, clamped to the range, without emitting anything. Not a number is ignored.
     void setGain(double dB) { showLevel(dB); }
-    /// dB. Exactly what was set until the hand changes it to a whole decibel; 0 at first.
+    /// dB. Exactly what was set until the user changes it to a whole decibel; 0 at first.
     double Gain() const { return level(); }
 
     /// The meter beside the fader; owned by the fader.
     VMMeter *getMeter() const { return m_meter; }
     /// The entry below the fader, "numericEntry"; owned by the fader. Whole decibels in steps of 1 dB.
-    /// Whatever changes its value from outside counts as a change by hand.
+    /// Whatever changes its value from outside counts as a change by the user.
     QDoubleSpinBox *numericEntry() const;
     /// The built-in buttons, checkable and hidden until shown; owned by the fader.
     QPushButton *button1() const { return m_button1; }

@@ -1,15 +1,51 @@
-// The block editors from the window's side: opening and closing, wiring, and what each change sends.
+// The block editors as the window opens, wires and closes them: what they show of the device, and what each
+// change of the user sends.
 
 #include "dsp/matrix_mixer_form.h"
+#include "dsp/overlay.h"
+#include "dsp/strip_editor.h"
 #include "tests/editor/live_editor_test.h"
 #include "widgets/vm_dial.h"
 #include "widgets/vm_dsp_gain.h"
 #include "widgets/vm_meter.h"
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTableWidget>
+
+namespace {
+
+/// One block as the device's documentation describes it; for the mixer only the first three.
+struct Block
+{
+    const char *title;
+    const char *name; ///< part of the window's slots
+    const char *className;
+    const char *section;
+    const char *changed; ///< the window's slot for what the user changes
+    const char *labels;
+    int firstLevelByte;
+};
+
+// clang-format off
+const Block Blocks[] = {
+    {"Bluetooth In", "BtInGain", "BtInForm", "bt_sink", "onUiDspBtInStripChange", "BT 1,BT 2", 9},
+    {"Dante Network Rx", "NetRxGain", "NetRxForm", "dante_rx", "onUiDspNetRxStripChanged",
+     "CH 1,CH 2,CH 3,CH 4", 3},
+    {"USB Playback", "UsbInGain", "UsbInForm", "usb_playback", "onUiDspUsbInStripChanged", "CH 1,CH 2", 7},
+    {"Matrix Mixer", "MatrixMixer", "MatrixMixerForm", nullptr, nullptr, nullptr, 0},
+    {"Bluetooth Out", "BtOutGain", "BtOutForm", "bt_source", "onUiDspBtOutStripChange", "BT Out 1", 18},
+    {"Dante Network Tx", "NetTxGain", "NetTxForm", "dante_tx", "onUiDspNetTxStripChanged",
+     "CH 1,CH 2,CH 3,CH 4", 12},
+    {"USB Record", "UsbOutGain", "UsbOutForm", "usb_record", "onUiDspUsbOutStripChanged", "CH 1,CH 2", 16},
+};
+// clang-format on
+
+} // namespace
+
+Q_DECLARE_METATYPE(Block)
 
 class DspTest : public LiveEditorTest
 {
@@ -17,59 +53,58 @@ class DspTest : public LiveEditorTest
 
 private slots:
     void cleanup();
-    void opensOnceAndCloses_data() { blocks(); }
+    void opensOnceAndCloses_data() { addBlocks(); }
     void opensOnceAndCloses();
-    void stripChangesAreSentAndTakenOver_data() { blocks(); }
+    void stripsShowTheDevice_data() { addBlocks(true); }
+    void stripsShowTheDevice();
+    void stripsSurviveOddSections_data();
+    void stripsSurviveOddSections();
+    void stripChangesAreSentAndTakenOver_data() { addBlocks(true); }
     void stripChangesAreSentAndTakenOver();
     void dialsAreSentTogether();
     void clearSendsOneMixer();
     void toneGeneratorSendsWhatRests();
-    void deviceReachesOpenEditors();
+    void followsTheUsbMode();
 
 private:
-    static void blocks();
-    BlockEditor *open(const QString &block, const QString &className) const;
-    BlockEditor *openMixer() const
+    static void addBlocks(bool onlyStrips = false);
+    BlockEditor *open(const char *title) const;
+    BlockEditor *open(const Block &block) const { return open(block.title); }
+    BlockEditor *openMixer() const { return open("Matrix Mixer"); }
+    void report(const char *section, const QByteArray &json) const
     {
-        return open(QStringLiteral("MatrixMixer"), QStringLiteral("MatrixMixerForm"));
+        session->deviceReports(QStringLiteral("/preset/dsp/") + QLatin1String(section), json);
+    }
+    void sendLevels(const QByteArray &datagram) const
+    {
+        QMetaObject::invokeMethod(session->editor(), "meteringLevels", Q_ARG(QByteArray, datagram));
     }
     static VmDial *dialAt(BlockEditor *mixer, int source, int sink);
 };
 
 void DspTest::cleanup()
 {
-    for (const char *block :
-         {"BtInGain", "NetRxGain", "UsbInGain", "MatrixMixer", "BtOutGain", "NetTxGain", "UsbOutGain"})
-        QMetaObject::invokeMethod(session->editor(), QByteArray("on") + block + "Closed");
+    for (const Block &block : Blocks)
+        QMetaObject::invokeMethod(session->editor(), QByteArray("on") + block.name + "Closed");
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-void DspTest::blocks()
+void DspTest::addBlocks(bool onlyStrips)
 {
-    QTest::addColumn<QString>("block");
-    QTest::addColumn<QString>("className");
-    QTest::addColumn<QString>("section"); // empty for the mixer
-    QTest::addColumn<QByteArray>("element");
-    QTest::addColumn<int>("channels");
-    const auto row = [](const char *title, const char *block, const char *className, const char *section,
-                        const char *element, int channels) {
-        QTest::newRow(title) << block << className << section << QByteArray(element) << channels;
-    };
-    row("Bluetooth In", "BtInGain", "BtInForm", "/preset/dsp/bt_sink", "PRESET_BT_SINK", 2);
-    row("Dante Network Rx", "NetRxGain", "NetRxForm", "/preset/dsp/dante_rx", "PRESET_RX", 4);
-    row("USB Playback", "UsbInGain", "UsbInForm", "/preset/dsp/usb_playback", "PRESET_USB_PLAYBACK", 2);
-    row("Matrix Mixer", "MatrixMixer", "MatrixMixerForm", "", "", 0);
-    row("Bluetooth Out", "BtOutGain", "BtOutForm", "/preset/dsp/bt_source", "PRESET_BT_SOURCE", 1);
-    row("Dante Network Tx", "NetTxGain", "NetTxForm", "/preset/dsp/dante_tx", "PRESET_TX", 4);
-    row("USB Record", "UsbOutGain", "UsbOutForm", "/preset/dsp/usb_record", "PRESET_USB_RECORD", 2);
+    QTest::addColumn<Block>("block");
+    for (const Block &block : Blocks) {
+        if (block.section || !onlyStrips)
+            QTest::newRow(block.title) << block;
+    }
 }
 
-BlockEditor *DspTest::open(const QString &block, const QString &className) const
+BlockEditor *DspTest::open(const char *title) const
 {
-    QMetaObject::invokeMethod(session->editor(),
-                              QStringLiteral("on%1Clicked").arg(block).toLatin1().constData());
+    const auto *block = std::find_if(std::begin(Blocks), std::end(Blocks),
+                                     [title](const Block &each) { return qstrcmp(each.title, title) == 0; });
+    QMetaObject::invokeMethod(session->editor(), QByteArray("on") + block->name + "Clicked");
     for (QWidget *widget : QApplication::topLevelWidgets()) {
-        if (widget->isVisible() && className == QLatin1String(widget->metaObject()->className()))
+        if (widget->isVisible() && qstrcmp(block->className, widget->metaObject()->className()) == 0)
             return qobject_cast<BlockEditor *>(widget);
     }
     return nullptr;
@@ -83,50 +118,128 @@ VmDial *DspTest::dialAt(BlockEditor *mixer, int source, int sink)
 
 void DspTest::opensOnceAndCloses()
 {
-    QFETCH(QString, block);
-    QFETCH(QString, className);
-    const QPointer<BlockEditor> editor = open(block, className);
+    QFETCH(Block, block);
+    const QPointer<BlockEditor> editor = open(block);
     QVERIFY(editor && !editor->isModal() && !editor->parentWidget());
-    QCOMPARE(editor->windowTitle(), QLatin1String(QTest::currentDataTag()));
-    QCOMPARE(open(block, className), editor.data());
+    QCOMPARE(editor->windowTitle(), QLatin1String(block.title));
+    QCOMPARE(open(block), editor.data());
     QVERIFY2(!qobject_cast<QAbstractButton *>(editor->focusWidget()), "a blank would mute or clear");
     QTest::keyClick(editor, Qt::Key_Escape);
     QTRY_VERIFY(!editor);
-    const QPointer<QWidget> again = open(block, className);
+    const QPointer<QWidget> again = open(block);
     QVERIFY(again);
     again->close();
     QTRY_VERIFY(!again);
 }
 
+void DspTest::stripsShowTheDevice()
+{
+    QFETCH(Block, block);
+    auto *editor = qobject_cast<StripEditor *>(open(block));
+    const auto faders = editor->findChildren<VmDspGain *>(QStringLiteral("vmdspgain"));
+    const auto mutes = editor->findChildren<QPushButton *>(QStringLiteral("digital_mute_pushButton"));
+    QStringList labels;
+    for (const QLabel *label : editor->findChildren<QLabel *>(QStringLiteral("strip_label")))
+        labels.append(label->text());
+    QCOMPARE(labels.join(QLatin1Char(',')), QLatin1String(block.labels));
+    for (const char *hidden :
+         {"block_label", "digital_invert_pushButton", "limiter_widget", "usb_host_widget"}) {
+        for (const QWidget *widget : editor->findChildren<QWidget *>(QLatin1String(hidden)))
+            QVERIFY2(widget->isHidden(), hidden);
+    }
+
+    report(block.section, R"([{"mute":false,"gain":-1},{"mute":true,"gain":-11},
+                              {"mute":false,"gain":-21},{"mute":true,"gain":-31}])");
+    QByteArray levels(19, '\x81');
+    for (int channel = 0; channel < labels.size(); ++channel)
+        levels[block.firstLevelByte + channel] = char(-10 * channel);
+    sendLevels(levels);
+    for (int channel = 0; channel < labels.size(); ++channel) {
+        QCOMPARE(faders.at(channel)->Gain(), -1.0 - 10 * channel);
+        QCOMPARE(mutes.at(channel)->isChecked(), channel % 2 == 1);
+        QCOMPARE(faders.at(channel)->getMeter()->dbValuePort1(), -10.0 * channel);
+    }
+    const int last = labels.size() - 1;
+    levels[block.firstLevelByte + last] = char(-128);
+    for (int length : {0, 1, block.firstLevelByte + last})
+        sendLevels(levels.left(length));
+    QCOMPARE(faders.last()->getMeter()->dbValuePort1(), -10.0 * last);
+    sendLevels(levels + QByteArray(65000, '\x7f'));
+    QCOMPARE(faders.last()->getMeter()->dbValuePort1(), -128.0);
+
+    // A strip that is not available stands still, under red where its mode can take it away.
+    const auto isCovered = [editor] {
+        const auto *overlay = editor->findChild<Overlay *>();
+        return overlay && overlay->isVisible();
+    };
+    editor->onEnableStrip(0, false);
+    report(block.section, R"([{"gain":9}])");
+    sendLevels(QByteArray(19, char(-7)));
+    QCOMPARE(faders.first()->Gain(), -1.0);
+    QVERIFY(faders.first()->getMeter()->dbValuePort1() != -7.0);
+    QTRY_COMPARE(isCovered(), QByteArray(block.section) != "dante_rx");
+    editor->onEnableStrip(0, true);
+    editor->onEnableStrip(200, false);
+    editor->onDataChanged();
+    QCOMPARE(faders.first()->Gain(), 9.0);
+    QTRY_VERIFY(!isCovered());
+    QCOMPARE(sentBy([] {}), QByteArray());
+}
+
+void DspTest::stripsSurviveOddSections_data()
+{
+    QTest::addColumn<QByteArray>("json");
+    QTest::addColumn<bool>("mute"); // of the second channel, which was muted at -11 dB
+    QTest::addColumn<double>("gain");
+    QTest::newRow("no array") << QByteArray("{}") << true << -11.0;
+    QTest::newRow("one channel") << QByteArray(R"([{"gain":3}])") << true << -11.0;
+    QTest::newRow("no objects") << QByteArray(R"([1,"x",null,[]])") << false << 0.0;
+    QTest::newRow("other types") << QByteArray(R"([{},{"mute":1,"gain":"-3","invert":"on"}])") << false
+                                 << 0.0;
+    QTest::newRow("too loud") << QByteArray(R"([{},{"gain":2000000}])") << false << 20.0;
+}
+
+void DspTest::stripsSurviveOddSections()
+{
+    QFETCH(QByteArray, json);
+    BlockEditor *editor = open("Dante Network Rx");
+    report("dante_rx", R"([{},{"mute":true,"gain":-11}])");
+    report("dante_rx", json);
+    QTEST(editor->findChildren<QPushButton *>(QStringLiteral("digital_mute_pushButton")).at(1)->isChecked(),
+          "mute");
+    QTEST(editor->findChildren<VmDspGain *>().at(1)->Gain(), "gain");
+}
+
 void DspTest::stripChangesAreSentAndTakenOver()
 {
-    QFETCH(QString, block);
-    QFETCH(QString, className);
-    QFETCH(QString, section);
-    QFETCH(QByteArray, element);
-    QFETCH(int, channels);
-    BlockEditor *editor = open(block, className);
-    const auto mutes = editor->findChildren<QPushButton *>(QStringLiteral("digital_mute_pushButton"));
-    const auto faders = editor->findChildren<VmDspGain *>(QStringLiteral("vmdspgain"));
-    QCOMPARE(QSize(mutes.size(), faders.size()), QSize(channels, channels));
-    if (section.isEmpty())
-        return;
-    const QByteArray channel = "{\"set\":\"" + section.toLatin1() + '/' + QByteArray::number(channels - 1);
+    QFETCH(Block, block);
+    report(block.section, R"([{"gain":0},{"gain":0},{"gain":0},{"gain":0}])");
+    BlockEditor *editor = open(block);
+    auto *mute = editor->findChildren<QPushButton *>(QStringLiteral("digital_mute_pushButton")).last();
+    auto *fader = editor->findChildren<VmDspGain *>().last();
+    const int last = QByteArray(block.labels).count(',');
+    const QByteArray path
+        = QByteArray("{\"set\":\"/preset/dsp/") + block.section + '/' + QByteArray::number(last);
     QCOMPARE(sentBy([&] {
-                 QTest::mouseClick(mutes.last(), Qt::LeftButton);
-                 QTest::keyClick(faders.last(), Qt::Key_Up);
-                 QTest::keyClick(faders.last(), Qt::Key_Up);
+                 QTest::mouseClick(mute, Qt::LeftButton);
+                 QTest::keyClick(fader, Qt::Key_Up);
+                 QTest::keyClick(fader, Qt::Key_Up);
              }),
-             channel + "/mute\", \"value\":1}\n" + channel + "/gain\", \"value\":1}\n" + channel
+             path + "/mute\", \"value\":1}\n" + path + "/gain\", \"value\":1}\n" + path
                  + "/gain\", \"value\":2}");
     QVERIFY(session->plugin->getSettingsChanged());
-    const QByteArray cached = session->cached(element.constData());
-    QCOMPARE(cached.count("\"gain\":2") + 10 * cached.count("\"mute\":true"), 11);
-    QVERIFY(cached.mid(cached.lastIndexOf("{\"gain\"")).contains("\"gain\":2"));
-    // A reload shows what the device holds and sends nothing.
-    session->script->deliverGet(section, session->script->value(section));
-    QCOMPARE(sentBy([] {}), QByteArray());
-    QVERIFY(faders.last()->Gain() == 0.0 && !mutes.last()->isChecked());
+    // What the device confirmed is in the cache, from which another editor reads it.
+    editor->close();
+    editor = open(block);
+    QCOMPARE(editor->findChildren<VmDspGain *>().last()->Gain(), 2.0);
+    QVERIFY(
+        editor->findChildren<QPushButton *>(QStringLiteral("digital_mute_pushButton")).last()->isChecked());
+    QCOMPARE(sentBy([&] {
+                 QMetaObject::invokeMethod(session->editor(), block.changed,
+                                           QArgument<ChannelRecord>("QPair<int,QPair<int,QVariant> >",
+                                                                    ChannelRecord(last, {0, false})));
+             }),
+             path + "/mute\", \"value\":0}");
 }
 
 void DspTest::dialsAreSentTogether()
@@ -146,7 +259,6 @@ void DspTest::dialsAreSentTogether()
         = QStringLiteral("{\"set\":\"/preset/dsp/mixer\",\"value\":%1]}").arg(QString::fromLatin1(rows));
     QCOMPARE(session->script->commands(), QStringList(message));
     QCOMPARE(session->cached("PRESET_MIXER"), rows + ']');
-    QVERIFY(session->plugin->getSettingsChanged());
 }
 
 void DspTest::clearSendsOneMixer()
@@ -186,26 +298,31 @@ void DspTest::toneGeneratorSendsWhatRests()
     QCOMPARE(frequency->value(), 5555);
 }
 
-void DspTest::deviceReachesOpenEditors()
+void DspTest::followsTheUsbMode()
 {
-    BlockEditor *playback = open(QStringLiteral("UsbInGain"), QStringLiteral("UsbInForm"));
-    BlockEditor *record = open(QStringLiteral("UsbOutGain"), QStringLiteral("UsbOutForm"));
+    BlockEditor *playback = open("USB Playback");
+    BlockEditor *record = open("USB Record");
     BlockEditor *mixer = openMixer();
     const auto faders = playback->findChildren<VmDspGain *>();
     const auto mutes = playback->findChildren<QPushButton *>(QStringLiteral("digital_mute_pushButton"));
-    session->deviceReports(QStringLiteral("/preset/dsp/usb_playback"), R"([{"gain":-9},{"gain":-9}])");
-    QMetaObject::invokeMethod(session->editor(), "meteringLevels",
-                              Q_ARG(QByteArray, QByteArray(19, char(-7))));
-    QCOMPARE(playback->findChild<VMMeter *>()->property("dbValuePort1"), QVariant(-7.0));
+    const auto dials = mixer->findChildren<VmDial *>();
+    report("usb_playback", R"([{"gain":-9},{"mute":true,"gain":-9}])");
     for (const char *mode : {"speakerphone_ec", "2x2"}) {
         const bool soundCard = QByteArray(mode) == "2x2";
         session->deviceReports(QStringLiteral("/system/usb"), QByteArray("{\"mode\":\"") + mode + "\"}");
-        QVERIFY(faders.first()->isEnabled() && dialAt(mixer, 0, 0)->isEnabled());
+        QVERIFY(faders.first()->isEnabled());
         QCOMPARE(faders.last()->isEnabled(), soundCard);
         QCOMPARE(faders.last()->Gain(), soundCard ? -9.0 : 0.0);
-        QVERIFY(!mutes.last()->isChecked());
+        QCOMPARE(mutes.last()->isChecked(), soundCard);
         QCOMPARE(record->findChildren<VmDspGain *>().last()->isEnabled(), soundCard);
-        QCOMPARE(dialAt(mixer, 7, 0)->isEnabled(), soundCard);
+        // Of the mixer the row of BT IN 2 and the column of BT OUT 1, which still show what the device says.
+        const auto isOff = [](const VmDial *dial) { return !dial->isEnabled(); };
+        QCOMPARE(std::count_if(dials.begin(), dials.end(), isOff), soundCard ? 0 : 7 + 10 - 1);
+        QCOMPARE(dialAt(mixer, 7, 0)->isEnabled() || dialAt(mixer, 9, 6)->isEnabled(), soundCard);
+        QTRY_COMPARE(mixer->findChildren<Overlay *>().size(), 16);
+        session->script->deliverGet(QStringLiteral("/preset/dsp/mixer/3"),
+                                    QJsonArray{0, 0, 0, 0, 0, 0, 0, -8});
+        QCOMPARE(dialAt(mixer, 7, 3)->Val(), -8.0);
     }
 }
 

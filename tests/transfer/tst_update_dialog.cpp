@@ -1,13 +1,41 @@
+#include "host/px_device.h"
+#include "simulator/tftp_fetcher.h"
 #include "tests/support/box_answerer.h"
-#include "tests/transfer/opened_dialog.h"
+#include "tests/support/tftp_peer.h"
+#include "transfer/dev_list.h"
 #include "transfer/local_address.h"
+#include "transfer/update_dialog.h"
+#include "transfer/update_texts.h"
 
+#include <QLabel>
+#include <QProcess>
+#include <QPushButton>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTest>
 
 using namespace std::chrono_literals;
+using sim::TftpFaultSettings;
+using support::pattern;
+using Kind = TftpFaultSettings::Kind;
+
+Q_DECLARE_METATYPE(sim::TftpFaultSettings)
 
 namespace {
+
+/// Fetches with Net::TFTP; its engine stays as it is, only the block size it expects is the device's.
+const char ForeignClient[] = R"(
+    use Net::TFTP;
+    my $io = Net::TFTP->new('127.0.0.2', Mode => 'octet', Retries => 3)->get('cue.wav') or die 'no request';
+    (tied *$io)->{blksize} = 256;
+    binmode STDOUT;
+    while (1) {
+        my $read = sysread($io, my $part, 4096);
+        die 'transfer: ' . $io->error if !defined $read || $read < 0;
+        last if $read == 0;
+        print $part;
+    }
+)";
 
 /// Time-outs that a test can wait for.
 UpdateDialog::Intervals brief()
@@ -18,13 +46,73 @@ UpdateDialog::Intervals brief()
     return intervals;
 }
 
+sim::Intervals deviceIntervals()
+{
+    sim::Intervals intervals;
+    intervals.tftpRequest = 30;
+    intervals.tftpAck = 5;
+    intervals.tftpAckMost = 40;
+    return intervals;
+}
+
+/// The update dialog as the editor opens it, offering pattern(size).
+class OpenedDialog
+{
+public:
+    explicit OpenedDialog(int size, const UpdateDialog::Intervals &intervals = {})
+        : m_dialog(new UpdateDialog)
+    {
+        m_dialog->setIntervals(intervals);
+        m_device.setName(QStringLiteral("Studio A"));
+        m_dialog->setDevice(&m_device);
+        m_dialog->setFile(QStringLiteral("/home/me/ding.wav"), pattern(size));
+        m_dialog->show();
+    }
+
+    UpdateDialog *operator->() const { return m_dialog.data(); }
+    UpdateDialog *get() const { return m_dialog.data(); }
+    void destroy() { m_dialog.reset(); }
+    QString status() const { return m_dialog->findChild<QLabel *>(QStringLiteral("status_label"))->text(); }
+    QPushButton *close() const
+    {
+        return m_dialog->findChild<QPushButton *>(QStringLiteral("close_pushButton"));
+    }
+    QVariant cell(int column, int role) const
+    {
+        return m_dialog->findChild<QTableView *>()->model()->index(0, column).data(role);
+    }
+    int progress() const { return cell(DevList::ProgressColumn, DevList::ProgressRole).toInt(); }
+
+private:
+    pxDevice m_device;
+    QScopedPointer<UpdateDialog> m_dialog;
+};
+
+/// The device's end, which asks at once.
+class Device : public sim::TftpFetcher
+{
+public:
+    explicit Device(const TftpFaultSettings &faults = {})
+        : TftpFetcher(deviceIntervals(), faults, 20240607)
+    {
+        fetch({QHostAddress(QStringLiteral("127.0.0.2")), 69, QStringLiteral("any.wav")},
+              QHostAddress(QHostAddress::LocalHost));
+    }
+
+    QSignalSpy fetched{this, &TftpFetcher::finished};
+    QSignalSpy gaveUp{this, &TftpFetcher::failed};
+};
+
 } // namespace
 
-class TestUpdateDialog : public QObject
+class UpdateDialogTest : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void bringsTheFile_data();
+    void bringsTheFile();
+    void servesAForeignClient();
     void offersTheFileBeyondTheStartWait();
     void endsTheTransferWhenItGoes_data();
     void endsTheTransferWhenItGoes();
@@ -37,42 +125,82 @@ private slots:
     void choosesAnAddressThatDevicesReach();
 };
 
-void TestUpdateDialog::offersTheFileBeyondTheStartWait()
+void UpdateDialogTest::bringsTheFile_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<TftpFaultSettings>("faults");
+    for (const int size : {1, 255, 256, 257, 512, 65535 * 256 - 1})
+        QTest::addRow("%d bytes", size) << size << TftpFaultSettings();
+    QTest::newRow("acknowledgements lost") << 5000 << TftpFaultSettings{Kind::LostAck, 0, 0};
+    QTest::newRow("acknowledgements doubled") << 5000 << TftpFaultSettings{Kind::DuplicateAck, 0, 0};
+    QTest::newRow("wrong blocks acknowledged") << 5000 << TftpFaultSettings{Kind::WrongBlock, 0, 0};
+    for (const int size : {1, 512, 100000})
+        QTest::addRow("%d bytes, a tenth lost, a tenth doubled", size)
+            << size << TftpFaultSettings{Kind::None, 0.1, 0.1};
+}
+
+void UpdateDialogTest::bringsTheFile()
+{
+    QFETCH(int, size);
+    QFETCH(TftpFaultSettings, faults);
+    UpdateDialog::Intervals intervals;
+    intervals.transfer.packetTimeout = 100ms;
+    intervals.transfer.step = 0ms;
+    OpenedDialog offer(size, intervals);
+    Device device(faults);
+    QVERIFY(device.fetched.wait(100000));
+    QVERIFY2(device.fetched.first().first().toByteArray() == pattern(size), "the file differs");
+    QTRY_COMPARE(offer.status(), updatetexts::finished(size)); // also when the last acknowledgement was lost
+}
+
+void UpdateDialogTest::servesAForeignClient()
+{
+    if (QSysInfo::kernelType() == QLatin1String("winnt"))
+        QSKIP("the client is a perl program");
+    const int size = 160 * 1024;
+    OpenedDialog offer(size);
+    QProcess perl;
+    perl.start(QStringLiteral("perl"), {QStringLiteral("-e"), QLatin1String(ForeignClient)});
+    QSignalSpy ended(&perl, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished));
+    QVERIFY2(ended.wait(30000), "needs perl with Net::TFTP (Debian: libnet-tftp-perl)");
+    QCOMPARE(QString::fromLatin1(perl.readAllStandardError()), QString());
+    QVERIFY2(perl.readAllStandardOutput() == pattern(size), "the file differs");
+    QTRY_COMPARE(offer.status(), updatetexts::finished(size));
+}
+
+void UpdateDialogTest::offersTheFileBeyondTheStartWait()
 {
     const int size = 99 * 256; // the last block ends at 100 % in double precision, at 99 % in single
     OpenedDialog dialog(size, brief());
     QCOMPARE(dialog.status(), updatetexts::waiting());
-    QCOMPARE(dialog.table()->model()->index(0, 1).data().toString(), QStringLiteral("Studio A"));
+    QCOMPARE(dialog.cell(DevList::NameColumn, Qt::DisplayRole).toString(), QStringLiteral("Studio A"));
     QSignalSpy given(dialog.get(), &UpdateDialog::signalTftpDone);
     QVERIFY(given.wait(2000));
     QCOMPARE(dialog.status(), updatetexts::notAskedYet());
     QVERIFY(dialog.close()->isEnabled());
-    TftpClient late;
-    late.fetch(server);
+    const Device late;
     QTRY_COMPARE(dialog.status(), updatetexts::finished(size));
     QCOMPARE(given.size(), 2);
-    QCOMPARE(dialog.row()->progress(), 99);
+    QCOMPARE(dialog.progress(), 99);
     QSignalSpy closed(dialog.get(), &QDialog::finished);
     QTest::mouseClick(dialog.close(), Qt::LeftButton);
     QCOMPARE(closed.value(0).value(0).toInt(), 0);
 }
 
-void TestUpdateDialog::endsTheTransferWhenItGoes_data()
+void UpdateDialogTest::endsTheTransferWhenItGoes_data()
 {
     QTest::addColumn<bool>("byEscape");
     QTest::newRow("Escape") << true;
     QTest::newRow("destroyed") << false;
 }
 
-void TestUpdateDialog::endsTheTransferWhenItGoes()
+void UpdateDialogTest::endsTheTransferWhenItGoes()
 {
     QFETCH(bool, byEscape);
     OpenedDialog dialog(100000);
-    TftpClient device;
-    QSignalSpy blocks(&device, &TftpClient::blockArrived);
-    device.fetch(server);
-    QTRY_VERIFY(dialog.row()->progress() >= 2);
-    QVERIFY(dialog.status().contains(QStringLiteral("127.0.0.1: %1 %").arg(dialog.row()->progress())));
+    Device device;
+    QTRY_VERIFY(dialog.progress() >= 2);
+    QVERIFY(dialog.status().contains(QStringLiteral("127.0.0.1: %1 %").arg(dialog.progress())));
     QVERIFY(!dialog.close()->isEnabled());
     QTest::mouseClick(dialog.close(), Qt::LeftButton);
     QVERIFY2(dialog->isVisible(), "Close does not work yet");
@@ -82,56 +210,58 @@ void TestUpdateDialog::endsTheTransferWhenItGoes()
     dialog.destroy();
     QVERIFY2(QUdpSocket().bind(QHostAddress::AnyIPv4, 69, QUdpSocket::DontShareAddress),
              "the port is still taken");
-    while (blocks.wait(50)) // what was on its way
-        continue;
-    QVERIFY(device.content().size() < 100000);
+    QVERIFY(device.gaveUp.wait());
 }
 
-void TestUpdateDialog::saysWhatFailed_data()
+void UpdateDialogTest::saysWhatFailed_data()
 {
     QTest::addColumn<int>("size");
-    QTest::addColumn<QByteArray>("answer");
+    QTest::addColumn<TftpFaultSettings>("fault");
     QTest::addColumn<VmTftp::Failure>("failure");
-    QTest::newRow("refused") << 1000 << QByteArray("\0\5\0\0NACK", 8) << VmTftp::Failure::Refused;
-    QTest::newRow("no acknowledgement") << 1000 << QByteArray("\0\3\0\1", 4) << VmTftp::Failure::NoAnswer;
-    QTest::newRow("too long") << 65535 * 256 << QByteArray() << VmTftp::Failure::TooLong;
+    QTest::addColumn<QString>("deviceSays");
+    QTest::newRow("refused") << 1000 << TftpFaultSettings{Kind::Nack, 0, 0} << VmTftp::Failure::Refused
+                             << "refused by the fault option at block 3";
+    QTest::newRow("no acknowledgement") << 1000 << TftpFaultSettings{Kind::Silence, 0, 0}
+                                        << VmTftp::Failure::NoAnswer << "no block after 3 came";
+    QTest::newRow("too long") << 65535 * 256 << TftpFaultSettings{Kind::None, 0, 0}
+                              << VmTftp::Failure::TooLong << "the server does not answer";
 }
 
-void TestUpdateDialog::saysWhatFailed()
+void UpdateDialogTest::saysWhatFailed()
 {
     QFETCH(int, size);
-    QFETCH(QByteArray, answer);
+    QFETCH(TftpFaultSettings, fault);
     QFETCH(VmTftp::Failure, failure);
+    QFETCH(QString, deviceSays);
     OpenedDialog dialog(size, brief());
-    TftpClient device;
-    device.stubbornAnswer = answer;
-    device.fetch(server);
+    const Device device(fault);
     QTRY_COMPARE(dialog.status(), updatetexts::failed(failure));
     QVERIFY(dialog.close()->isEnabled());
-    QCOMPARE(dialog.row()->progress(), 0);
+    QTRY_COMPARE(device.gaveUp.value(0).value(0).toString(), deviceSays);
+    QVERIFY(device.fetched.isEmpty());
 }
 
-void TestUpdateDialog::refusesToServeAnEmptyFile_data()
+void UpdateDialogTest::refusesToServeAnEmptyFile_data()
 {
     QTest::addColumn<bool>("destroyed");
     QTest::newRow("answered") << false;
     QTest::newRow("destroyed under its message") << true;
 }
 
-void TestUpdateDialog::refusesToServeAnEmptyFile()
+void UpdateDialogTest::refusesToServeAnEmptyFile()
 {
     QFETCH(bool, destroyed);
     OpenedDialog dialog(0);
     QSignalSpy closed(dialog.get(), &QDialog::finished);
+    Device device;
     support::BoxAnswerer answerer(QMessageBox::Ok);
     answerer.setWhileOpen([&] {
-        QMetaObject::invokeMethod(dialog.get(), "handleTimeout"); // an impatient device asks again
+        device.abort();
+        QMetaObject::invokeMethod(dialog.get(), "handleTimeout"); // an impatient device asked again
         if (destroyed)
             dialog.destroy();
         QCOMPARE(!QApplication::activeModalWidget(), destroyed);
     });
-    TftpClient device;
-    device.fetch(server);
     QTRY_COMPARE(answerer.seen().size(), 1);
     QCOMPARE(answerer.seen().first().title, QStringLiteral("Failed to update the image"));
     QCOMPARE(answerer.seen().first().text,
@@ -139,38 +269,35 @@ void TestUpdateDialog::refusesToServeAnEmptyFile()
     QTRY_COMPARE(closed.count(), destroyed ? 0 : 1);
 }
 
-void TestUpdateDialog::servesOnlyTheFirstRequest()
+void UpdateDialogTest::servesOnlyTheFirstRequest()
 {
-    OpenedDialog dialog(20000);
+    const int size = 100000;
+    OpenedDialog dialog(size);
     QUdpSocket stray;
     for (const QByteArray &noRequest : {QByteArray(), QByteArray("\0", 1), QByteArray("\0\2x", 3)})
-        stray.writeDatagram(noRequest, server, 69);
-    TftpClient first;
-    TftpClient second;
-    QSignalSpy disturbed(&second, &TftpClient::blockArrived);
-    first.fetch(server);
-    QTRY_COMPARE(dialog.transfers(), 1);
-    second.fetch(server);
-    QTRY_COMPARE(dialog.status(), updatetexts::finished(20000));
-    QVERIFY(first.content() == pattern(20000));
-    QVERIFY(disturbed.isEmpty());
-    QCOMPARE(dialog.transfers(), 1);
+        stray.writeDatagram(noRequest, QHostAddress(QStringLiteral("127.0.0.2")), 69);
+    const Device first;
+    QTRY_COMPARE(dialog->findChildren<VmTftp *>().size(), 1);
+    const Device second;
+    QTRY_COMPARE(dialog.status(), updatetexts::finished(size));
+    QVERIFY(first.fetched.first().first().toByteArray() == pattern(size));
+    QTRY_COMPARE(second.gaveUp.value(0).value(0).toString(), QStringLiteral("the server does not answer"));
+    QCOMPARE(dialog->findChildren<VmTftp *>().size(), 1);
 }
 
-void TestUpdateDialog::tellsASecondDialogThatThePortIsTaken()
+void UpdateDialogTest::tellsASecondDialogThatThePortIsTaken()
 {
     OpenedDialog first(300);
     OpenedDialog second(600);
-    TftpClient device;
-    device.fetch(server);
+    const Device device;
     QTRY_COMPARE(first.status(), updatetexts::finished(300));
     QCOMPARE(second.status(), updatetexts::portClosed(QAbstractSocket::AddressInUseError, QString()));
 }
 
-void TestUpdateDialog::choosesAnAddressThatDevicesReach()
+void UpdateDialogTest::choosesAnAddressThatDevicesReach()
 {
     QList<QNetworkAddressEntry> entries;
-    for (const QString &address : words("fe80::1 127.0.0.1 10.0.0.7 10.0.0.8")) {
+    for (const QString &address : support::words("fe80::1 127.0.0.1 10.0.0.7 10.0.0.8")) {
         QNetworkAddressEntry entry;
         entry.setIp(QHostAddress(address));
         entries.append(entry);
@@ -179,5 +306,5 @@ void TestUpdateDialog::choosesAnAddressThatDevicesReach()
     QVERIFY(firstReachableAddress(entries.mid(0, 2)).isNull());
 }
 
-QTEST_MAIN(TestUpdateDialog)
+QTEST_MAIN(UpdateDialogTest)
 #include "tst_update_dialog.moc"

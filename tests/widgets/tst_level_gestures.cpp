@@ -60,7 +60,7 @@ private:
 
 } // namespace
 
-/// The hand on a fader and on a dial: keys, wheel, drag, double-click, typing.
+/// The user at a fader and at a dial: keys, wheel, drag, double-click, typing.
 class TestLevelGestures : public QObject
 {
     Q_OBJECT

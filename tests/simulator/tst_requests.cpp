@@ -25,7 +25,7 @@ QJsonValue valueOf(DeviceModel *model, const QString &path)
 } // namespace
 
 /// What the device answers to a request, byte for byte, and what the request changes.
-class TestRequests : public QObject
+class RequestsTest : public QObject
 {
     Q_OBJECT
 
@@ -38,7 +38,7 @@ private slots:
     void defaults();
 };
 
-void TestRequests::reply_data()
+void RequestsTest::reply_data()
 {
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<QByteArray>("expected");
@@ -70,7 +70,7 @@ void TestRequests::reply_data()
     row("empty", "", "NACK\r");
 }
 
-void TestRequests::reply()
+void RequestsTest::reply()
 {
     QFETCH(QByteArray, request);
     QFETCH(QByteArray, expected);
@@ -78,7 +78,7 @@ void TestRequests::reply()
     QCOMPARE(model.answer(request), expected);
 }
 
-void TestRequests::refusal_data()
+void RequestsTest::refusal_data()
 {
     QTest::addColumn<QByteArray>("request");
     QTest::addColumn<QString>("reason");
@@ -113,7 +113,7 @@ void TestRequests::refusal_data()
         "/control/fwdl: no target");
 }
 
-void TestRequests::refusal()
+void RequestsTest::refusal()
 {
     QFETCH(QByteArray, request);
     QFETCH(QString, reason);
@@ -131,7 +131,7 @@ void TestRequests::refusal()
 }
 
 /// A snapshot sets whole sections: a good one is taken whole, of a bad one nothing is taken.
-void TestRequests::sectionSet()
+void RequestsTest::sectionSet()
 {
     DeviceModel model(sim::Identity(QStringLiteral("KBX-0001")), 1);
     ask(&model,
@@ -149,7 +149,7 @@ void TestRequests::sectionSet()
     QCOMPARE(valueOf(&model, QStringLiteral("/preset/dsp/mixer/3/9")).toInt(), 10);
 }
 
-void TestRequests::defaults()
+void RequestsTest::defaults()
 {
     DeviceModel model(sim::Identity(QStringLiteral("KBX-0001")), 1);
     const QJsonObject fresh = model.toJson();
@@ -163,5 +163,5 @@ void TestRequests::defaults()
     QCOMPARE(model.toJson(), fresh);
 }
 
-QTEST_GUILESS_MAIN(TestRequests)
-#include "test_requests.moc"
+QTEST_GUILESS_MAIN(RequestsTest)
+#include "tst_requests.moc"

@@ -67,7 +67,7 @@ struct Client
 } // namespace
 
 /// The faults of the control link, and the command line that orders them.
-class TestFaults : public QObject
+class FaultsTest : public QObject
 {
     Q_OBJECT
 
@@ -80,7 +80,7 @@ private slots:
     void badOption();
 };
 
-void TestFaults::fatesRepeatBySeed()
+void FaultsTest::fatesRepeatBySeed()
 {
     QCOMPARE(fates(everything(), 5), fates(everything(), 5));
     QVERIFY(fates(everything(), 5) != fates(everything(), 6));
@@ -92,7 +92,7 @@ void TestFaults::fatesRepeatBySeed()
         QCOMPARE(with.next().garbage, without.next().garbage);
 }
 
-void TestFaults::link_data()
+void FaultsTest::link_data()
 {
     QTest::addColumn<FaultSettings>("faults");
     QTest::addColumn<QByteArrayList>("replies"); // to the requests "1" and "2"
@@ -110,7 +110,7 @@ void TestFaults::link_data()
     row("garbage", &FaultSettings::garbage, {noise, dealer.garbage()});
 }
 
-void TestFaults::link()
+void FaultsTest::link()
 {
     QFETCH(FaultSettings, faults);
     QFETCH(QByteArrayList, replies);
@@ -128,7 +128,7 @@ void TestFaults::link()
     QCOMPARE(client.received, replies + QByteArrayList{"re end"});
 }
 
-void TestFaults::heldReplyIsReleased()
+void FaultsTest::heldReplyIsReleased()
 {
     FaultSettings faults;
     faults.reorder = 1;
@@ -146,7 +146,7 @@ void TestFaults::heldReplyIsReleased()
     QCOMPARE(client.received.size(), 2);
 }
 
-void TestFaults::badOption_data()
+void FaultsTest::badOption_data()
 {
     QTest::addColumn<QStringList>("arguments");
     QTest::addColumn<QString>("error");
@@ -166,7 +166,7 @@ void TestFaults::badOption_data()
     row("positional", {QStringLiteral("lo")}, "\"lo\" is no option.");
 }
 
-void TestFaults::badOption()
+void FaultsTest::badOption()
 {
     QFETCH(QStringList, arguments);
     QFETCH(QString, error);
@@ -174,5 +174,5 @@ void TestFaults::badOption()
     QVERIFY2(parsed.error.startsWith(error), qPrintable(parsed.error));
 }
 
-QTEST_GUILESS_MAIN(TestFaults)
-#include "test_faults.moc"
+QTEST_GUILESS_MAIN(FaultsTest)
+#include "tst_faults.moc"

@@ -1,7 +1,7 @@
 #include "simulator/simulator.h"
 #include "simulator/state_file.h"
-#include "tests/simulator/scripted_tftp_server.h"
 #include "tests/support/loopback.h"
+#include "tests/support/tftp_peer.h"
 
 #include <QDir>
 #include <QFile>
@@ -86,7 +86,7 @@ bool isUp(const Simulator &simulator)
 } // namespace
 
 /// The device on the network: how it appears, goes, comes back, and what it remembers.
-class TestLife : public QObject
+class LifeTest : public QObject
 {
     Q_OBJECT
 
@@ -101,7 +101,7 @@ private slots:
     void program();
 };
 
-void TestLife::reboot()
+void LifeTest::reboot()
 {
     Simulator simulator(optionsOf(), quick());
     QCOMPARE(simulator.start(), QString());
@@ -117,7 +117,7 @@ void TestLife::reboot()
     QCOMPARE(ask(simulator, "LOAD 6\r"), QByteArray("ACK LOAD 6\r"));
 }
 
-void TestLife::vanishesAndReturns()
+void LifeTest::vanishesAndReturns()
 {
     Options options = optionsOf();
     options.faults.vanishAfter = 2;
@@ -133,7 +133,7 @@ void TestLife::vanishesAndReturns()
     QVERIFY(isUp(simulator));
 }
 
-void TestLife::stateFile()
+void LifeTest::stateFile()
 {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("state.json"));
@@ -155,7 +155,7 @@ void TestLife::stateFile()
     QCOMPARE(ask(again, "LOAD 2\r"), QByteArray("NACK LOAD 2\r"));
 }
 
-void TestLife::damagedStateFile_data()
+void LifeTest::damagedStateFile_data()
 {
     QTest::addColumn<QByteArray>("content");
     QTest::addColumn<QString>("problem");
@@ -169,7 +169,7 @@ void TestLife::damagedStateFile_data()
                                << "/system/usb/mode: \"x\" is not one of";
 }
 
-void TestLife::damagedStateFile()
+void LifeTest::damagedStateFile()
 {
     QFETCH(QByteArray, content);
     QFETCH(QString, problem);
@@ -188,7 +188,7 @@ void TestLife::damagedStateFile()
     QCOMPARE(file.readAll(), content); // left for its owner to mend
 }
 
-void TestLife::voiceCue_data()
+void LifeTest::voiceCue_data()
 {
     QTest::addColumn<QByteArray>("file");
     QTest::addColumn<bool>("taken");
@@ -201,7 +201,7 @@ void TestLife::voiceCue_data()
 }
 
 /// From the order to the recording: what came is kept as it came, and only a playable file replaces a cue.
-void TestLife::voiceCue()
+void LifeTest::voiceCue()
 {
     QFETCH(QByteArray, file);
     QFETCH(bool, taken);
@@ -210,13 +210,14 @@ void TestLife::voiceCue()
     options.keepUpload = dir.filePath(QStringLiteral("upload.wav"));
     Simulator simulator(options, quick());
     QCOMPARE(simulator.start(), QString());
-    support::ScriptedTftpServer server(file, support::ScriptedTftpServer::Manner::Good);
-    const QByteArray uri = "tftp://" + server.address().toString().toLatin1() + ':'
-        + QByteArray::number(server.port()) + "/cue.wav";
+    support::TftpPeer server("127.0.0.2");
+    const QByteArray uri = "tftp://127.0.0.2:" + QByteArray::number(server.localPort()) + "/cue.wav";
     const QByteArray order
         = R"({"set":"/control/fwdl","value":{"target":"VC_BT_SUCCESS","uri":")" + uri + "\"}}";
     QVERIFY(ask(simulator, order).contains("\"OK\""));
-    QTRY_VERIFY(server.isDone());
+    server.take();
+    server.answer(QStringLiteral("00030001") + QLatin1String(file.toHex()));
+    QCOMPARE(server.take(), QStringLiteral("4/1/0"));
     QTRY_VERIFY(valueOf(simulator, "/status/voice_cue/2/valid").toBool());
 
     QFile kept(options.keepUpload);
@@ -229,7 +230,7 @@ void TestLife::voiceCue()
 }
 
 /// The program says where it is and puts things in order when it is told to end.
-void TestLife::program()
+void LifeTest::program()
 {
     QTemporaryDir dir;
     const QString file = dir.filePath(QStringLiteral("state.json"));
@@ -254,5 +255,5 @@ void TestLife::program()
              QStringLiteral("KBX-0300"));
 }
 
-QTEST_GUILESS_MAIN(TestLife)
-#include "test_life.moc"
+QTEST_GUILESS_MAIN(LifeTest)
+#include "tst_life.moc"

@@ -11,7 +11,7 @@ using sim::Phone;
 
 namespace {
 
-constexpr BluetoothSettings basic{true, BluetoothSettings::Reconnect::Never, true};
+constexpr BluetoothSettings Basic{true, BluetoothSettings::Reconnect::Never, true};
 
 QString stateOf(const Phone &phone)
 {
@@ -37,8 +37,8 @@ void pairNewPhone(Phone *phone)
 
 } // namespace
 
-/// The life of the simulated phone, driven by the hand of the clock.
-class TestPhone : public QObject
+/// The life of the simulated phone, moved through time by the test.
+class PhoneTest : public QObject
 {
     Q_OBJECT
 
@@ -48,12 +48,12 @@ private slots:
     void signalStrengthPassesAllBands();
 };
 
-void TestPhone::pairing()
+void PhoneTest::pairing()
 {
     Phone phone(1);
     QSignalSpy cues(&phone, &Phone::cueDue);
     QVERIFY(!phone.pair().isEmpty()); // disabled
-    phone.applySettings(basic);
+    phone.applySettings(Basic);
 
     QCOMPARE(phone.pair(), QString());
     QCOMPARE(stateOf(phone), QStringLiteral("discoverable"));
@@ -69,10 +69,10 @@ void TestPhone::pairing()
     QCOMPARE(cues.last().first().toInt(), 2);
 }
 
-void TestPhone::mediaKeys()
+void PhoneTest::mediaKeys()
 {
     Phone phone(1);
-    phone.applySettings(basic);
+    phone.applySettings(Basic);
     QVERIFY(!phone.control(&sim::Player::next).isEmpty()); // not connected
     pairNewPhone(&phone);
     const QString first = songOf(phone);
@@ -99,10 +99,10 @@ void TestPhone::mediaKeys()
     QCOMPARE(phone.volumeDb(), 0.0);
 }
 
-void TestPhone::signalStrengthPassesAllBands()
+void PhoneTest::signalStrengthPassesAllBands()
 {
     Phone phone(1);
-    phone.applySettings(basic);
+    phone.applySettings(Basic);
     pairNewPhone(&phone);
     QSet<QString> bands;
     for (int ms = 0; ms < 60000; ms += 50) {
@@ -117,5 +117,5 @@ void TestPhone::signalStrengthPassesAllBands()
     QCOMPARE(bands.size(), 4);
 }
 
-QTEST_GUILESS_MAIN(TestPhone)
-#include "test_phone.moc"
+QTEST_GUILESS_MAIN(PhoneTest)
+#include "tst_phone.moc"
