@@ -6,6 +6,7 @@
 #include "transfer/progress_bar_delegate.h"
 #include "transfer/tftp_packet.h"
 #include "transfer/update_texts.h"
+#include "transfer/wav_format.h"
 #include "ui_update_dialog.h"
 
 #include <QFileInfo>
@@ -24,6 +25,12 @@ void discardPending(QUdpSocket &socket)
         socket.readDatagram(nullptr, 0);
 }
 
+void setIcon(QLabel *label, QStyle::StandardPixmap icon)
+{
+    constexpr int size = 22;
+    label->setPixmap(label->style()->standardIcon(icon).pixmap(size));
+}
+
 } // namespace
 
 UpdateDialog::UpdateDialog(QWidget *parent)
@@ -34,7 +41,9 @@ UpdateDialog::UpdateDialog(QWidget *parent)
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
     setUpTable();
+    m_ui->notice_widget->hide();
     m_ui->close_pushButton->setEnabled(true);
+    m_ui->close_pushButton->setFocus();
     showStatus(updatetexts::waiting());
     m_startTimer.setTimerType(Qt::PreciseTimer);
     connect(&m_startTimer, &QTimer::timeout, this, &UpdateDialog::handleStartTimeout);
@@ -64,14 +73,13 @@ void UpdateDialog::listenForRequests()
     connect(&m_requests, &QUdpSocket::readyRead, this, &UpdateDialog::handleTftpGet);
     QUdpSocket probe;
     if (!probe.bind(QHostAddress::AnyIPv4, RequestPort, QAbstractSocket::DontShareAddress)) {
-        showStatus(updatetexts::portClosed(probe.error(), probe.errorString()), QStyle::SP_MessageBoxWarning);
+        warn(updatetexts::portClosed(probe.error(), probe.errorString()));
         return;
     }
     probe.close();
     if (!m_requests.bind(QHostAddress::AnyIPv4, RequestPort,
                          QAbstractSocket::DontShareAddress | QAbstractSocket::ReuseAddressHint))
-        showStatus(updatetexts::portClosed(m_requests.error(), m_requests.errorString()),
-                   QStyle::SP_MessageBoxWarning);
+        warn(updatetexts::portClosed(m_requests.error(), m_requests.errorString()));
 }
 
 void UpdateDialog::setDevice(pxDevice *device)
@@ -79,6 +87,7 @@ void UpdateDialog::setDevice(pxDevice *device)
     if (!device)
         return;
     m_deviceName = device->name();
+    m_deviceAddress = device->ipAddress();
     m_devices->addDevice(m_deviceName);
 }
 
@@ -89,8 +98,11 @@ void UpdateDialog::setFile(const QString &file, const QByteArray &contents)
     m_ui->img_filename_label->setText(QFileInfo(file).fileName());
     m_ui->img_filename_label->setToolTip(Qt::convertFromPlainText(file));
     m_ui->close_pushButton->setEnabled(true);
+    m_unplayableKind = unplayableKind(contents);
     if (contents.isEmpty())
-        showStatus(updatetexts::nothingToSend(), QStyle::SP_MessageBoxWarning);
+        warn(updatetexts::nothingToSend());
+    else if (!m_unplayableKind.isEmpty())
+        addNotice(updatetexts::unplayable(m_unplayableKind));
     m_startTimer.start(m_intervals.start);
 }
 
@@ -117,9 +129,12 @@ void UpdateDialog::serve(const QHostAddress &peer, quint16 port)
     connect(m_transfer, &VmTftp::progress, this, &UpdateDialog::handleProgress, Qt::QueuedConnection);
     connect(m_transfer, &VmTftp::finishedUpdates, this, &UpdateDialog::handleFinished, Qt::QueuedConnection);
     connect(this, &UpdateDialog::signalTftpDone, m_transfer, &VmTftp::handleDone, Qt::QueuedConnection);
+    if (isStranger())
+        addNotice(updatetexts::stranger(peer, m_deviceName, m_deviceAddress));
     showStatus(updatetexts::sending(peer, m_data.size(), 0));
     m_transfer->setUp();
     m_transfer->startFirmwareUpdates();
+    setFocus(); // else it would jump into a text
     m_ui->close_pushButton->setEnabled(false);
 }
 
@@ -128,7 +143,12 @@ void UpdateDialog::handleProgress(int percent)
     if (m_ended)
         return;
     m_devices->setProgress(m_deviceName, percent);
-    showStatus(updatetexts::sending(m_peer, m_data.size(), percent));
+    m_ui->status_label->setText(updatetexts::sending(m_peer, m_data.size(), percent));
+}
+
+bool UpdateDialog::isStranger() const
+{
+    return !m_deviceAddress.isNull() && !m_peer.isEqual(m_deviceAddress, QHostAddress::TolerantConversion);
 }
 
 void UpdateDialog::handleFinished(bool error)
@@ -137,9 +157,12 @@ void UpdateDialog::handleFinished(bool error)
     if (m_ended)
         return;
     m_ended = true;
-    if (error)
-        showStatus(updatetexts::failed(m_transfer ? m_transfer->failure() : VmTftp::Failure::NoAnswer),
-                   QStyle::SP_MessageBoxWarning);
+    if (isStranger())
+        warn(updatetexts::finishedWithStranger(m_peer));
+    else if (error)
+        warn(updatetexts::failed(m_transfer ? m_transfer->failure() : VmTftp::Failure::NoAnswer));
+    else if (!m_unplayableKind.isEmpty())
+        warn(updatetexts::finishedUnplayable(m_data.size()));
     else
         showStatus(updatetexts::finished(m_data.size()), QStyle::SP_DialogApplyButton);
     releaseTransfer();
@@ -157,6 +180,7 @@ void UpdateDialog::handleStartTimeout()
 void UpdateDialog::releaseTransfer()
 {
     m_ui->close_pushButton->setEnabled(true);
+    m_ui->close_pushButton->setFocus();
     on_update();
     if (m_transfer)
         disconnect(this, &UpdateDialog::signalTftpDone, m_transfer, &VmTftp::handleDone);
@@ -185,7 +209,27 @@ void UpdateDialog::on_close_pushButton_clicked()
 
 void UpdateDialog::showStatus(const QString &text, QStyle::StandardPixmap icon)
 {
-    constexpr int iconSize = 22;
     m_ui->status_label->setText(text);
-    m_ui->status_icon->setPixmap(style()->standardIcon(icon).pixmap(iconSize));
+    setIcon(m_ui->status_icon, icon);
+    announce();
+}
+
+/// What stays true, and on show, until the dialog closes.
+void UpdateDialog::addNotice(const QString &text)
+{
+    const QString before = m_ui->notice_label->text();
+    m_ui->notice_label->setText(before.isEmpty() ? text : before + QLatin1Char('\n') + text);
+    setIcon(m_ui->notice_icon, QStyle::SP_MessageBoxWarning);
+    m_ui->notice_widget->show();
+    announce();
+}
+
+/// Screen readers say at once when the description of what has the focus changes: that is Close, or this
+/// dialog while Close is disabled. Each per cent would be too much.
+void UpdateDialog::announce()
+{
+    const QString text
+        = (m_ui->notice_label->text() + QLatin1Char('\n') + m_ui->status_label->text()).trimmed();
+    setAccessibleDescription(text);
+    m_ui->close_pushButton->setAccessibleDescription(text);
 }

@@ -60,7 +60,11 @@ private:
     void listenForRequests();
     void serve(const QHostAddress &peer, quint16 port);
     void releaseTransfer();
+    bool isStranger() const;
     void showStatus(const QString &text, QStyle::StandardPixmap icon = QStyle::SP_MessageBoxInformation);
+    void warn(const QString &text) { showStatus(text, QStyle::SP_MessageBoxWarning); }
+    void addNotice(const QString &text);
+    void announce();
 
     QScopedPointer<Ui::UpdateDialog> m_ui;
     DevList *m_devices; ///< child
@@ -69,8 +73,10 @@ private:
     QTimer m_startTimer;
     Intervals m_intervals;
     QString m_deviceName;
+    QHostAddress m_deviceAddress; ///< null when it is not known
     QString m_file;
     QByteArray m_data;
+    QString m_unplayableKind; ///< empty for a recording that the device plays
     QHostAddress m_peer;
     bool m_ended = false; ///< the outcome is on show; what the transfer says later is not
 };

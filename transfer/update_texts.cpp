@@ -54,6 +54,19 @@ QString nothingToSend()
     return tr("The file is empty or cannot be read. Choose another recording.");
 }
 
+QString unplayable(const QString &kind)
+{
+    return tr("The device cannot play this file: it is %1. Save the recording as a WAV file with one channel "
+              "(mono), 16 kHz and 16 bit PCM, then load it again.")
+        .arg(kind);
+}
+
+QString stranger(const QHostAddress &peer, const QString &deviceName, const QHostAddress &deviceAddress)
+{
+    return tr("The file goes to %1, which asked for it first. That is not %2, whose address is %3.")
+        .arg(peer.toString(), deviceName, deviceAddress.toString());
+}
+
 QString sending(const QHostAddress &peer, int fileSize, int percent)
 {
     return tr("Sending %1 to %2: %3 %").arg(dataSize(fileSize), peer.toString()).arg(percent);
@@ -61,10 +74,20 @@ QString sending(const QHostAddress &peer, int fileSize, int percent)
 
 QString finished(int fileSize)
 {
-    // The transfer does not tell whether the device can play what it got.
-    return tr("Finished: the device has fetched all %1. It keeps only recordings of the kind it plays (WAV, "
-              "mono, 16 kHz, 16 bit).")
-        .arg(dataSize(fileSize));
+    return tr("Finished: the device has fetched all %1.").arg(dataSize(fileSize));
+}
+
+QString finishedUnplayable(int fileSize)
+{
+    return tr("The device has fetched all %1, but cannot play them.").arg(dataSize(fileSize));
+}
+
+QString finishedWithStranger(const QHostAddress &peer)
+{
+    return tr("The device has not got the file, because %1 asked first. End the program there that asks for "
+              "it, "
+              "then load the voice cue again.")
+        .arg(peer.toString());
 }
 
 QString failed(VmTftp::Failure failure)
@@ -76,8 +99,7 @@ QString failed(VmTftp::Failure failure)
             .arg(dataSize(tftp::MaxBlocks * tftp::DeviceBlockSize - 1));
     case VmTftp::Failure::NotSent:
         return tr("Failed: the network did not take a packet for the device. Check the network connection, "
-                  "then load "
-                  "the voice cue again.");
+                  "then load the voice cue again.");
     case VmTftp::Failure::Refused:
         return tr(
             "Failed: the device refused the file. Check that it is a WAV recording of the kind the device "

@@ -1,10 +1,8 @@
 #include "simulator/tftp_fetcher.h"
-#include "simulator/wave_file.h"
 #include "tests/support/tftp_peer.h"
 
 #include <QSignalSpy>
 #include <QTest>
-#include <QtEndian>
 
 using namespace sim;
 using support::pattern;
@@ -36,35 +34,9 @@ struct Rig
     QSignalSpy failed{&fetcher, &TftpFetcher::failed};
 };
 
-template <typename Number>
-QByteArray little(Number number)
-{
-    QByteArray bytes(int(sizeof number), '\0');
-    qToLittleEndian(number, bytes.data());
-    return bytes;
-}
-
-QByteArray chunk(const char *name, const QByteArray &body)
-{
-    return name + little(quint32(body.size())) + body + QByteArray(body.size() % 2, '\0');
-}
-
-QByteArray format(quint16 tag, quint16 channels, quint32 rate, quint16 bits)
-{
-    const quint16 frame = quint16(channels * bits / 8);
-    return chunk("fmt ",
-                 little(tag) + little(channels) + little(rate) + little(quint32(rate * frame)) + little(frame)
-                     + little(bits));
-}
-
-QByteArray wave(const QByteArray &chunks)
-{
-    return chunk("RIFF", "WAVE" + chunks);
-}
-
 } // namespace
 
-/// The device's side of a voice-cue transfer: fetching the file and judging it.
+/// The device's side of a voice-cue transfer.
 class TftpFetcherTest : public QObject
 {
     Q_OBJECT
@@ -75,8 +47,6 @@ private slots:
     void heedsNoThirdPort();
     void uri_data();
     void uri();
-    void waveFile_data();
-    void waveFile();
 };
 
 void TftpFetcherTest::follows_data()
@@ -154,37 +124,6 @@ void TftpFetcherTest::uri()
     QCOMPARE(uri ? QStringLiteral("%1 %2 %3").arg(uri->host.toString(), QString::number(uri->port), uri->file)
                  : QString(),
              parts);
-}
-
-void TftpFetcherTest::waveFile_data()
-{
-    QTest::addColumn<QByteArray>("file");
-    QTest::addColumn<QString>("problem");
-    QTest::addColumn<int>("lengthMs");
-    const QByteArray good = format(1, 1, 16000, 16);
-    const QByteArray second = chunk("data", QByteArray(32000, '\1'));
-    const auto row = [](const char *name, const QByteArray &file, const char *problem, int ms) {
-        QTest::newRow(name) << file << QString::fromLatin1(problem) << ms;
-    };
-    row("good", wave(good + second), "", 1000);
-    row("stereo", wave(format(1, 2, 16000, 16) + second), "it has 2 channels instead of one", 0);
-    row("rate", wave(format(1, 1, 44100, 16) + second), "its sampling rate is 44100 Hz instead of 16000", 0);
-    row("depth", wave(format(1, 1, 16000, 8) + second), "it has 8 bits a sample instead of 16", 0);
-    row("no data", wave(good), "it has no complete data chunk", 0);
-    row("cut off", wave(good + second).chopped(1), "it has no complete data chunk", 0);
-    row("length of 4 GB", wave(good + "data" + QByteArray(4, '\xff') + "1234"),
-        "it has no complete data chunk", 0);
-    row("empty", "", "it is no RIFF WAVE file", 0);
-}
-
-void TftpFetcherTest::waveFile()
-{
-    QFETCH(QByteArray, file);
-    QFETCH(QString, problem);
-    QFETCH(int, lengthMs);
-    const WaveCheck check = checkWave(file);
-    QCOMPARE(check.problem, problem);
-    QCOMPARE(check.lengthMs, lengthMs);
 }
 
 QTEST_GUILESS_MAIN(TftpFetcherTest)

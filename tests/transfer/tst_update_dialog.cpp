@@ -55,24 +55,36 @@ sim::Intervals deviceIntervals()
     return intervals;
 }
 
-/// The update dialog as the editor opens it, offering pattern(size).
+/// A WAV file of two samples with 16 bit PCM at 16 kHz.
+QByteArray recording(const char *channels)
+{
+    return QByteArray::fromHex(
+               "524946462800000057415645666d74201000000001000100803e0000007d0000020010006461746104"
+               "00000031323334")
+        .replace(22, 1, channels, 1);
+}
+
+/// The update dialog as the editor opens it.
 class OpenedDialog
 {
 public:
-    explicit OpenedDialog(int size, const UpdateDialog::Intervals &intervals = {})
+    explicit OpenedDialog(const QByteArray &file, const UpdateDialog::Intervals &intervals = {},
+                          const QString &deviceAddress = QStringLiteral("127.0.0.1"))
         : m_dialog(new UpdateDialog)
     {
+        m_device.setIpAddress(QHostAddress(deviceAddress));
         m_dialog->setIntervals(intervals);
         m_device.setName(QStringLiteral("Studio A"));
         m_dialog->setDevice(&m_device);
-        m_dialog->setFile(QStringLiteral("/home/me/ding.wav"), pattern(size));
+        m_dialog->setFile(QStringLiteral("/home/me/ding.wav"), file);
         m_dialog->show();
     }
 
     UpdateDialog *operator->() const { return m_dialog.data(); }
     UpdateDialog *get() const { return m_dialog.data(); }
     void destroy() { m_dialog.reset(); }
-    QString status() const { return m_dialog->findChild<QLabel *>(QStringLiteral("status_label"))->text(); }
+    QLabel *label(const char *name) const { return m_dialog->findChild<QLabel *>(QLatin1String(name)); }
+    QString status() const { return label("status_label")->text(); }
     QPushButton *close() const
     {
         return m_dialog->findChild<QPushButton *>(QStringLiteral("close_pushButton"));
@@ -116,6 +128,8 @@ private slots:
     void offersTheFileBeyondTheStartWait();
     void endsTheTransferWhenItGoes_data();
     void endsTheTransferWhenItGoes();
+    void saysWhoGetsWhat_data();
+    void saysWhoGetsWhat();
     void saysWhatFailed_data();
     void saysWhatFailed();
     void refusesToServeAnEmptyFile_data();
@@ -146,11 +160,12 @@ void UpdateDialogTest::bringsTheFile()
     UpdateDialog::Intervals intervals;
     intervals.transfer.packetTimeout = 100ms;
     intervals.transfer.step = 0ms;
-    OpenedDialog offer(size, intervals);
+    OpenedDialog offer(pattern(size), intervals);
     Device device(faults);
     QVERIFY(device.fetched.wait(100000));
     QVERIFY2(device.fetched.first().first().toByteArray() == pattern(size), "the file differs");
-    QTRY_COMPARE(offer.status(), updatetexts::finished(size)); // also when the last acknowledgement was lost
+    QTRY_COMPARE(offer.status(),
+                 updatetexts::finishedUnplayable(size)); // also when the last acknowledgement was lost
 }
 
 void UpdateDialogTest::servesAForeignClient()
@@ -158,20 +173,20 @@ void UpdateDialogTest::servesAForeignClient()
     if (QSysInfo::kernelType() == QLatin1String("winnt"))
         QSKIP("the client is a perl program");
     const int size = 160 * 1024;
-    OpenedDialog offer(size);
+    OpenedDialog offer(pattern(size));
     QProcess perl;
     perl.start(QStringLiteral("perl"), {QStringLiteral("-e"), QLatin1String(ForeignClient)});
     QSignalSpy ended(&perl, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished));
     QVERIFY2(ended.wait(30000), "needs perl with Net::TFTP (Debian: libnet-tftp-perl)");
     QCOMPARE(QString::fromLatin1(perl.readAllStandardError()), QString());
     QVERIFY2(perl.readAllStandardOutput() == pattern(size), "the file differs");
-    QTRY_COMPARE(offer.status(), updatetexts::finished(size));
+    QTRY_COMPARE(offer.status(), updatetexts::finishedUnplayable(size));
 }
 
 void UpdateDialogTest::offersTheFileBeyondTheStartWait()
 {
     const int size = 99 * 256; // the last block ends at 100 % in double precision, at 99 % in single
-    OpenedDialog dialog(size, brief());
+    OpenedDialog dialog(pattern(size), brief());
     QCOMPARE(dialog.status(), updatetexts::waiting());
     QCOMPARE(dialog.cell(DevList::NameColumn, Qt::DisplayRole).toString(), QStringLiteral("Studio A"));
     QSignalSpy given(dialog.get(), &UpdateDialog::signalTftpDone);
@@ -179,7 +194,7 @@ void UpdateDialogTest::offersTheFileBeyondTheStartWait()
     QCOMPARE(dialog.status(), updatetexts::notAskedYet());
     QVERIFY(dialog.close()->isEnabled());
     const Device late;
-    QTRY_COMPARE(dialog.status(), updatetexts::finished(size));
+    QTRY_COMPARE(dialog.status(), updatetexts::finishedUnplayable(size));
     QCOMPARE(given.size(), 2);
     QCOMPARE(dialog.progress(), 99);
     QSignalSpy closed(dialog.get(), &QDialog::finished);
@@ -197,7 +212,7 @@ void UpdateDialogTest::endsTheTransferWhenItGoes_data()
 void UpdateDialogTest::endsTheTransferWhenItGoes()
 {
     QFETCH(bool, byEscape);
-    OpenedDialog dialog(100000);
+    OpenedDialog dialog(pattern(100000));
     Device device;
     QTRY_VERIFY(dialog.progress() >= 2);
     QVERIFY(dialog.status().contains(QStringLiteral("127.0.0.1: %1 %").arg(dialog.progress())));
@@ -211,6 +226,43 @@ void UpdateDialogTest::endsTheTransferWhenItGoes()
     QVERIFY2(QUdpSocket().bind(QHostAddress::AnyIPv4, 69, QUdpSocket::DontShareAddress),
              "the port is still taken");
     QVERIFY(device.gaveUp.wait());
+}
+
+void UpdateDialogTest::saysWhoGetsWhat_data()
+{
+    QTest::addColumn<QByteArray>("file");
+    QTest::addColumn<QString>("deviceAddress");
+    QTest::addColumn<QString>("notice");
+    QTest::addColumn<QString>("end");
+    const QHostAddress here(QHostAddress::LocalHost);
+    const QHostAddress elsewhere(QStringLiteral("127.0.0.9"));
+    QTest::newRow("playable") << recording("\1") << here.toString() << QString() << updatetexts::finished(48);
+    QTest::newRow("stereo") << recording("\2") << here.toString()
+                            << updatetexts::unplayable(QStringLiteral("stereo, 16 kHz, 16 bit PCM"))
+                            << updatetexts::finishedUnplayable(48);
+    QTest::newRow("stranger") << recording("\1") << elsewhere.toString()
+                              << updatetexts::stranger(here, QStringLiteral("Studio A"), elsewhere)
+                              << updatetexts::finishedWithStranger(here);
+}
+
+/// To the eye and to a screen reader; the tick is for a device that can play what it got.
+void UpdateDialogTest::saysWhoGetsWhat()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QString, deviceAddress);
+    QFETCH(QString, notice);
+    QFETCH(QString, end);
+    OpenedDialog dialog(file, {}, deviceAddress);
+    const bool forTheFile = QTest::currentDataTag() == QByteArray("stereo");
+    QCOMPARE(dialog.label("notice_label")->isVisible(), forTheFile);
+    const Device device;
+    QTRY_COMPARE(dialog.status(), end);
+    QCOMPARE(dialog.label("notice_label")->isVisible(), !notice.isEmpty());
+    QCOMPARE(dialog.label("notice_label")->text(), notice);
+    QCOMPARE(dialog.close()->accessibleDescription(), (notice + QLatin1Char('\n') + end).trimmed());
+    const auto tick = dialog->style()->standardIcon(QStyle::SP_DialogApplyButton).pixmap(22);
+    QCOMPARE(dialog.label("status_icon")->pixmap(Qt::ReturnByValue).toImage() == tick.toImage(),
+             notice.isEmpty());
 }
 
 void UpdateDialogTest::saysWhatFailed_data()
@@ -233,7 +285,7 @@ void UpdateDialogTest::saysWhatFailed()
     QFETCH(TftpFaultSettings, fault);
     QFETCH(VmTftp::Failure, failure);
     QFETCH(QString, deviceSays);
-    OpenedDialog dialog(size, brief());
+    OpenedDialog dialog(pattern(size), brief());
     const Device device(fault);
     QTRY_COMPARE(dialog.status(), updatetexts::failed(failure));
     QVERIFY(dialog.close()->isEnabled());
@@ -251,7 +303,7 @@ void UpdateDialogTest::refusesToServeAnEmptyFile_data()
 void UpdateDialogTest::refusesToServeAnEmptyFile()
 {
     QFETCH(bool, destroyed);
-    OpenedDialog dialog(0);
+    OpenedDialog dialog(pattern(0));
     QSignalSpy closed(dialog.get(), &QDialog::finished);
     Device device;
     support::BoxAnswerer answerer(QMessageBox::Ok);
@@ -272,14 +324,14 @@ void UpdateDialogTest::refusesToServeAnEmptyFile()
 void UpdateDialogTest::servesOnlyTheFirstRequest()
 {
     const int size = 100000;
-    OpenedDialog dialog(size);
+    OpenedDialog dialog(pattern(size));
     QUdpSocket stray;
     for (const QByteArray &noRequest : {QByteArray(), QByteArray("\0", 1), QByteArray("\0\2x", 3)})
         stray.writeDatagram(noRequest, QHostAddress(QStringLiteral("127.0.0.2")), 69);
     const Device first;
     QTRY_COMPARE(dialog->findChildren<VmTftp *>().size(), 1);
     const Device second;
-    QTRY_COMPARE(dialog.status(), updatetexts::finished(size));
+    QTRY_COMPARE(dialog.status(), updatetexts::finishedUnplayable(size));
     QVERIFY(first.fetched.first().first().toByteArray() == pattern(size));
     QTRY_COMPARE(second.gaveUp.value(0).value(0).toString(), QStringLiteral("the server does not answer"));
     QCOMPARE(dialog->findChildren<VmTftp *>().size(), 1);
@@ -287,10 +339,10 @@ void UpdateDialogTest::servesOnlyTheFirstRequest()
 
 void UpdateDialogTest::tellsASecondDialogThatThePortIsTaken()
 {
-    OpenedDialog first(300);
-    OpenedDialog second(600);
+    OpenedDialog first(pattern(300));
+    OpenedDialog second(pattern(600));
     const Device device;
-    QTRY_COMPARE(first.status(), updatetexts::finished(300));
+    QTRY_COMPARE(first.status(), updatetexts::finishedUnplayable(300));
     QCOMPARE(second.status(), updatetexts::portClosed(QAbstractSocket::AddressInUseError, QString()));
 }
 
