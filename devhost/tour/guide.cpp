@@ -1,5 +1,7 @@
 #include "devhost/tour/guide.h"
 
+#include "devhost/device_table_model.h"
+#include "devhost/device_view.h"
 #include "devhost/host.h"
 #include "devhost/host_window.h"
 #include "devhost/known_device.h"
@@ -65,6 +67,18 @@ KnownDevice *Guide::device() const
             return device;
     }
     return nullptr;
+}
+
+DeviceView *Guide::deviceView() const
+{
+    return m_window->findChild<DeviceView *>();
+}
+
+QModelIndex Guide::deviceRow() const
+{
+    const QAbstractItemModel *devices = deviceView()->model();
+    const QModelIndex first = devices->index(0, DeviceTableModel::Name);
+    return devices->match(first, Qt::DisplayRole, device()->name()).value(0);
 }
 
 EditorSession *Guide::session() const

@@ -4,6 +4,7 @@
 #include "devhost/tour/step.h"
 #include "devhost/tour/traffic_watch.h"
 
+#include <QModelIndex>
 #include <QRect>
 #include <QWidget>
 
@@ -11,6 +12,7 @@ class QTabBar;
 class QWindow;
 
 namespace devhost {
+class DeviceView;
 class EditorSession;
 class Host;
 class HostWindow;
@@ -35,6 +37,9 @@ public:
     QString newFile(const QString &name) const;
     /// The first device found; null before that.
     KnownDevice *device() const;
+    /// The host's list, and the name of the device in it.
+    DeviceView *deviceView() const;
+    QModelIndex deviceRow() const;
     EditorSession *session() const;
     /// Starts the simulated device anew with these options of its program, its settings kept.
     void restartDevice(const QStringList &faults) const;

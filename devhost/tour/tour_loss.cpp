@@ -1,5 +1,6 @@
 // A device that does not answer, is lost and comes back, is reset, and restarts.
 
+#include "devhost/device_table_model.h"
 #include "devhost/host_window.h"
 #include "devhost/known_device.h"
 #include "devhost/tour/areas.h"
@@ -124,6 +125,12 @@ Steps lostSteps(Guide &guide)
 {
     Step close = closing(guide, QStringLiteral("the editor closes, and the device is listed as lost"),
                          QMessageBox::Ok);
+    close = alsoNeeds(close, [&guide] {
+        const QModelIndex row = guide.deviceRow();
+        const QString presence = row.sibling(row.row(), DeviceTableModel::Presence).data().toString();
+        return unless(presence == DeviceTableModel::tr("Lost"),
+                      QStringLiteral("it is listed as \"%1\"").arg(presence));
+    });
     close.picture = QStringLiteral("listed-as-lost");
     close.area = guide.areaOf([&guide] { return guide.window(); });
     Step back = comeBack(guide);

@@ -1,6 +1,5 @@
 // Opening, identifying, refreshing and closing.
 
-#include "devhost/device_table_model.h"
 #include "devhost/device_view.h"
 #include "devhost/host_window.h"
 #include "devhost/known_device.h"
@@ -32,13 +31,8 @@ Step find(Guide &guide)
 Step open(Guide &guide)
 {
     Step step = guide.heard(QStringLiteral("open its editor with a double-click"), [&guide] {
-        const auto *view = guide.window()->findChild<DeviceView *>();
-        const QAbstractItemModel *devices = view->model();
-        const QModelIndex row
-            = devices
-                  ->match(devices->index(0, DeviceTableModel::Name), Qt::DisplayRole, guide.device()->name())
-                  .value(0);
-        return hands::doubleClick(view->viewport(), view->visualRect(row).center());
+        const DeviceView *view = guide.deviceView();
+        return hands::doubleClick(view->viewport(), view->visualRect(guide.deviceRow()).center());
     });
     step.missing = [&guide] {
         return unless(guide.editor() && guide.editor()->isVisible(), QStringLiteral("no editor is shown"));
