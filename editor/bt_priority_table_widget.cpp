@@ -1,7 +1,8 @@
 #include "editor/bt_priority_table_widget.h"
 
+#include "protocol/json.h"
+
 #include <QHeaderView>
-#include <QJsonArray>
 
 namespace {
 
@@ -18,21 +19,21 @@ BtPriorityTableWidget::BtPriorityTableWidget(QWidget *parent)
 void BtPriorityTableWidget::showStatus(const QJsonObject &status)
 {
     setRowCount(0);
-    setRowCount(qBound(0, status.value(QLatin1String("list_size")).toInt(), MostRows));
+    setRowCount(qBound(0, json::number(status, "list_size"), MostRows));
     // The style decides how much room the heading needs.
     horizontalHeader()->resizeSection(
         0, qMax(horizontalHeader()->defaultSectionSize(), horizontalHeader()->sectionSizeHint(0)));
-    const QJsonArray phones = status.value(QLatin1String("list")).toArray();
+    const QJsonArray phones = json::array(status, "list");
     for (int row = 0; row < rowCount(); ++row)
         fillRow(row, phones.at(row).toObject());
 }
 
 void BtPriorityTableWidget::fillRow(int row, const QJsonObject &phone)
 {
-    auto *address = new QTableWidgetItem(phone.value(QLatin1String("mac")).toString());
-    address->setCheckState(phone.value(QLatin1String("keep")).toBool() ? Qt::Checked : Qt::Unchecked);
+    auto *address = new QTableWidgetItem(json::text(phone, "mac"));
+    address->setCheckState(json::flag(phone, "keep") ? Qt::Checked : Qt::Unchecked);
     setItem(row, 0, address);
-    setItem(row, 1, new QTableWidgetItem(phone.value(QLatin1String("name")).toString()));
+    setItem(row, 1, new QTableWidgetItem(json::text(phone, "name")));
 }
 
 bool BtPriorityTableWidget::isProtected(int row) const

@@ -4,7 +4,6 @@
 
 #include "editor/bt_priority_pairing_dialog.h"
 #include "editor/rssi_band.h"
-#include "editor/widgets_in_use.h"
 #include "protocol/paths.h"
 #include "protocol/value_words.h"
 
@@ -13,11 +12,6 @@
 #include <QSignalBlocker>
 
 namespace {
-
-QString text(const QJsonObject &object, const char *member)
-{
-    return object.value(QLatin1String(member)).toString();
-}
 
 bool isConnected(const QString &state)
 {
@@ -29,14 +23,14 @@ bool isConnected(const QString &state)
 void TarnKBX_MainWindow::showBluetoothStatus()
 {
     const QJsonObject status = m_caches->object(Section::StatusBluetooth);
-    const QJsonObject device = status.value(QLatin1String("device")).toObject();
-    const QString state = text(status, "state");
+    const QJsonObject device = json::object(status, "device");
+    const QString state = json::text(status, "state");
     ui->bt_status_lineEdit->setText(state);
-    ui->bt_connected_dev_lineEdit->setText(isConnected(state) ? text(device, "name") : QString());
-    on_bt_sig_spinBox_valueChanged(device.value(QLatin1String("rssi")).toInt());
-    ui->bt_album_label->setText(text(device, "album"));
-    ui->bt_artist_label->setText(text(device, "artist"));
-    ui->bt_track_label->setText(text(device, "song"));
+    ui->bt_connected_dev_lineEdit->setText(isConnected(state) ? json::text(device, "name") : QString());
+    on_bt_sig_spinBox_valueChanged(json::number(device, "rssi"));
+    ui->bt_album_label->setText(json::text(device, "album"));
+    ui->bt_artist_label->setText(json::text(device, "artist"));
+    ui->bt_track_label->setText(json::text(device, "song"));
     // An open dialog holds ticks that the user has not applied yet.
     if (m_priorityDialog && !m_priorityDialog->isVisible())
         m_priorityDialog->update(status);
@@ -45,7 +39,7 @@ void TarnKBX_MainWindow::showBluetoothStatus()
 void TarnKBX_MainWindow::on_bt_sig_spinBox_valueChanged(int arg1)
 {
     const QSignalBlocker quiet(ui->bt_sig_spinBox);
-    const bool connected = isConnected(text(m_caches->object(Section::StatusBluetooth), "state"));
+    const bool connected = isConnected(json::text(m_caches->object(Section::StatusBluetooth), "state"));
     const SignalBand band = connected ? signalBand(arg1) : SignalBand::None;
     ui->bt_sig_good_vmled->setState(band == SignalBand::Good);
     ui->bt_sig_avg_vmled->setState(band == SignalBand::Average);
@@ -60,29 +54,19 @@ void TarnKBX_MainWindow::showBluetoothSettings()
     const QSignalBlocker quietMode(ui->bt_connection_mode_comboBox);
     const QSignalBlocker quietProfile(ui->bt_audio_bridging_comboBox);
     const QJsonObject settings = m_caches->object(Section::Bluetooth);
-    const bool enabled = settings.value(QLatin1String("enable")).toBool();
+    const bool enabled = json::flag(settings, "enable");
     ui->bt_interface_en_checkBox->setChecked(enabled);
     ui->bt_tabWidget->setEnabled(enabled);
-    ui->bt_disable_pairing_button_checkBox->setChecked(settings.value(QLatin1String("button")).toBool());
-    const QString name = text(settings, "name");
+    ui->bt_disable_pairing_button_checkBox->setChecked(json::flag(settings, "button"));
+    const QString name = json::text(settings, "name");
     // Only a new name: an unchanged one must not overwrite what the user is typing.
     if (name != m_bluetoothName) {
         m_bluetoothName = name;
         ui->bt_friendly_name_lineEdit->setText(name);
     }
     ui->bt_connection_mode_comboBox->setCurrentIndex(
-        words::connectionModeIndex(text(settings, "connection_mode")));
-    ui->bt_audio_bridging_comboBox->setCurrentIndex(words::profileIndex(text(settings, "profile")));
-}
-
-void TarnKBX_MainWindow::on_bt_interface_en_checkBox_clicked(bool checked)
-{
-    sendSet(path::BluetoothEnable, checked);
-}
-
-void TarnKBX_MainWindow::on_bt_disable_pairing_button_checkBox_clicked(bool checked)
-{
-    sendSet(path::BluetoothButton, checked);
+        words::connectionModeIndex(json::text(settings, "connection_mode")));
+    ui->bt_audio_bridging_comboBox->setCurrentIndex(words::profileIndex(json::text(settings, "profile")));
 }
 
 void TarnKBX_MainWindow::on_bt_friendly_name_lineEdit_editingFinished()
@@ -92,69 +76,22 @@ void TarnKBX_MainWindow::on_bt_friendly_name_lineEdit_editingFinished()
 
 void TarnKBX_MainWindow::on_bt_apply_friendly_name_pushButton_clicked()
 {
-    sendSet(path::BluetoothName, ui->bt_friendly_name_lineEdit->text());
+    sendSet(setting::BluetoothName, ui->bt_friendly_name_lineEdit->text());
 }
 
 void TarnKBX_MainWindow::on_bt_connection_mode_comboBox_currentIndexChanged(int)
 {
-    const auto widgets = keepWidgets();
-    sendSet(path::BluetoothConnectionMode,
+    sendSet(setting::BluetoothMode,
             words::connectionModeWord(ui->bt_connection_mode_comboBox->currentIndex()));
 }
 
 void TarnKBX_MainWindow::on_bt_audio_bridging_comboBox_currentIndexChanged(int)
 {
-    const auto widgets = keepWidgets();
-    sendSet(path::BluetoothProfile, words::profileWord(ui->bt_audio_bridging_comboBox->currentIndex()));
-}
-
-void TarnKBX_MainWindow::on_bt_activate_pairing_pushButton_clicked()
-{
-    sendSet(path::BluetoothPair, true);
-}
-
-void TarnKBX_MainWindow::on_bt_close_connection_pushButton_clicked()
-{
-    sendSet(path::BluetoothDisconnect, true);
-}
-
-void TarnKBX_MainWindow::on_bt_clear_pairing_pushButton_clicked()
-{
-    sendSet(path::BluetoothClearList, true);
+    sendSet(setting::BluetoothProfile, words::profileWord(ui->bt_audio_bridging_comboBox->currentIndex()));
 }
 
 void TarnKBX_MainWindow::on_bt_priority_pairing_pushButton_clicked()
 {
     m_priorityDialog->show();
     m_priorityDialog->raise();
-}
-
-void TarnKBX_MainWindow::on_avrcp_play_pushButton_clicked()
-{
-    sendSet(path::BluetoothPlay, true);
-}
-
-void TarnKBX_MainWindow::on_avrcp_pause_pushButton_clicked()
-{
-    sendSet(path::BluetoothPause, true);
-}
-
-void TarnKBX_MainWindow::on_avrcp_prev_pushButton_clicked()
-{
-    sendSet(path::BluetoothPrevious, true);
-}
-
-void TarnKBX_MainWindow::on_avrcp_next_pushButton_clicked()
-{
-    sendSet(path::BluetoothNext, true);
-}
-
-void TarnKBX_MainWindow::on_avrcp_vol_dn_pushButton_clicked()
-{
-    sendSet(path::BluetoothVolumeDown, true);
-}
-
-void TarnKBX_MainWindow::on_avrcp_vol_up_pushButton_clicked()
-{
-    sendSet(path::BluetoothVolumeUp, true);
 }

@@ -3,6 +3,7 @@
 #include "editor/tarnkbx_main_window.h"
 
 #include "editor/asked_device.h"
+#include "editor/widgets_in_use.h"
 #include "host/modal_box.h"
 #include "host/plexo_plugin.h"
 #include "protocol/messages.h"
@@ -10,28 +11,14 @@
 
 #include "ui_main_window.h"
 
-namespace {
-
-constexpr int CloseDelayMs = 500;
-constexpr int RebootToCloseMs = 500;
-constexpr int ResetToCloseMs = 1000;
-
-/// Identify is off, the last thing the editor owes the device: the host may close it.
-void closeAfterIdentifyOff(QObject *window, QJsonObject)
-{
-    if (auto *editor = qobject_cast<TarnKBX_MainWindow *>(window))
-        QTimer::singleShot(CloseDelayMs, editor, &TarnKBX_MainWindow::request_close);
-}
-
-} // namespace
-
 QString TarnKBX_MainWindow::deviceName() const
 {
     return m_plugin ? m_plugin->getDeviceName() : QString();
 }
 
-void TarnKBX_MainWindow::issue(const QString &path, const QByteArray &bytes, ReplyHandler handler)
+void TarnKBX_MainWindow::issue(const QString &path, const QByteArray &bytes, const ReplyHandler &handler)
 {
+    const auto widgets = keepWidgets();
     // Before the message is queued, so that the handler is in place whenever the answer comes. One that an
     // earlier message of this path left behind, such as that of a Close which was refused, goes.
     if (handler)
@@ -42,14 +29,14 @@ void TarnKBX_MainWindow::issue(const QString &path, const QByteArray &bytes, Rep
         m_plugin->queueVelmarAsciiMsg(deviceName(), bytes, path::changesStoredSettings(path));
 }
 
-void TarnKBX_MainWindow::sendSet(const QString &path, const QJsonValue &value)
+void TarnKBX_MainWindow::sendSet(const Setting &setting, const QJsonValue &value)
 {
-    issue(path, message::set(path, value), setHandlerFor(path));
+    issue(setting.path(), setting.message(value), setting.confirmation());
 }
 
-void TarnKBX_MainWindow::sendSetNumber(const QString &path, int value)
+void TarnKBX_MainWindow::sendCommand(const QString &path, const QJsonValue &value)
 {
-    issue(path, message::setNumber(path, value), setHandlerFor(path));
+    issue(path, message::set(path, value), nullptr);
 }
 
 void TarnKBX_MainWindow::request_level_msgs()
@@ -57,20 +44,12 @@ void TarnKBX_MainWindow::request_level_msgs()
     issue(path::RequestMetering, message::requestMetering(), nullptr);
 }
 
-void TarnKBX_MainWindow::on_identify_checkBox_clicked(bool checked)
-{
-    sendSet(path::Identify, checked);
-}
-
-void TarnKBX_MainWindow::on_refresh_pushButton_clicked()
-{
-    reloadDevice();
-}
-
 void TarnKBX_MainWindow::on_close_pushButton_clicked()
 {
     ui->identify_checkBox->setChecked(false);
-    issue(path::Identify, message::set(path::Identify, false), closeAfterIdentifyOff);
+    // The last thing that the editor owes the device: once it is confirmed, the host may close it.
+    issue(path::Identify, message::set(path::Identify, false),
+          [this](DeviceStateOwner &, const QJsonObject &) { m_closeTimer.start(); });
 }
 
 bool TarnKBX_MainWindow::confirmOverEditor(const QString &title, const QString &text)
@@ -97,10 +76,10 @@ void TarnKBX_MainWindow::on_factory_reset_pushButton_clicked()
         m_plugin->setPluginFlag(false);
     if (!alive)
         return;
-    sendSet(path::Defaults, 1);
+    sendCommand(path::Defaults, 1);
     ui->plugin_frame->setEnabled(false);
     ui->DSP->hide();
-    QTimer::singleShot(ResetToCloseMs, this, &TarnKBX_MainWindow::request_close);
+    m_resetTimer.start();
 }
 
 void TarnKBX_MainWindow::on_reboot_pushButton_clicked()
@@ -115,7 +94,7 @@ void TarnKBX_MainWindow::on_reboot_pushButton_clicked()
 void TarnKBX_MainWindow::reboot_close()
 {
     issue(path::Reboot, message::reboot(), nullptr);
-    QTimer::singleShot(RebootToCloseMs, this, &TarnKBX_MainWindow::on_close_pushButton_clicked);
+    m_rebootTimer.start();
 }
 
 void TarnKBX_MainWindow::request_close()

@@ -33,7 +33,7 @@ void TarnKBX_MainWindow::handleAsciiReply(QString dev_name, QByteArray bytes)
         return;
     const bool ofPoll = std::exchange(m_awaitingPollReply, false);
     const QJsonObject reply = parse(bytes);
-    if (reply.value(QLatin1String("result")).toString() != QLatin1String("OK"))
+    if (json::text(reply, "result") != QLatin1String("OK"))
         return;
     const QJsonValue cmd = reply.value(QLatin1String("cmd"));
     const QJsonValue param = reply.value(QLatin1String("param"));
@@ -55,7 +55,7 @@ void TarnKBX_MainWindow::handleGetReply(const QString &param, const QJsonObject 
 {
     const QPointer<TarnKBX_MainWindow> alive(this);
     if (const ReplyHandler handler = m_getHandlers.value(param))
-        handler(this, reply);
+        handler(*this, reply);
     if (alive && m_queryFinished) {
         if (param.contains(QLatin1String("/status")))
             statusRefresh();
@@ -72,7 +72,7 @@ void TarnKBX_MainWindow::handleSetReply(const QString &param, const QJsonObject 
     if (!alive)
         return;
     if (const ReplyHandler handler = m_setHandlers.value(param))
-        handler(this, reply);
+        handler(*this, reply);
     // The last row of a snapshot has been taken over.
     if (alive && param.contains(path::LastMixerRow))
         ui->plugin_frame->setEnabled(true);

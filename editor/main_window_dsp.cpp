@@ -8,12 +8,6 @@
 #include "protocol/messages.h"
 #include "protocol/paths.h"
 
-namespace {
-
-constexpr int MixerDebounceMs = 250;
-
-} // namespace
-
 /// To be called once the window itself hears dataChanged(): its onDataChanged() says which USB channels are
 /// available, and an editor has to know that before it shows its section, whose values for a channel that is
 /// not available do not count.
@@ -28,21 +22,17 @@ void TarnKBX_MainWindow::connectBlockEditors()
     connect(&m_blocks, &BlockEditors::stripChanged, this, &W::sendStripChange);
     connect(&m_blocks, &BlockEditors::crosspointChanged, this, &W::onUiDspMatrixChanged);
     connect(&m_blocks, &BlockEditors::toneChanged, this, &W::onUiDspToneGenChanged);
-    m_mixerChangeTimer.setSingleShot(true);
-    m_mixerChangeTimer.setInterval(MixerDebounceMs);
-    connect(&m_mixerChangeTimer, &QTimer::timeout, this, &W::handle_mixer_changed);
 }
 
 void TarnKBX_MainWindow::sendStripChange(Block block, const QPair<int, QPair<int, QVariant>> &change)
 {
     const BlockInfo &info = blockInfo(block);
-    const QString channel = QStringLiteral("%1/%2/").arg(sectionInfo(info.section).path).arg(change.first);
     const int parameter = change.second.first;
     const QVariant &value = change.second.second;
     if (parameter == info.strips->muteParameter())
-        sendSetNumber(channel + QLatin1String("mute"), value.toBool() ? 1 : 0);
+        sendSet(setting::channelMute(info.section, change.first), value.toBool());
     else if (parameter == info.strips->gainParameter())
-        sendSetNumber(channel + QLatin1String("gain"), message::wholeGain(value.toDouble()));
+        sendSet(setting::channelGain(info.section, change.first), message::wholeGain(value.toDouble()));
 }
 
 void TarnKBX_MainWindow::onMatrixMixerClicked()
@@ -69,21 +59,20 @@ void TarnKBX_MainWindow::onUiDspMatrixChanged(QPair<QPair<int, int>, QPair<int, 
 
 void TarnKBX_MainWindow::handle_mixer_changed()
 {
-    m_mixerChangeTimer.stop();
-    sendSet(path::Mixer, m_caches->value(Section::Mixer));
+    sendCommand(path::Mixer, m_caches->value(Section::Mixer));
 }
 
 void TarnKBX_MainWindow::onUiDspToneGenChanged(QPair<int, QVariant> change)
 {
     switch (change.first) {
     case ToneEnable:
-        sendSetNumber(path::ToneEnable, change.second.toBool() ? 1 : 0);
+        sendSet(setting::ToneEnable, change.second.toBool());
         break;
     case ToneFrequency:
-        sendSetNumber(path::ToneFrequency, change.second.toInt());
+        sendSet(setting::ToneFrequency, change.second.toInt());
         break;
     case ToneLevel:
-        sendSetNumber(path::ToneAmplitude, change.second.toInt());
+        sendSet(setting::ToneAmplitude, change.second.toInt());
         break;
     default:
         break;

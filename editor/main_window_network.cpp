@@ -20,22 +20,9 @@
 #include <QNetworkInterface>
 #include <QSignalBlocker>
 
-namespace {
-
-QString text(const QJsonObject &object, const char *member)
-{
-    return object.value(QLatin1String(member)).toString();
-}
-
-QString number(const QJsonObject &object, const char *member)
-{
-    return QString::number(object.value(QLatin1String(member)).toInt());
-}
-
-} // namespace
-
 bool TarnKBX_MainWindow::warnAbout(QLineEdit *field, const QString &problem)
 {
+    const auto widgets = keepWidgets();
     const QPointer<QLineEdit> alive(field);
     m_leftField->noteTold(field);
     // Neither the field nor what takes the focus from it may report the end of an edit once more.
@@ -92,7 +79,6 @@ void TarnKBX_MainWindow::watchFields()
 
 void TarnKBX_MainWindow::finishEdit(QLineEdit *field, FieldCheck check)
 {
-    const auto widgets = keepWidgets();
     m_leftField->check(field, [this, field, check] { checkField(field, check); });
 }
 
@@ -100,10 +86,10 @@ void TarnKBX_MainWindow::showNetworkSettings()
 {
     const QSignalBlocker quiet(ui->dev_static_ip_checkBox);
     const QJsonObject network = m_caches->object(Section::Network);
-    ui->dev_ip_lineEdit->setText(text(network, "static_ip"));
-    ui->dev_netmask_lineEdit->setText(text(network, "static_netmask"));
-    ui->dev_gateway_lineEdit->setText(text(network, "static_gateway"));
-    const bool isStatic = text(network, "ip_mode") == words::StaticAddress;
+    ui->dev_ip_lineEdit->setText(json::text(network, "static_ip"));
+    ui->dev_netmask_lineEdit->setText(json::text(network, "static_netmask"));
+    ui->dev_gateway_lineEdit->setText(json::text(network, "static_gateway"));
+    const bool isStatic = json::text(network, "ip_mode") == words::StaticAddress;
     ui->dev_static_ip_checkBox->setChecked(isStatic);
     on_dev_static_ip_checkBox_clicked(isStatic);
 }
@@ -112,20 +98,20 @@ void TarnKBX_MainWindow::showNotificationSettings()
 {
     const QSignalBlocker quiet(ui->en_multicast_async_notify_checkBox);
     const QJsonObject notifications = m_caches->object(Section::Notifications);
-    ui->en_multicast_async_notify_checkBox->setChecked(notifications.value(QLatin1String("enable")).toBool());
-    ui->multicast_async_notify_ip_lineEdit->setText(text(notifications, "ip"));
-    ui->multicast_async_notify_port_lineEdit->setText(number(notifications, "port"));
+    ui->en_multicast_async_notify_checkBox->setChecked(json::flag(notifications, "enable"));
+    ui->multicast_async_notify_ip_lineEdit->setText(json::text(notifications, "ip"));
+    ui->multicast_async_notify_port_lineEdit->setText(QString::number(json::number(notifications, "port")));
 }
 
 void TarnKBX_MainWindow::showMeteringSettings()
 {
     const QJsonObject metering = m_caches->object(Section::Metering);
     // The port is a number, which reads as an empty text: any port in the field counts as different.
-    if (text(metering, "ip") == ui->multicast_metering_ip_lineEdit->text()
-        && text(metering, "port") == ui->multicast_metering_port_lineEdit->text())
+    if (json::text(metering, "ip") == ui->multicast_metering_ip_lineEdit->text()
+        && json::text(metering, "port") == ui->multicast_metering_port_lineEdit->text())
         return;
-    ui->multicast_metering_ip_lineEdit->setText(text(metering, "ip"));
-    ui->multicast_metering_port_lineEdit->setText(number(metering, "port"));
+    ui->multicast_metering_ip_lineEdit->setText(json::text(metering, "ip"));
+    ui->multicast_metering_port_lineEdit->setText(QString::number(json::number(metering, "port")));
     moveMeteringSocket();
 }
 
@@ -187,7 +173,7 @@ void TarnKBX_MainWindow::on_dev_network_apply_pushButton_clicked()
     if (!checkAddress(ui->dev_ip_lineEdit) || !checkAddress(ui->dev_netmask_lineEdit)
         || !checkAddress(ui->dev_gateway_lineEdit))
         return;
-    sendSet(path::Network,
+    sendSet(setting::Network,
             QJsonObject{
                 {QStringLiteral("ip_mode"),
                  ui->dev_static_ip_checkBox->isChecked() ? words::StaticAddress : words::DynamicAddress},
@@ -195,11 +181,6 @@ void TarnKBX_MainWindow::on_dev_network_apply_pushButton_clicked()
                 {QStringLiteral("static_gateway"), ui->dev_gateway_lineEdit->text()},
                 {QStringLiteral("static_netmask"), ui->dev_netmask_lineEdit->text()},
             });
-}
-
-void TarnKBX_MainWindow::on_en_multicast_async_notify_checkBox_clicked(bool checked)
-{
-    sendSet(path::NotificationsEnable, checked);
 }
 
 void TarnKBX_MainWindow::on_multicast_async_notify_ip_lineEdit_editingFinished()
@@ -217,7 +198,7 @@ void TarnKBX_MainWindow::on_multicast_async_notify_apply_pushButton_clicked()
     if (!checkAddress(ui->multicast_async_notify_ip_lineEdit)
         || !checkPort(ui->multicast_async_notify_port_lineEdit))
         return;
-    sendSet(path::Notifications,
+    sendSet(setting::Notifications,
             QJsonObject{
                 {QStringLiteral("enable"), ui->en_multicast_async_notify_checkBox->isChecked()},
                 {QStringLiteral("ip"), ui->multicast_async_notify_ip_lineEdit->text()},
@@ -239,7 +220,7 @@ void TarnKBX_MainWindow::on_multicast_metering_apply_pushButton_clicked()
 {
     if (!checkAddress(ui->multicast_metering_ip_lineEdit) || !checkPort(ui->multicast_metering_port_lineEdit))
         return;
-    sendSet(path::Metering,
+    sendSet(setting::Metering,
             QJsonObject{
                 {QStringLiteral("ip"), ui->multicast_metering_ip_lineEdit->text()},
                 {QStringLiteral("port"), ui->multicast_metering_port_lineEdit->text().toInt()},

@@ -29,12 +29,6 @@ SnapshotIdentity identityOf(PlexoPlugin *plugin)
     return identity;
 }
 
-void reloadAfterPreset(QObject *window, QJsonObject)
-{
-    if (auto *editor = qobject_cast<TarnKBX_MainWindow *>(window))
-        editor->reloadDevice();
-}
-
 /// Whatever its path: what a snapshot holds are stored settings.
 void restore(PlexoPlugin *plugin, const QString &path, const QJsonValue &value)
 {
@@ -98,7 +92,7 @@ void TarnKBX_MainWindow::applySection(const SectionInfo &info, const QJsonObject
         applyMixer(content);
         return;
     }
-    const QString path = content.value(QLatin1String("param")).toString();
+    const QString path = json::text(content, "param");
     // The path is the file's: one from elsewhere must not be able to reset or reboot the device.
     if (path::changesStoredSettings(path)) {
         (*m_caches)[info.section] = content;
@@ -116,14 +110,15 @@ void TarnKBX_MainWindow::applyMixer(const QJsonObject &content)
 {
     const QPointer<TarnKBX_MainWindow> alive(this);
     (*m_caches)[Section::Mixer] = content;
-    const QJsonArray rows = content.value(QLatin1String("value")).toArray();
+    const QJsonArray rows = json::array(content, "value");
     for (int row = 0; alive && row < path::MixerRows; ++row)
         restore(m_plugin, path::indexed(path::MixerRow, row), rows.at(row).toArray());
 }
 
 void TarnKBX_MainWindow::requestPreset(QLatin1String path, int preset)
 {
-    issue(path, message::setQuotedNumber(path, preset), reloadAfterPreset);
+    issue(path, message::setQuotedNumber(path, preset),
+          [this](DeviceStateOwner &, const QJsonObject &) { reloadDevice(); });
 }
 
 void TarnKBX_MainWindow::loadPreset(int preset)

@@ -2,8 +2,6 @@
 
 #include "editor/tarnkbx_main_window.h"
 
-#include "editor/widgets_in_use.h"
-#include "protocol/paths.h"
 #include "protocol/value_words.h"
 
 #include "ui_main_window.h"
@@ -21,7 +19,7 @@ constexpr int SecondUsbChannel = 1;
 
 void TarnKBX_MainWindow::showUsbStatus()
 {
-    const QString state = m_caches->object(Section::StatusUsb).value(QLatin1String("state")).toString();
+    const QString state = json::text(m_caches->object(Section::StatusUsb), "state");
     ui->usb_connection_vmled->setState(state != QLatin1String("disconnected"));
 }
 
@@ -31,8 +29,8 @@ void TarnKBX_MainWindow::showUsbSettings()
     const QSignalBlocker quietMode(ui->usb_audio_mode_comboBox);
     const QSignalBlocker quietEcho(ui->usb_mode_aec_checkBox);
     const QJsonObject settings = m_caches->object(Section::Usb);
-    const words::UsbMode mode = words::usbMode(settings.value(QLatin1String("mode")).toString());
-    ui->usb_priority_checkBox->setChecked(settings.value(QLatin1String("priority")).toBool());
+    const words::UsbMode mode = words::usbMode(json::text(settings, "mode"));
+    ui->usb_priority_checkBox->setChecked(json::flag(settings, "priority"));
     ui->usb_audio_mode_comboBox->setCurrentIndex(mode.speakerphone ? SpeakerphoneIndex : SoundCardIndex);
     ui->usb_audio_mode_opt_widget->setVisible(mode.speakerphone);
     if (mode.speakerphone) {
@@ -47,28 +45,7 @@ void TarnKBX_MainWindow::sendUsbMode()
 {
     const bool speakerphone = ui->usb_audio_mode_comboBox->currentIndex() != SoundCardIndex;
     ui->usb_audio_mode_opt_widget->setVisible(speakerphone);
-    sendSet(path::UsbMode,
+    sendSet(setting::UsbMode,
             words::usbModeWord({speakerphone, ui->usb_mode_aec_checkBox->isChecked(),
                                 ui->usb_mode_telephony_checkBox->isChecked()}));
-}
-
-void TarnKBX_MainWindow::on_usb_audio_mode_comboBox_currentIndexChanged(int)
-{
-    const auto widgets = keepWidgets();
-    sendUsbMode();
-}
-
-void TarnKBX_MainWindow::on_usb_mode_aec_checkBox_clicked(bool)
-{
-    sendUsbMode();
-}
-
-void TarnKBX_MainWindow::on_usb_mode_telephony_checkBox_clicked(bool)
-{
-    sendUsbMode();
-}
-
-void TarnKBX_MainWindow::on_usb_priority_checkBox_clicked(bool checked)
-{
-    sendSet(path::UsbPriority, checked);
 }

@@ -22,7 +22,7 @@ namespace {
 
 bool flag(const QJsonArray &cues, int cue, const char *member)
 {
-    return cues.at(cue).toObject().value(QLatin1String(member)).toBool();
+    return json::flag(cues.at(cue).toObject(), member);
 }
 
 /// An unreadable file yields empty data, which the update dialog reports when the device asks for it.
@@ -141,11 +141,11 @@ void TarnKBX_MainWindow::helper_load_user_vc_file(QString file, QString id, QByt
         warnNoLocalAddress();
         return;
     }
-    sendSet(path::Download,
-            QJsonObject{
-                {QStringLiteral("target"), id},
-                {QStringLiteral("uri"), QStringLiteral("tftp://%1:69/%2").arg(address.toString(), file)},
-            });
+    sendCommand(path::Download,
+                QJsonObject{
+                    {QStringLiteral("target"), id},
+                    {QStringLiteral("uri"), QStringLiteral("tftp://%1:69/%2").arg(address.toString(), file)},
+                });
     dialog->exec();
     delete dialog;
     if (alive)
@@ -164,84 +164,4 @@ void TarnKBX_MainWindow::warnNoLocalAddress()
     runModalBox(box, this, this);
     if (asked)
         resumeAfterCueLoad();
-}
-
-void TarnKBX_MainWindow::on_vc_pair_init_en_checkBox_clicked(bool checked)
-{
-    sendSet(path::indexed(path::VoiceCueEnable, 0), checked);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_end_en_checkBox_clicked(bool checked)
-{
-    sendSet(path::indexed(path::VoiceCueEnable, 1), checked);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_success_en_checkBox_clicked(bool checked)
-{
-    sendSet(path::indexed(path::VoiceCueEnable, 2), checked);
-}
-
-void TarnKBX_MainWindow::on_vc_connect_failed_en_checkBox_clicked(bool checked)
-{
-    sendSet(path::indexed(path::VoiceCueEnable, 3), checked);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_init_play_pushButton_clicked()
-{
-    sendSet(path::indexed(path::VoiceCuePlay, 0), true);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_end_play_pushButton_clicked()
-{
-    sendSet(path::indexed(path::VoiceCuePlay, 1), true);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_success_play_pushButton_clicked()
-{
-    sendSet(path::indexed(path::VoiceCuePlay, 2), true);
-}
-
-void TarnKBX_MainWindow::on_vc_connect_failed_play_pushButton_clicked()
-{
-    sendSet(path::indexed(path::VoiceCuePlay, 3), true);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_init_load_pushButton_clicked()
-{
-    loadUserCue(0);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_end_load_pushButton_clicked()
-{
-    loadUserCue(1);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_success_load_pushButton_clicked()
-{
-    loadUserCue(2);
-}
-
-void TarnKBX_MainWindow::on_vc_connect_failed_load_pushButton_clicked()
-{
-    loadUserCue(3);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_init_def_pushButton_clicked()
-{
-    loadDefaultCue(0);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_end_def_pushButton_clicked()
-{
-    loadDefaultCue(1);
-}
-
-void TarnKBX_MainWindow::on_vc_pair_success_def_pushButton_clicked()
-{
-    loadDefaultCue(2);
-}
-
-void TarnKBX_MainWindow::on_vc_connect_failed_def_pushButton_clicked()
-{
-    loadDefaultCue(3);
 }

@@ -17,9 +17,6 @@
 
 namespace {
 
-constexpr int MixerRetryMs = 500;
-constexpr int MeteringRequestMs = 5000;
-constexpr int StatusPollMs = 2000;
 constexpr int FirstPage = 0;
 constexpr int DspPage = 3;
 
@@ -67,7 +64,7 @@ TarnKBX_MainWindow::~TarnKBX_MainWindow()
     leaveWidgetsInUse();
 }
 
-/// To be held by slots of line edits and combo boxes for as long as they run.
+/// Held while a message is handed to the host and while a box is open: what may destroy the window.
 std::shared_ptr<WidgetsInUse> TarnKBX_MainWindow::keepWidgets()
 {
     auto held = m_widgetsInUse.lock();
@@ -89,19 +86,31 @@ void TarnKBX_MainWindow::leaveWidgetsInUse()
 
 void TarnKBX_MainWindow::prepareTimers()
 {
-    m_queryRetryTimer.setObjectName(QStringLiteral("query_retry_timer"));
-    m_meteringRequestTimer.setObjectName(QStringLiteral("metering_request_timer"));
-    m_statusPollTimer.setObjectName(QStringLiteral("status_poll_timer"));
-    m_queryRetryTimer.setSingleShot(true);
-    m_queryRetryTimer.setInterval(MixerRetryMs);
-    connect(&m_queryRetryTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::handle_query_finished);
-    // A coarse timer would let the device's clock see polls up to 5 % late.
-    for (QTimer *regular : {&m_meteringRequestTimer, &m_statusPollTimer})
-        regular->setTimerType(Qt::PreciseTimer);
-    m_meteringRequestTimer.setInterval(MeteringRequestMs);
-    connect(&m_meteringRequestTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::request_level_msgs);
-    m_statusPollTimer.setInterval(StatusPollMs);
-    connect(&m_statusPollTimer, &QTimer::timeout, this, &TarnKBX_MainWindow::onStatusPoll);
+    using W = TarnKBX_MainWindow;
+    const struct
+    {
+        QTimer &timer;
+        const char *name;
+        int intervalMs;
+        bool repeats;
+        void (W::*timeout)();
+    } timers[] = {
+        {m_queryRetryTimer, "query_retry_timer", 500, false, &W::handle_query_finished},
+        {m_meteringRequestTimer, "metering_request_timer", 5000, true, &W::request_level_msgs},
+        {m_statusPollTimer, "status_poll_timer", 2000, true, &W::onStatusPoll},
+        {m_mixerChangeTimer, "mixer_change_timer", 250, false, &W::handle_mixer_changed},
+        {m_closeTimer, "close_timer", 500, false, &W::request_close},
+        {m_rebootTimer, "reboot_timer", 500, false, &W::on_close_pushButton_clicked},
+        {m_resetTimer, "reset_timer", 1000, false, &W::request_close},
+    };
+    for (const auto &row : timers) {
+        row.timer.setObjectName(QLatin1String(row.name));
+        row.timer.setInterval(row.intervalMs);
+        row.timer.setSingleShot(!row.repeats);
+        // A coarse timer would let the device's clock see polls up to 5 % late.
+        row.timer.setTimerType(Qt::PreciseTimer);
+        connect(&row.timer, &QTimer::timeout, this, row.timeout);
+    }
 }
 
 void TarnKBX_MainWindow::createPriorityDialog()
@@ -168,12 +177,12 @@ void TarnKBX_MainWindow::handle_device_changed()
     ui->dev_mac->setText(device ? device->macAddress() : QString());
 }
 
-/// Nothing of an earlier device may be shown, or sent, as if it were of the next one.
 void TarnKBX_MainWindow::forgetDevice()
 {
-    m_meteringRequestTimer.stop();
-    m_mixerChangeTimer.stop();
-    m_blocks.closeAll();
+    for (QTimer *timer :
+         {&m_meteringRequestTimer, &m_mixerChangeTimer, &m_closeTimer, &m_rebootTimer, &m_resetTimer})
+        timer->stop();
+    closeBlockEditors();
     m_priorityDialog->hide();
     m_setHandlers.clear();
     m_bluetoothName.clear();

@@ -1,8 +1,7 @@
 #pragma once
 
 #include "dsp/block_editors.h"
-#include "protocol/reply_handlers.h"
-#include "protocol/sections.h"
+#include "protocol/settings.h"
 
 #include <QMainWindow>
 #include <QPair>
@@ -20,9 +19,7 @@ class LeftFieldCheck;
 class MeteringSocket;
 class PlexoPlugin;
 class QCheckBox;
-class QLabel;
 class QLineEdit;
-class QPushButton;
 struct WidgetsInUse;
 
 namespace Ui {
@@ -49,8 +46,9 @@ public:
 
     /// Takes every reply of the device; ignores what is not an "OK" reply of the attached device.
     void handleAsciiReply(QString dev_name, QByteArray bytes);
-    /// Reads the whole device state again.
+    /// Nothing of an earlier device may be shown, or sent, as if it were of the next one.
     void forgetDevice();
+    /// Reads the whole device state again.
     void restartQuery();
     /// Disables the editor until the whole device state has been read again.
     void reloadDevice();
@@ -117,8 +115,8 @@ public slots:
     void onStatusPoll();
     void request_close();
     void on_close_pushButton_clicked();
-    void on_identify_checkBox_clicked(bool checked);
-    void on_refresh_pushButton_clicked();
+    void on_identify_checkBox_clicked(bool checked) { sendCommand(path::Identify, checked); }
+    void on_refresh_pushButton_clicked() { reloadDevice(); }
     void updatePluginStatus(QString msg, bool highlight);
     void handleSmGetRequest(QString dev_name, QByteArray bytes);
 
@@ -128,44 +126,47 @@ private slots:
     void readPendingMulticastMetering();
     void on_factory_reset_pushButton_clicked();
 
-    void on_bt_interface_en_checkBox_clicked(bool checked);
-    void on_bt_disable_pairing_button_checkBox_clicked(bool checked);
+    void on_bt_interface_en_checkBox_clicked(bool checked) { sendSet(setting::BluetoothEnable, checked); }
+    void on_bt_disable_pairing_button_checkBox_clicked(bool checked)
+    {
+        sendSet(setting::BluetoothButton, checked);
+    }
     void on_bt_friendly_name_lineEdit_editingFinished();
     void on_bt_apply_friendly_name_pushButton_clicked();
     void on_bt_connection_mode_comboBox_currentIndexChanged(int index);
     void on_bt_audio_bridging_comboBox_currentIndexChanged(int index);
-    void on_bt_activate_pairing_pushButton_clicked();
-    void on_bt_close_connection_pushButton_clicked();
-    void on_bt_clear_pairing_pushButton_clicked();
+    void on_bt_activate_pairing_pushButton_clicked() { sendCommand(path::BluetoothPair); }
+    void on_bt_close_connection_pushButton_clicked() { sendCommand(path::BluetoothDisconnect); }
+    void on_bt_clear_pairing_pushButton_clicked() { sendCommand(path::BluetoothClearList); }
     void on_bt_priority_pairing_pushButton_clicked();
     void on_bt_sig_spinBox_valueChanged(int arg1);
-    void on_avrcp_play_pushButton_clicked();
-    void on_avrcp_pause_pushButton_clicked();
-    void on_avrcp_prev_pushButton_clicked();
-    void on_avrcp_next_pushButton_clicked();
-    void on_avrcp_vol_dn_pushButton_clicked();
-    void on_avrcp_vol_up_pushButton_clicked();
+    void on_avrcp_play_pushButton_clicked() { sendCommand(path::BluetoothPlay); }
+    void on_avrcp_pause_pushButton_clicked() { sendCommand(path::BluetoothPause); }
+    void on_avrcp_prev_pushButton_clicked() { sendCommand(path::BluetoothPrevious); }
+    void on_avrcp_next_pushButton_clicked() { sendCommand(path::BluetoothNext); }
+    void on_avrcp_vol_dn_pushButton_clicked() { sendCommand(path::BluetoothVolumeDown); }
+    void on_avrcp_vol_up_pushButton_clicked() { sendCommand(path::BluetoothVolumeUp); }
 
-    void on_usb_audio_mode_comboBox_currentIndexChanged(int index);
-    void on_usb_mode_aec_checkBox_clicked(bool checked);
-    void on_usb_mode_telephony_checkBox_clicked(bool checked);
-    void on_usb_priority_checkBox_clicked(bool checked);
-    void on_vc_pair_init_en_checkBox_clicked(bool checked);
-    void on_vc_pair_end_en_checkBox_clicked(bool checked);
-    void on_vc_pair_success_en_checkBox_clicked(bool checked);
-    void on_vc_connect_failed_en_checkBox_clicked(bool checked);
-    void on_vc_pair_init_play_pushButton_clicked();
-    void on_vc_pair_end_play_pushButton_clicked();
-    void on_vc_pair_success_play_pushButton_clicked();
-    void on_vc_connect_failed_play_pushButton_clicked();
-    void on_vc_pair_init_load_pushButton_clicked();
-    void on_vc_pair_end_load_pushButton_clicked();
-    void on_vc_pair_success_load_pushButton_clicked();
-    void on_vc_connect_failed_load_pushButton_clicked();
-    void on_vc_pair_init_def_pushButton_clicked();
-    void on_vc_pair_end_def_pushButton_clicked();
-    void on_vc_pair_success_def_pushButton_clicked();
-    void on_vc_connect_failed_def_pushButton_clicked();
+    void on_usb_audio_mode_comboBox_currentIndexChanged(int) { sendUsbMode(); }
+    void on_usb_mode_aec_checkBox_clicked(bool) { sendUsbMode(); }
+    void on_usb_mode_telephony_checkBox_clicked(bool) { sendUsbMode(); }
+    void on_usb_priority_checkBox_clicked(bool checked) { sendSet(setting::UsbPriority, checked); }
+    void on_vc_pair_init_en_checkBox_clicked(bool checked) { sendSet(setting::cueEnable(0), checked); }
+    void on_vc_pair_end_en_checkBox_clicked(bool checked) { sendSet(setting::cueEnable(1), checked); }
+    void on_vc_pair_success_en_checkBox_clicked(bool checked) { sendSet(setting::cueEnable(2), checked); }
+    void on_vc_connect_failed_en_checkBox_clicked(bool checked) { sendSet(setting::cueEnable(3), checked); }
+    void on_vc_pair_init_play_pushButton_clicked() { sendCommand(path::indexed(path::VoiceCuePlay, 0)); }
+    void on_vc_pair_end_play_pushButton_clicked() { sendCommand(path::indexed(path::VoiceCuePlay, 1)); }
+    void on_vc_pair_success_play_pushButton_clicked() { sendCommand(path::indexed(path::VoiceCuePlay, 2)); }
+    void on_vc_connect_failed_play_pushButton_clicked() { sendCommand(path::indexed(path::VoiceCuePlay, 3)); }
+    void on_vc_pair_init_load_pushButton_clicked() { loadUserCue(0); }
+    void on_vc_pair_end_load_pushButton_clicked() { loadUserCue(1); }
+    void on_vc_pair_success_load_pushButton_clicked() { loadUserCue(2); }
+    void on_vc_connect_failed_load_pushButton_clicked() { loadUserCue(3); }
+    void on_vc_pair_init_def_pushButton_clicked() { loadDefaultCue(0); }
+    void on_vc_pair_end_def_pushButton_clicked() { loadDefaultCue(1); }
+    void on_vc_pair_success_def_pushButton_clicked() { loadDefaultCue(2); }
+    void on_vc_connect_failed_def_pushButton_clicked() { loadDefaultCue(3); }
     void helper_load_user_vc_file(QString file, QString id, QByteArray recording);
 
     void on_reboot_pushButton_clicked();
@@ -175,7 +176,10 @@ private slots:
     void on_dev_netmask_lineEdit_editingFinished();
     void on_dev_gateway_lineEdit_editingFinished();
     void on_dev_network_apply_pushButton_clicked();
-    void on_en_multicast_async_notify_checkBox_clicked(bool checked);
+    void on_en_multicast_async_notify_checkBox_clicked(bool checked)
+    {
+        sendSet(setting::NotificationsEnable, checked);
+    }
     void on_multicast_async_notify_ip_lineEdit_editingFinished();
     void on_multicast_async_notify_port_lineEdit_editingFinished();
     void on_multicast_async_notify_apply_pushButton_clicked();
@@ -217,9 +221,11 @@ private:
 
     // Commands
     QString deviceName() const;
-    void issue(const QString &path, const QByteArray &bytes, ReplyHandler handler);
-    void sendSet(const QString &path, const QJsonValue &value);
-    void sendSetNumber(const QString &path, int value);
+    void issue(const QString &path, const QByteArray &bytes, const ReplyHandler &handler);
+    /// Asks for a change of a setting; its confirmation is taken over.
+    void sendSet(const Setting &setting, const QJsonValue &value);
+    /// Sends what is no setting: nothing is taken over.
+    void sendCommand(const QString &path, const QJsonValue &value = true);
     void requestPreset(QLatin1String path, int preset);
     void refuseSnapshot();
     void applySection(const SectionInfo &info, const QJsonObject &content);
@@ -279,6 +285,9 @@ private:
     QTimer m_meteringRequestTimer{this};
     QTimer m_mixerChangeTimer{this};
     QTimer m_statusPollTimer{this};
+    QTimer m_closeTimer{this}; ///< from the answer to the last command
+    QTimer m_rebootTimer{this}; ///< from the reboot command to closing
+    QTimer m_resetTimer{this}; ///< from the factory reset to closing
 
     std::weak_ptr<WidgetsInUse> m_widgetsInUse; ///< held by slots whose sender is used after them
 

@@ -51,108 +51,13 @@ void DerivedStateMachine::buildStateMachine()
 void DerivedStateMachine::request(Section section)
 {
     const QPointer<DerivedStateMachine> alive(this);
-    for (const QString &path : requestPaths(section)) {
+    for (const SectionGet &get : getsOf(section)) {
         if (!alive || !device())
             return;
         if (m_window)
-            m_window->getHandlers().insert(path, getHandlerFor(path));
-        send(message::get(path));
+            m_window->getHandlers().insert(get.path, get.store);
+        send(message::get(get.path));
     }
-}
-
-void DerivedStateMachine::enter_info()
-{
-    request(Section::Info);
-}
-
-void DerivedStateMachine::enter_status_voice_cue()
-{
-    request(Section::StatusVoiceCue);
-}
-
-void DerivedStateMachine::enter_status_usb()
-{
-    request(Section::StatusUsb);
-}
-
-void DerivedStateMachine::enter_status_bluetooth()
-{
-    request(Section::StatusBluetooth);
-}
-
-void DerivedStateMachine::enter_system_network()
-{
-    request(Section::Network);
-}
-
-void DerivedStateMachine::enter_system_notifications()
-{
-    request(Section::Notifications);
-}
-
-void DerivedStateMachine::enter_system_metering()
-{
-    request(Section::Metering);
-}
-
-void DerivedStateMachine::enter_system_func_gen()
-{
-    request(Section::ToneGenerator);
-}
-
-void DerivedStateMachine::enter_system_usb()
-{
-    request(Section::Usb);
-}
-
-void DerivedStateMachine::enter_system_bluetooth()
-{
-    request(Section::Bluetooth);
-}
-
-void DerivedStateMachine::enter_system_voice_cue()
-{
-    request(Section::VoiceCue);
-}
-
-void DerivedStateMachine::enter_preset_dante_rx()
-{
-    request(Section::DanteRx);
-}
-
-void DerivedStateMachine::enter_preset_dante_tx()
-{
-    request(Section::DanteTx);
-}
-
-void DerivedStateMachine::enter_preset_usb_playback()
-{
-    request(Section::UsbPlayback);
-}
-
-void DerivedStateMachine::enter_preset_usb_record()
-{
-    request(Section::UsbRecord);
-}
-
-void DerivedStateMachine::enter_preset_bt_sink()
-{
-    request(Section::BtSink);
-}
-
-void DerivedStateMachine::enter_preset_bt_source()
-{
-    request(Section::BtSource);
-}
-
-void DerivedStateMachine::enter_preset_voice_que()
-{
-    request(Section::DspVoiceCue);
-}
-
-void DerivedStateMachine::enter_preset_mixer()
-{
-    request(Section::Mixer);
 }
 
 double DerivedStateMachine::versionFromString(QString name)

@@ -1,114 +1,82 @@
-// What an accepted get reply writes into the caches.
+// The gets of every section, and what an accepted reply writes into the caches.
 
+#include "protocol/json.h"
 #include "protocol/paths.h"
 #include "protocol/reply_handlers.h"
 
 namespace {
-
-QString paramOf(const QJsonObject &reply)
-{
-    return reply.value(QLatin1String("param")).toString();
-}
 
 QJsonValue valueOf(const QJsonObject &reply)
 {
     return reply.value(QLatin1String("value"));
 }
 
-int indexIn(const QJsonObject &reply)
-{
-    return path::component(paramOf(reply), 4).toInt();
-}
-
-SectionCaches *cachesOf(QObject *window)
-{
-    auto *owner = dynamic_cast<DeviceStateOwner *>(window);
-    return owner ? &owner->caches() : nullptr;
-}
-
-/// Sets element @p index; entries that were refused before it are held open by @p filler.
-void placeAt(QJsonArray &array, int index, const QJsonValue &value, const QJsonValue &filler)
+/// Sets element @p index; entries before it that the device refused are held open by @p filler.
+QJsonArray placed(QJsonArray array, int index, const QJsonValue &value, const QJsonValue &filler)
 {
     while (array.size() <= index)
         array.append(filler);
     array.replace(index, value);
+    return array;
 }
 
-void storeWholeSection(QObject *window, QJsonObject reply)
+void storeBluetooth(SectionCaches &caches, QLatin1String member, const QJsonValue &value)
 {
-    const SectionInfo *info = sectionAt(paramOf(reply));
-    if (SectionCaches *caches = cachesOf(window); caches && info)
-        (*caches)[info->section] = reply;
-}
-
-void storeBluetoothMember(QObject *window, const QString &member, const QJsonValue &value)
-{
-    SectionCaches *caches = cachesOf(window);
-    if (!caches)
-        return;
-    QJsonObject status = caches->object(Section::StatusBluetooth);
+    QJsonObject status = caches.object(Section::StatusBluetooth);
     status.insert(member, value);
-    caches->setValue(Section::StatusBluetooth, status);
+    caches.setValue(Section::StatusBluetooth, status);
 }
 
-void storeBluetoothState(QObject *window, QJsonObject reply)
+SectionGet bluetoothGet(QLatin1String path, QLatin1String member, json::Type type)
 {
-    storeBluetoothMember(window, QStringLiteral("state"), valueOf(reply).toString());
+    return {path, [=](DeviceStateOwner &window, const QJsonObject &reply) {
+                storeBluetooth(window.caches(), member, json::as(type, valueOf(reply)));
+            }};
 }
 
-void storeBluetoothListSize(QObject *window, QJsonObject reply)
+SectionGet phoneGet(int entry)
 {
-    storeBluetoothMember(window, QStringLiteral("list_size"), valueOf(reply).toInt());
+    return {path::indexed(path::BluetoothListEntry, entry),
+            [entry](DeviceStateOwner &window, const QJsonObject &reply) {
+                const QJsonArray list = json::array(window.caches().object(Section::StatusBluetooth), "list");
+                storeBluetooth(window.caches(), QLatin1String("list"),
+                               placed(list, entry, valueOf(reply).toObject(), QJsonObject()));
+            }};
 }
 
-void storeBluetoothDevice(QObject *window, QJsonObject reply)
+SectionGet mixerGet(int row)
 {
-    storeBluetoothMember(window, QStringLiteral("device"), valueOf(reply).toObject());
-}
-
-void storeBluetoothListEntry(QObject *window, QJsonObject reply)
-{
-    const SectionCaches *caches = cachesOf(window);
-    if (!caches)
-        return;
-    QJsonArray list = caches->object(Section::StatusBluetooth).value(QLatin1String("list")).toArray();
-    placeAt(list, indexIn(reply), valueOf(reply).toObject(), QJsonObject());
-    storeBluetoothMember(window, QStringLiteral("list"), list);
-}
-
-void storeMixerRow(QObject *window, QJsonObject reply)
-{
-    SectionCaches *caches = cachesOf(window);
-    if (!caches)
-        return;
-    QJsonArray rows = caches->array(Section::Mixer);
-    placeAt(rows, indexIn(reply), valueOf(reply).toArray(), QJsonArray());
-    caches->setValue(Section::Mixer, rows);
-}
-
-bool isOneOf(const QString &path, QLatin1String pattern, int count)
-{
-    for (int i = 0; i < count; ++i) {
-        if (path == path::indexed(pattern, i))
-            return true;
-    }
-    return false;
+    return {path::indexed(path::MixerRow, row), [row](DeviceStateOwner &window, const QJsonObject &reply) {
+                SectionCaches &caches = window.caches();
+                caches.setValue(
+                    Section::Mixer,
+                    placed(caches.array(Section::Mixer), row, valueOf(reply).toArray(), QJsonArray()));
+            }};
 }
 
 } // namespace
 
-ReplyHandler getHandlerFor(const QString &path)
+QVector<SectionGet> getsOf(Section section)
 {
-    if (path == path::BluetoothState)
-        return storeBluetoothState;
-    if (path == path::BluetoothListSize)
-        return storeBluetoothListSize;
-    if (path == path::BluetoothDevice)
-        return storeBluetoothDevice;
-    if (isOneOf(path, path::BluetoothListEntry, path::BluetoothListEntries))
-        return storeBluetoothListEntry;
-    if (isOneOf(path, path::MixerRow, path::MixerRows))
-        return storeMixerRow;
-    const bool composed = path == path::StatusBluetooth || path == path::Mixer;
-    return sectionAt(path) && !composed ? storeWholeSection : nullptr;
+    using path::literal;
+    QVector<SectionGet> gets;
+    switch (section) {
+    case Section::StatusBluetooth:
+        gets = {bluetoothGet(path::BluetoothState, literal("state"), json::Type::Text),
+                bluetoothGet(path::BluetoothListSize, literal("list_size"), json::Type::Integer)};
+        for (int entry = 0; entry < path::BluetoothListEntries; ++entry)
+            gets.append(phoneGet(entry));
+        gets.append(bluetoothGet(path::BluetoothDevice, literal("device"), json::Type::Object));
+        break;
+    case Section::Mixer:
+        for (int row = 0; row < path::MixerRows; ++row)
+            gets.append(mixerGet(row));
+        break;
+    default:
+        gets.append(
+            {sectionInfo(section).path, [section](DeviceStateOwner &window, const QJsonObject &reply) {
+                 window.caches()[section] = reply;
+             }});
+    }
+    return gets;
 }

@@ -3,7 +3,8 @@
 #include <QLatin1String>
 #include <QString>
 
-/// The parameter tree of the device: every path that the editor reads or writes. Paths are ASCII, compared
+/// The parameter tree of the device: the paths that the editor reads or writes, apart from those of single
+/// settings, which follow from their section (protocol/settings.h). Paths are ASCII, compared
 /// case-sensitively; indices count from 0.
 namespace path {
 
@@ -26,23 +27,11 @@ constexpr auto BluetoothDevice = literal("/status/bluetooth/device");
 
 constexpr auto Network = literal("/system/network");
 constexpr auto Notifications = literal("/system/notifications");
-constexpr auto NotificationsEnable = literal("/system/notifications/enable");
 constexpr auto Metering = literal("/system/metering");
 constexpr auto ToneGenerator = literal("/system/function_gen");
-constexpr auto ToneEnable = literal("/system/function_gen/enable");
-constexpr auto ToneFrequency = literal("/system/function_gen/frequency");
-constexpr auto ToneAmplitude = literal("/system/function_gen/amplitude");
 constexpr auto Usb = literal("/system/usb");
-constexpr auto UsbMode = literal("/system/usb/mode");
-constexpr auto UsbPriority = literal("/system/usb/priority");
 constexpr auto Bluetooth = literal("/system/bluetooth");
-constexpr auto BluetoothEnable = literal("/system/bluetooth/enable");
-constexpr auto BluetoothButton = literal("/system/bluetooth/button");
-constexpr auto BluetoothName = literal("/system/bluetooth/name");
-constexpr auto BluetoothConnectionMode = literal("/system/bluetooth/connection_mode");
-constexpr auto BluetoothProfile = literal("/system/bluetooth/profile");
 constexpr auto VoiceCue = literal("/system/voice_cue");
-constexpr auto VoiceCueEnable = literal("/system/voice_cue/%1/enable");
 
 constexpr auto DanteRx = literal("/preset/dsp/dante_rx");
 constexpr auto DanteTx = literal("/preset/dsp/dante_tx");
@@ -80,10 +69,6 @@ constexpr int MixerRows = 7;
 
 /// Fills the index into a path that has one: indexed(MixerRow, 3) is "/preset/dsp/mixer/3".
 QString indexed(QLatin1String pattern, int index);
-
-/// Component @p n of a path split on "/", the empty one before the first "/" counted; empty when there is
-/// none.
-QString component(const QString &path, int n);
 
 /// Whether a set of this path changes settings that the device stores.
 bool changesStoredSettings(const QString &path);

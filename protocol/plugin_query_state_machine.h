@@ -47,8 +47,8 @@ signals:
 protected:
     /// Adds a step to @p machine that calls @p enter from the event loop once it is entered and is left by
     /// nextState(). Chain the returned groups by their finished() signals.
-    template <typename Slot>
-    QState *addStep(QStateMachine *machine, Slot enter);
+    template <typename Machine>
+    QState *addStep(QStateMachine *machine, void (Machine::*enter)());
 
     void replaceMachine();
     void send(const QByteArray &bytes);
@@ -62,13 +62,12 @@ private:
     int m_queryState = Idle;
 };
 
-template <typename Slot>
-QState *PluginQueryStateMachine::addStep(QStateMachine *machine, Slot enter)
+template <typename Machine>
+QState *PluginQueryStateMachine::addStep(QStateMachine *machine, void (Machine::*enter)())
 {
     QState *inner = nullptr;
     QState *group = addGroup(machine, &inner);
     // Queued: a step that starts or destroys a query must not do so inside a transition.
-    connect(inner, &QState::entered, static_cast<typename QtPrivate::FunctionPointer<Slot>::Object *>(this),
-            enter, Qt::QueuedConnection);
+    connect(inner, &QState::entered, static_cast<Machine *>(this), enter, Qt::QueuedConnection);
     return group;
 }

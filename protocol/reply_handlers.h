@@ -5,11 +5,14 @@
 #include <QHash>
 #include <QJsonObject>
 #include <QString>
+#include <QVector>
 
-class QObject;
+#include <functional>
+
+class DeviceStateOwner;
 
 /// Handles one "OK" reply for the window that it is given.
-using ReplyHandler = void (*)(QObject *window, QJsonObject reply);
+using ReplyHandler = std::function<void(DeviceStateOwner &window, const QJsonObject &reply)>;
 /// At most one handler per path; a path is compared exactly.
 using ReplyHandlerTable = QHash<QString, ReplyHandler>;
 
@@ -25,8 +28,12 @@ public:
     virtual void settingsRefresh() = 0;
 };
 
-/// The handler that a get of @p path needs; null for a path that the editor does not cache.
-ReplyHandler getHandlerFor(const QString &path);
+/// One get that reads a section or a part of it.
+struct SectionGet
+{
+    QString path;
+    ReplyHandler store; ///< writes the reply into the caches
+};
 
-/// The handler that a set of @p path needs to take over the confirmed value; null when there is none.
-ReplyHandler setHandlerFor(const QString &path);
+/// The gets that read a section, in the order in which they are asked.
+QVector<SectionGet> getsOf(Section section);

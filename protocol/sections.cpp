@@ -11,23 +11,6 @@ QString valueKey()
     return QStringLiteral("value");
 }
 
-QStringList bluetoothStatusPaths()
-{
-    QStringList paths{path::BluetoothState, path::BluetoothListSize};
-    for (int entry = 0; entry < path::BluetoothListEntries; ++entry)
-        paths.append(path::indexed(path::BluetoothListEntry, entry));
-    paths.append(path::BluetoothDevice);
-    return paths;
-}
-
-QStringList mixerPaths()
-{
-    QStringList paths;
-    for (int row = 0; row < path::MixerRows; ++row)
-        paths.append(path::indexed(path::MixerRow, row));
-    return paths;
-}
-
 } // namespace
 
 const std::array<SectionInfo, SectionCount> &sections()
@@ -69,18 +52,6 @@ const SectionInfo *sectionAt(const QString &path)
             return &info;
     }
     return nullptr;
-}
-
-QStringList requestPaths(Section section)
-{
-    switch (section) {
-    case Section::StatusBluetooth:
-        return bluetoothStatusPaths();
-    case Section::Mixer:
-        return mixerPaths();
-    default:
-        return {sectionInfo(section).path};
-    }
 }
 
 QJsonValue SectionCaches::value(Section section) const

@@ -4,7 +4,6 @@
 #include <QJsonObject>
 #include <QJsonValue>
 #include <QLatin1String>
-#include <QStringList>
 
 #include <array>
 
@@ -50,9 +49,6 @@ const SectionInfo &sectionInfo(Section section);
 
 /// The section whose path is exactly @p path, or null.
 const SectionInfo *sectionAt(const QString &path);
-
-/// The paths of the gets that read a section, in the order in which they are asked.
-QStringList requestPaths(Section section);
 
 /// The editor's copy of the device's state: per section the last get reply, of which readers use "value".
 /// "/status/bluetooth" and the mixer are put together from several replies and hold only "value".

@@ -1,6 +1,6 @@
 // Snapshots and presets through the plugin object, as a host drives them.
 
-#include "protocol/sections.h"
+#include "protocol/reply_handlers.h"
 #include "tests/editor/live_editor_test.h"
 #include "tests/support/box_answerer.h"
 
@@ -29,9 +29,9 @@ void SnapshotsTest::restoresEverySection()
     QVERIFY(session->plugin->checkSnapshot(snapshot));
     QByteArrayList expected;
     for (const SectionInfo &info : sections()) {
-        for (const QString &path : info.inSnapshot() ? requestPaths(info.section) : QStringList()) {
-            const QJsonObject message{{QStringLiteral("set"), path},
-                                      {QStringLiteral("value"), session->script->value(path)}};
+        for (const SectionGet &get : info.inSnapshot() ? getsOf(info.section) : QVector<SectionGet>()) {
+            const QJsonObject message{{QStringLiteral("set"), get.path},
+                                      {QStringLiteral("value"), session->script->value(get.path)}};
             expected.append(QJsonDocument(message).toJson(QJsonDocument::Compact));
         }
     }

@@ -1,7 +1,10 @@
-#include "protocol/reply_handlers.h"
+#include "protocol/settings.h"
 
 #include <QJsonDocument>
 #include <QTest>
+
+Q_DECLARE_METATYPE(ReplyHandler)
+Q_DECLARE_METATYPE(Section)
 
 namespace {
 
@@ -10,13 +13,14 @@ QJsonObject parsed(const QByteArray &json)
     return QJsonDocument::fromJson(json).object();
 }
 
-QByteArray compact(const QJsonObject &object)
+/// What is done with the reply to the section's get of that number.
+ReplyHandler get(Section section, int number)
 {
-    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+    return getsOf(section).at(number).store;
 }
 
 /// Stands in for the editor window: caches without widgets.
-class FakeWindow : public QObject, public DeviceStateOwner
+class FakeWindow : public DeviceStateOwner
 {
 public:
     SectionCaches &caches() override { return m_caches; }
@@ -40,77 +44,64 @@ class ReplyHandlersTest : public QObject
 private slots:
     void storesReplies_data()
     {
-        for (const char *column : {"cmd", "param", "value", "section", "before"})
-            QTest::addColumn<QString>(column);
-        QTest::addColumn<QByteArray>("after");
+        QTest::addColumn<ReplyHandler>("handler");
+        QTest::addColumn<Section>("section");
+        for (const char *column : {"value", "before", "after"})
+            QTest::addColumn<QByteArray>(column);
         QTest::addColumn<int>("refreshes");
-        const auto row = [](const char *request, const char *value, const char *section, const char *before,
-                            const char *after, int refreshes = 0) {
-            const QString text = QString::fromLatin1(request);
-            QTest::newRow(qPrintable(text + QLatin1Char(' ') + QLatin1String(value)))
-                << text.section(QLatin1Char(' '), 0, 0) << text.section(QLatin1Char(' '), 1)
-                << QString::fromLatin1(value) << QString::fromLatin1(section) << QString::fromLatin1(before)
-                << QByteArray(after) << refreshes;
+        const auto row = [](const char *name, const ReplyHandler &handler, Section section, const char *value,
+                            const char *before, const char *after, int refreshes = 0) {
+            QTest::newRow(name) << handler << section << QByteArray(value) << QByteArray(before)
+                                << QByteArray(after) << refreshes;
         };
-        const char bt[] = "/status/bluetooth";
-        row("get /status/bluetooth/state", R"("idle")", bt, "null", R"({"state":"idle"})");
-        row("get /status/bluetooth/state", "7", bt, R"({"device":{}})", R"({"device":{},"state":""})");
-        row("get /status/bluetooth/list_size", "2", bt, "null", R"({"list_size":2})");
-        row("get /status/bluetooth/device", R"({"name":"a"})", bt, "null", R"({"device":{"name":"a"}})");
-        row("get /status/bluetooth/list/2", R"({"a":1})", bt, "null", R"({"list":[{},{},{"a":1}]})");
-        row("get /status/bluetooth/list/0", "true", bt, R"({"list":[{"a":1},{"b":1}]})",
+        const Section bt = Section::StatusBluetooth;
+        row("state", get(bt, 0), bt, R"("idle")", "null", R"({"state":"idle"})");
+        row("state that is no text", get(bt, 0), bt, "7", R"({"device":{}})", R"({"device":{},"state":""})");
+        row("list size", get(bt, 1), bt, "2", "null", R"({"list_size":2})");
+        row("phone ahead of the list", get(bt, 4), bt, R"({"a":1})", "null", R"({"list":[{},{},{"a":1}]})");
+        row("phone again", get(bt, 2), bt, "true", R"({"list":[{"a":1},{"b":1}]})",
             R"({"list":[{},{"b":1}]})");
-        const char mixer[] = "/preset/dsp/mixer";
-        row("get /preset/dsp/mixer/0", "[1]", mixer, "null", "[[1]]");
-        row("get /preset/dsp/mixer/1", "[9]", mixer, "[[1],[2],[3]]", "[[1],[9],[3]]");
-        row("get /preset/dsp/mixer/2", "[9]", mixer, "[[1]]", "[[1],[],[9]]");
-        row("set /preset/dsp/mixer", "[[9]]", mixer, "[[1]]", "[[1]]");
-        row("set /preset/dsp/dante_rx/4/gain", "1", "/preset/dsp/dante_rx", "[{}]", "[{}]");
-        const char tone[] = "/system/function_gen";
-        row("set /system/function_gen/amplitude", R"("loud")", tone, "{}", R"({"amplitude":0})");
-        row("set /system/usb/priority", "true", "/system/usb", "{}", R"({"priority":true})", 1);
-        row("set /system/bluetooth/enable", "true", "/system/bluetooth", "{}", R"({"enable":true})", 1);
-        row("set /system/voice_cue/3/enable", "true", "/system/voice_cue", "[{},{},{},{}]",
-            R"([{},{},{},{"enable":true}])", 1);
-        row("set /system/notifications/enable", "true", "/system/notifications", R"({"port":1})",
+        row("connected phone", get(bt, 10), bt, R"({"name":"a"})", "null", R"({"device":{"name":"a"}})");
+        row("mixer row", get(Section::Mixer, 0), Section::Mixer, "[1]", "null", "[[1]]");
+        row("mixer row again", get(Section::Mixer, 1), Section::Mixer, "[9]", "[[1],[2],[3]]",
+            "[[1],[9],[3]]");
+        row("mixer row ahead", get(Section::Mixer, 2), Section::Mixer, "[9]", "[[1]]", "[[1],[],[9]]");
+        const auto set = [&row](const char *name, const Setting &setting, const char *value,
+                                const char *before, const char *after, int refreshes = 0) {
+            row(name, setting.confirmation(), setting.section, value, before, after, refreshes);
+        };
+        set("unheard of channel", setting::channelGain(Section::DanteRx, 4), "1", "[{}]", "[{}]");
+        set("level that is no number", setting::ToneAmplitude, R"("loud")", "{}", R"({"amplitude":0})");
+        set("priority", setting::UsbPriority, "true", "{}", R"({"priority":true})", 1);
+        set("interface", setting::BluetoothEnable, "true", "{}", R"({"enable":true})", 1);
+        set("cue", setting::cueEnable(1), "true", "[{},{},{}]", R"([{},{"enable":true},{}])", 1);
+        set("notifications", setting::NotificationsEnable, "true", R"({"port":1})",
             R"({"enable":true,"port":1})");
-        for (const char *whole : {"/system/notifications", "/system/metering", "/system/network"})
-            row(QByteArray("set ") + whole, R"({"port":2})", whole, R"({"ip":"a"})", R"({"port":2})", 1);
+        for (const Setting &whole : {setting::Notifications, setting::Metering, setting::Network})
+            set(qPrintable(whole.path()), whole, R"({"port":2})", R"({"ip":"a"})", R"({"port":2})", 1);
     }
 
     void storesReplies()
     {
-        QFETCH(QString, cmd);
-        QFETCH(QString, param);
-        QFETCH(QString, value);
-        QFETCH(QString, section);
-        QFETCH(QString, before);
-        FakeWindow window;
-        QJsonObject &cache = window.caches()[sectionAt(section)->section];
-        cache
-            = before == QLatin1String("null") ? QJsonObject() : parsed("{\"value\":" + before.toUtf8() + '}');
-        QJsonObject reply = parsed("{\"value\":" + value.toUtf8() + '}');
-        reply.insert(QStringLiteral("param"), param);
-        const bool isGet = cmd == QLatin1String("get");
-        const ReplyHandler handler = isGet ? getHandlerFor(param) : setHandlerFor(param);
-        QVERIFY(handler);
-        if (!isGet) {
-            const QJsonObject untouched = cache;
-            handler(&window, reply);
-            QCOMPARE(cache, untouched);
-        }
-        reply.insert(QStringLiteral("result"), QStringLiteral("OK"));
-        handler(&window, reply);
+        QFETCH(ReplyHandler, handler);
+        QFETCH(Section, section);
+        QFETCH(QByteArray, value);
+        QFETCH(QByteArray, before);
         QFETCH(QByteArray, after);
-        QCOMPARE(compact(cache), "{\"value\":" + after + '}');
+        FakeWindow window;
+        if (before != "null")
+            window.caches()[section] = parsed("{\"value\":" + before + '}');
+        handler(window, parsed(R"({"result":"OK","value":)" + value + '}'));
+        QCOMPARE(QJsonDocument(window.caches()[section]).toJson(QJsonDocument::Compact),
+                 "{\"value\":" + after + '}');
         QTEST(window.refreshes, "refreshes");
     }
 
-    void knowsNoOtherPaths()
+    void refusedSetChangesNothing()
     {
-        QVERIFY(!getHandlerFor(QStringLiteral("/preset/dsp/mixer/7")));
-        QVERIFY(!setHandlerFor(QStringLiteral("/preset/dsp/voice_cue/0/gain")));
-        QVERIFY(!setHandlerFor(QStringLiteral("/control/identify")));
+        FakeWindow window;
+        setting::UsbPriority.confirmation()(window, parsed(R"({"result":"no","value":true})"));
+        QVERIFY(window.caches()[Section::Usb].isEmpty() && window.refreshes == 0);
     }
 };
 
