@@ -36,7 +36,7 @@ void BtPriorityPairingDialog::setDeviceName(const QString &name)
     ui->tableWidget->setDeviceName(name);
 }
 
-void BtPriorityPairingDialog::update(const QJsonObject &status)
+void BtPriorityPairingDialog::showStatus(const QJsonObject &status)
 {
     ui->tableWidget->showStatus(status);
 }

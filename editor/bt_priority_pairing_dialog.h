@@ -20,8 +20,7 @@ public:
 
     void setDeviceName(const QString &name);
     /// Rebuilds the table from the "value" of the Bluetooth status.
-    void update(const QJsonObject &status);
-    using QDialog::update;
+    void showStatus(const QJsonObject &status);
 
 signals:
     void sendVelmarAsciiSetRequest(QString devname, QByteArray bytes, bool persistentData = false);

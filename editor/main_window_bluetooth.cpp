@@ -33,7 +33,7 @@ void TarnKBX_MainWindow::showBluetoothStatus()
     ui->bt_track_label->setText(json::text(device, "song"));
     // An open dialog holds ticks that the user has not applied yet.
     if (m_priorityDialog && !m_priorityDialog->isVisible())
-        m_priorityDialog->update(status);
+        m_priorityDialog->showStatus(status);
 }
 
 void TarnKBX_MainWindow::on_bt_sig_spinBox_valueChanged(int arg1)

@@ -45,15 +45,6 @@ const SectionInfo &sectionInfo(Section section)
     return sections()[size_t(section)];
 }
 
-const SectionInfo *sectionAt(const QString &path)
-{
-    for (const SectionInfo &info : sections()) {
-        if (path == info.path)
-            return &info;
-    }
-    return nullptr;
-}
-
 QJsonValue SectionCaches::value(Section section) const
 {
     return (*this)[section].value(valueKey());

@@ -47,9 +47,6 @@ const std::array<SectionInfo, SectionCount> &sections();
 
 const SectionInfo &sectionInfo(Section section);
 
-/// The section whose path is exactly @p path, or null.
-const SectionInfo *sectionAt(const QString &path);
-
 /// The editor's copy of the device's state: per section the last get reply, of which readers use "value".
 /// "/status/bluetooth" and the mixer are put together from several replies and hold only "value".
 class SectionCaches

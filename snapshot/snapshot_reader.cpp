@@ -11,11 +11,11 @@
 namespace {
 
 constexpr double LowestFileVersion = 1.0;
-// A snapshot of this model takes some 8 KB. What an enemy can make of this many, such as 10,000 attributes
-// that the XML reader compares with each other, takes it less than a second.
+// A snapshot of this model takes some 8 KB. The slowest document of this size that we know, 10,000 attributes
+// that the XML reader compares with each other, is read in less than a second.
 constexpr int LargestSnapshot = 64 * 1024;
-// A text counts for every element that ends after it, so that a small document could ask for one large text
-// over and over. A snapshot's largest text counts three times at most.
+// The text read last is handed out at the end of every element, so a small document could have one large text
+// parsed thousands of times. A real snapshot hands out its largest text three times.
 constexpr int TextBudget = 4 * LargestSnapshot;
 
 /// The text of a document, or a null text when it is too large or not in UTF-8.

@@ -19,8 +19,8 @@ struct SnapshotElement
     QJsonObject content; ///< what the section's cache shall hold; empty when the text is no JSON object
 };
 
-/// Told of every element that ends; answers whether to read on.
+/// Told of every element that ends; returns whether to read on.
 using SnapshotVisitor = std::function<bool(const SnapshotElement &element)>;
 
-/// Reads a document up to its end or first error. Answers whether it holds any data at all.
+/// Reads a document up to its end or first error. Returns whether it holds any data at all.
 bool readSnapshot(const QByteArray &document, const SnapshotVisitor &visit);

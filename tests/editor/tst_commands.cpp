@@ -1,4 +1,4 @@
-// Every command of the settings pages: what the hand does, what goes onto the wire, whether it counts as a
+// Every command of the settings pages: what the user does, what goes onto the wire, whether it counts as a
 // change of stored settings, and what the editor holds once the device has confirmed it.
 
 #include "tests/editor/live_editor_test.h"
@@ -26,7 +26,7 @@ private slots:
     void staticAddressEnablesItsFields();
 
 private:
-    QByteArray sentByHand(QWidget *control, Qt::Key key)
+    QByteArray sentByUser(QWidget *control, Qt::Key key)
     {
         if (qobject_cast<QComboBox *>(control))
             return sentBy([&] { QTest::keyClick(control, key); });
@@ -95,7 +95,7 @@ void CommandsTest::sendsAndTakesOver()
 {
     QFETCH(QString, widget);
     QFETCH(QByteArray, element);
-    QTEST(sentByHand(session->find<QWidget>(widget), Qt::Key_Down), "sent");
+    QTEST(sentByUser(session->find<QWidget>(widget), Qt::Key_Down), "sent");
     QCOMPARE(session->plugin->getSettingsChanged(), !element.isEmpty());
     if (element.isEmpty())
         return;
@@ -113,10 +113,10 @@ void CommandsTest::eachEndOfAListIsSent()
 {
     auto *mode = session->find<QComboBox>("bt_connection_mode_comboBox");
     auto *profile = session->find<QComboBox>("bt_audio_bridging_comboBox");
-    QVERIFY(sentByHand(mode, Qt::Key_End).endsWith(R"("exclusive"})"));
-    QVERIFY(sentByHand(mode, Qt::Key_Home).endsWith(R"("basic"})"));
-    QVERIFY(sentByHand(profile, Qt::Key_End).endsWith(R"("hfp"})"));
-    QVERIFY(sentByHand(profile, Qt::Key_Home).endsWith(R"("both"})"));
+    QVERIFY(sentByUser(mode, Qt::Key_End).endsWith(R"("exclusive"})"));
+    QVERIFY(sentByUser(mode, Qt::Key_Home).endsWith(R"("basic"})"));
+    QVERIFY(sentByUser(profile, Qt::Key_End).endsWith(R"("hfp"})"));
+    QVERIFY(sentByUser(profile, Qt::Key_Home).endsWith(R"("both"})"));
 }
 
 void CommandsTest::usbModeOfWidgets_data()
@@ -139,13 +139,13 @@ void CommandsTest::usbModeOfWidgets()
     QFETCH(QString, widget);
     QFETCH(QByteArray, word);
     session->deviceReports(QStringLiteral("/system/usb"), "{\"mode\":\"" + before + "\"}");
-    QCOMPARE(sentByHand(session->find<QWidget>(widget), Qt::Key_Up),
+    QCOMPARE(sentByUser(session->find<QWidget>(widget), Qt::Key_Up),
              "{\"set\":\"/system/usb/mode\",\"value\":\"" + word + "\"}");
     QCOMPARE(session->find<QWidget>("usb_audio_mode_opt_widget")->isHidden(), word == "2x2");
     if (word != "2x2")
         return;
     // The ticks are kept for the way back.
-    QVERIFY(sentByHand(session->find<QWidget>(widget), Qt::Key_Down).contains("speakerphone_telephony_ec"));
+    QVERIFY(sentByUser(session->find<QWidget>(widget), Qt::Key_Down).contains("speakerphone_telephony_ec"));
 }
 
 void CommandsTest::refusalLeavesTheCache()

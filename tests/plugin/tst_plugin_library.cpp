@@ -4,73 +4,15 @@
 #include "host/plexo_plugin_factory.h"
 #include "host/px_devices.h"
 #include "tests/support/editor_session.h"
+#include "tests/support/fingerprint.h"
 
 #include <QJsonObject>
-#include <QMetaMethod>
 #include <QPluginLoader>
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QtTest>
 
 namespace {
-
-// What hosts and forms connect to by name: these must not move or change. Written without blanks inside.
-
-const char PluginSlots[] = "recvVelmarAsciiMsg(QString,QByteArray) recallPreset(int) storePreset(int)";
-
-const char WindowSignals[] = "dataChanged() usbMode(int,int) meteringLevels(QByteArray) "
-                             "funcGenChanged(QPair<int,QVariant>) usb_host_status_changed(QString,QString)";
-
-const char WindowSlots[]
-    = "handle_device_changed() handle_query_finished() request_level_msgs() onBtInGainClicked() "
-      "onBtInGainClosed() onNetRxGainClicked() onNetRxGainClosed() onUsbInGainClicked() "
-      "onUsbInGainClosed() onMatrixMixerClicked() onMatrixMixerClosed() onBtOutGainClicked() "
-      "onBtOutGainClosed() onNetTxGainClicked() onNetTxGainClosed() onUsbOutGainClicked() "
-      "onUsbOutGainClosed() onUiDspBtInStripChange(QPair<int,QPair<int,QVariant>>) "
-      "onUiDspNetRxStripChanged(QPair<int,QPair<int,QVariant>>) "
-      "onUiDspUsbInStripChanged(QPair<int,QPair<int,QVariant>>) "
-      "onUiDspBtOutStripChange(QPair<int,QPair<int,QVariant>>) "
-      "onUiDspNetTxStripChanged(QPair<int,QPair<int,QVariant>>) "
-      "onUiDspMatrixChanged(QPair<QPair<int,int>,QPair<int,QVariant>>) "
-      "onUiDspToneGenChanged(QPair<int,QVariant>) "
-      "onUiDspUsbOutStripChanged(QPair<int,QPair<int,QVariant>>) reboot_close() onStatusPoll() "
-      "request_close() on_close_pushButton_clicked() on_identify_checkBox_clicked(bool) "
-      "on_refresh_pushButton_clicked() updatePluginStatus(QString,bool) "
-      "handleSmGetRequest(QString,QByteArray) handle_mixer_changed() onDataChanged() "
-      "readPendingMulticastMetering() on_factory_reset_pushButton_clicked() "
-      "on_bt_interface_en_checkBox_clicked(bool) "
-      "on_bt_disable_pairing_button_checkBox_clicked(bool) "
-      "on_bt_friendly_name_lineEdit_editingFinished() "
-      "on_bt_apply_friendly_name_pushButton_clicked() "
-      "on_bt_connection_mode_comboBox_currentIndexChanged(int) "
-      "on_bt_audio_bridging_comboBox_currentIndexChanged(int) "
-      "on_bt_activate_pairing_pushButton_clicked() on_bt_close_connection_pushButton_clicked() "
-      "on_bt_clear_pairing_pushButton_clicked() on_bt_priority_pairing_pushButton_clicked() "
-      "on_bt_sig_spinBox_valueChanged(int) on_avrcp_play_pushButton_clicked() "
-      "on_avrcp_pause_pushButton_clicked() on_avrcp_prev_pushButton_clicked() "
-      "on_avrcp_next_pushButton_clicked() on_avrcp_vol_dn_pushButton_clicked() "
-      "on_avrcp_vol_up_pushButton_clicked() on_usb_audio_mode_comboBox_currentIndexChanged(int) "
-      "on_usb_mode_aec_checkBox_clicked(bool) on_usb_mode_telephony_checkBox_clicked(bool) "
-      "on_usb_priority_checkBox_clicked(bool) on_vc_pair_init_en_checkBox_clicked(bool) "
-      "on_vc_pair_end_en_checkBox_clicked(bool) on_vc_pair_success_en_checkBox_clicked(bool) "
-      "on_vc_connect_failed_en_checkBox_clicked(bool) on_vc_pair_init_play_pushButton_clicked() "
-      "on_vc_pair_end_play_pushButton_clicked() on_vc_pair_success_play_pushButton_clicked() "
-      "on_vc_connect_failed_play_pushButton_clicked() on_vc_pair_init_load_pushButton_clicked() "
-      "on_vc_pair_end_load_pushButton_clicked() on_vc_pair_success_load_pushButton_clicked() "
-      "on_vc_connect_failed_load_pushButton_clicked() on_vc_pair_init_def_pushButton_clicked() "
-      "on_vc_pair_end_def_pushButton_clicked() on_vc_pair_success_def_pushButton_clicked() "
-      "on_vc_connect_failed_def_pushButton_clicked() "
-      "helper_load_user_vc_file(QString,QString,QByteArray) on_reboot_pushButton_clicked() "
-      "on_dev_static_ip_checkBox_clicked(bool) on_dev_ip_lineEdit_editingFinished() "
-      "on_dev_netmask_lineEdit_editingFinished() on_dev_gateway_lineEdit_editingFinished() "
-      "on_dev_network_apply_pushButton_clicked() "
-      "on_en_multicast_async_notify_checkBox_clicked(bool) "
-      "on_multicast_async_notify_ip_lineEdit_editingFinished() "
-      "on_multicast_async_notify_port_lineEdit_editingFinished() "
-      "on_multicast_async_notify_apply_pushButton_clicked() "
-      "on_multicast_metering_ip_lineEdit_editingFinished() "
-      "on_multicast_metering_port_lineEdit_editingFinished() "
-      "on_multicast_metering_apply_pushButton_clicked()";
 
 /// What the start-up query asks for, in its order.
 const char AllGets[] = "/info /status/voice_cue /status/usb /status/bluetooth/state "
@@ -83,17 +25,6 @@ const char AllGets[] = "/info /status/voice_cue /status/usb /status/bluetooth/st
                        "/preset/dsp/usb_record /preset/dsp/bt_sink /preset/dsp/bt_source "
                        "/preset/dsp/voice_cue /preset/dsp/mixer/0 /preset/dsp/mixer/1 /preset/dsp/mixer/2 "
                        "/preset/dsp/mixer/3 /preset/dsp/mixer/4 /preset/dsp/mixer/5 /preset/dsp/mixer/6";
-
-/// The signatures that a class adds itself, in their order.
-QByteArrayList ownMethods(const QMetaObject *meta, QMetaMethod::MethodType type)
-{
-    QByteArrayList methods;
-    for (int i = meta->methodOffset(); i < meta->methodCount(); ++i) {
-        if (meta->method(i).methodType() == type)
-            methods.append(meta->method(i).methodSignature().replace(' ', ""));
-    }
-    return methods;
-}
 
 } // namespace
 
@@ -148,20 +79,22 @@ void PluginLibraryTest::casts()
 void PluginLibraryTest::identity()
 {
     PlexoPluginFactory *f = factory();
-    QCOMPARE(f->getPluginName(), QStringLiteral("TarnKBX_Plugin"));
-    QCOMPARE(f->getVersion(), QStringLiteral("1.0"));
-    QCOMPARE(f->getVendorId(), QStringLiteral("VelmarS"));
-    QCOMPARE(f->getVendorName(), QStringLiteral("Velmar Systems"));
-    QCOMPARE(f->getProductId(), QStringLiteral("5"));
-    QCOMPARE(f->getSupportedModels(), QStringList{QStringLiteral("KBX")});
-    QCOMPARE(f->getModelKeywords(), QStringList{QStringLiteral("KBX")});
+    const QStringList texts{f->getPluginName(),
+                            f->getVersion(),
+                            f->getVendorId(),
+                            f->getVendorName(),
+                            f->getProductId(),
+                            f->getVersionFull(),
+                            f->getThresholdKey(),
+                            f->reservedText(),
+                            f->getSupportedModels().join(QLatin1Char(' ')),
+                            f->getModelKeywords().join(QLatin1Char(' '))};
+    QCOMPARE(texts.join(QLatin1Char('|')),
+             QStringLiteral("TarnKBX_Plugin|1.0|VelmarS|Velmar Systems|5|1.0.0|NA||KBX|KBX"));
     QVERIFY(f->getIcon().isNull());
-    QCOMPARE(f->getVersionFull(), QStringLiteral("1.0.0"));
-    QCOMPARE(f->getThresholdKey(), QStringLiteral("NA"));
     QCOMPARE(f->reservedNumber(), 1);
     QVERIFY(f->reservedFlagA() && f->reservedFlagB());
     QCOMPARE(f->reservedValueA() + f->reservedValueB() + f->reservedValueC() + f->reservedValueD(), 0);
-    QVERIFY(f->reservedText().isEmpty());
 }
 
 void PluginLibraryTest::styleSource()
@@ -229,12 +162,11 @@ void PluginLibraryTest::wholeQuery()
 void PluginLibraryTest::methodsKeepTheirOrder()
 {
     const QScopedPointer<PlexoPlugin> plugin(factory()->createPlugin(nullptr));
-    QCOMPARE(plugin->metaObject()->className(), "VelmarSamplePlugin");
-    QCOMPARE(ownMethods(plugin->metaObject(), QMetaMethod::Slot), QByteArray(PluginSlots).split(' '));
     const QMetaObject *window = plugin->getPluginWidget()->metaObject();
+    QCOMPARE(plugin->metaObject()->className(), "VelmarSamplePlugin");
     QCOMPARE(window->className(), "TarnKBX_MainWindow");
-    QCOMPARE(ownMethods(window, QMetaMethod::Signal), QByteArray(WindowSignals).split(' '));
-    QCOMPARE(ownMethods(window, QMetaMethod::Slot), QByteArray(WindowSlots).split(' '));
+    QCOMPARE(support::fingerprint(plugin->metaObject()), QByteArray("2f5440ef4cee1f6923960ec23118285f"));
+    QCOMPARE(support::fingerprint(window), QByteArray("a9964281a3a0cc96f1e31a8035717761"));
 }
 
 void PluginLibraryTest::loadsAgainFromAnyFolder()

@@ -31,11 +31,11 @@ SeenBox describe(const QMessageBox &box)
 BoxAnswerer::BoxAnswerer(QMessageBox::StandardButton answer)
     : m_answer(answer)
 {
-    connect(&m_poll, &QTimer::timeout, this, &BoxAnswerer::look);
+    connect(&m_poll, &QTimer::timeout, this, &BoxAnswerer::answerOpenBox);
     m_poll.start(5);
 }
 
-void BoxAnswerer::look()
+void BoxAnswerer::answerOpenBox()
 {
     QPointer<QMessageBox> box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
     if (!box || !box->isVisible())

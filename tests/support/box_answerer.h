@@ -36,7 +36,7 @@ public:
     const QList<SeenBox> &seen() const { return m_seen; }
 
 private:
-    void look();
+    void answerOpenBox();
 
     QMessageBox::StandardButton m_answer;
     std::function<void()> m_whileOpen;

@@ -22,7 +22,7 @@ public:
     explicit EditorSession(PlexoPluginFactory *factory);
     ~EditorSession();
 
-    /// Attaches the device, shows the editor and waits until it is live. Answers whether that happened.
+    /// Attaches the device, shows the editor and waits until it is live. Returns whether that happened.
     bool goLive();
 
     QWidget *editor() const { return plugin->getPluginWidget(); }
