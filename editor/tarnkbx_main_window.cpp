@@ -182,7 +182,7 @@ void TarnKBX_MainWindow::forgetDevice()
     for (QTimer *timer :
          {&m_meteringRequestTimer, &m_mixerChangeTimer, &m_closeTimer, &m_rebootTimer, &m_resetTimer})
         timer->stop();
-    closeBlockEditors();
+    m_blocks.closeAll();
     m_priorityDialog->hide();
     m_setHandlers.clear();
     m_bluetoothName.clear();

@@ -161,10 +161,14 @@ void LeavingTest::toneIsSentWhenTheMixerCloses()
 
 void LeavingTest::slowDeviceIsNotPolledAgain()
 {
-    session->script->setSilent(true);
     session->script->forget();
     for (int poll = 0; poll < 5; ++poll)
         QMetaObject::invokeMethod(session->editor(), "onStatusPoll");
+    QTRY_VERIFY(session->script->isIdle() && !session->plugin->hasWaitingQueries());
+    QCOMPARE(session->script->gets().size(), 13);
+    session->script->setSilent(true);
+    session->script->forget();
+    QMetaObject::invokeMethod(session->editor(), "onStatusPoll");
     const auto answerOne = [this] {
         const QString path = session->script->gets().last();
         session->script->deliverGet(path, session->script->value(path));

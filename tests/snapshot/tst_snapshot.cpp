@@ -138,8 +138,6 @@ private slots:
         QTest::newRow("attributes") << "<A " + repeated(6000, "a#='' ") + "/>";
         QTest::newRow("elements within elements") << repeated(3000, "<A xmlns:a#='b'>");
         QTest::newRow("open declarations") << QByteArray("<!A").repeated(20000);
-        QTest::newRow("one text for all")
-            << "<A>" + QByteArray(30000, 'x') + QByteArray("<A/>").repeated(8000);
     }
 
     void endsSoon()
@@ -151,6 +149,13 @@ private slots:
         elementsOf(document("", "", data), &found);
         QVERIFY(found);
         QVERIFY2(clock.elapsed() < 5000, qPrintable(QString::number(clock.elapsed())));
+    }
+
+    void handsOutALargeTextAFewTimes()
+    {
+        const QByteArray elements = elementsOf(
+            document("", "", "<A>" + QByteArray(40000, 'x') + QByteArray("<A/>").repeated(1000)));
+        QVERIFY2(elements.count('A') < 10, elements);
     }
 
     void refusesWhatWouldGrow()
