@@ -1,62 +1,64 @@
 #include "devhost/communication_log.h"
 
-#include <QColor>
+#include "devhost/log_ink.h"
+#include "devhost/plain_text.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace devhost {
 
 namespace {
 
+constexpr int ShowingMs = 40;
+
 struct SourceLook
 {
-    const char *sign; ///< as shown in its column
-    const char *word; ///< as written into files
+    const char *sign;
     const char *tip;
-    QRgb color; ///< on the dark style sheet
+    LogInk ink;
 };
 
 constexpr SourceLook looks[] = {
-    {"\u2192", "tx", "Sent to the device", 0xff8cc8ff},
-    {"\u2190", "rx", "Received from the device", 0xff9be29b},
-    {"\u2022", "plugin", "Written by the plugin", 0xffb8b8b8},
-    {"\u2022", "host", "Written by the host", 0xffe0d0a8},
-    {"!", "problem", "Something that needs attention", 0xffff7707},
+    {"\u2192", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Sent to the device"), LogInk::Sent},
+    {"\u2190",
+     QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Received from the device without being asked for"),
+     LogInk::Received},
+    {"\u2022", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Written by the plugin"), LogInk::Plugin},
+    {"\u2022", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Written by the host"), LogInk::Host},
+    {"!", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Something that needs attention"),
+     LogInk::Attention},
 };
+constexpr SourceLook handLook
+    = {"\u21d2", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Sent to the device from the message box"),
+       LogInk::Sent};
 
-constexpr QRgb RefusalColor = 0xffff6b5e;
-
-const SourceLook &lookOf(LogSource source)
+const SourceLook &lookOf(const LogEntry &entry)
 {
-    return looks[int(source)];
+    return entry.isByHand ? handLook : looks[int(entry.source)];
 }
 
-bool isRefusal(LogSource source, const QString &text)
+LogInk inkOf(const LogEntry &entry, int column)
 {
-    if (source != LogSource::Received)
-        return false;
-    const bool refused
-        = text.startsWith(QLatin1Char('{')) && !text.contains(QLatin1String("\"result\":\"OK\""));
-    return refused || text.startsWith(QLatin1String("NACK"));
+    const bool isAnswer = column == CommunicationLog::Reply || column == CommunicationLog::ReplyTime;
+    if (entry.isProblem() && !entry.isNote() && (isAnswer || column == CommunicationLog::Source))
+        return LogInk::Trouble;
+    if (column == CommunicationLog::Reply)
+        return LogInk::Received;
+    const bool isMessage = column == CommunicationLog::Text || column == CommunicationLog::Source;
+    return isMessage ? lookOf(entry).ink : LogInk::Quiet;
 }
 
-qint64 bytesOf(const LogEntry &entry)
+QString replyTime(const LogEntry &entry)
 {
-    return qint64(sizeof(QChar)) * (entry.device.size() + entry.text.size());
+    if (entry.outcome == Outcome::Lost)
+        return CommunicationLog::tr("no reply");
+    if (entry.outcome == Outcome::Waiting)
+        return CommunicationLog::tr("waits");
+    return entry.replyMs < 0 || entry.outcome == Outcome::Unasked ? QString() : milliseconds(entry.replyMs);
 }
 
-// Laying out a line of a whole datagram takes longer than its row is on screen.
-QString beginningOf(const QString &text)
-{
-    constexpr int most = 1000;
-    if (text.size() <= most)
-        return text;
-    return CommunicationLog::tr("%1 ... (%2 characters; copy the line to see all)")
-        .arg(text.left(most))
-        .arg(text.size());
-}
-
-QVariant shown(const LogEntry &entry, int column)
+QString shown(const LogEntry &entry, int column)
 {
     switch (column) {
     case CommunicationLog::Time:
@@ -64,18 +66,29 @@ QVariant shown(const LogEntry &entry, int column)
     case CommunicationLog::Device:
         return entry.device;
     case CommunicationLog::Source:
-        return QString::fromUtf8(lookOf(entry.source).sign);
+        return QString::fromUtf8(lookOf(entry).sign);
+    case CommunicationLog::Text:
+        return entry.source == LogSource::Received ? CommunicationLog::tr("(not asked for)") : entry.summary;
+    case CommunicationLog::ReplyTime:
+        return replyTime(entry);
     default:
-        return beginningOf(entry.text);
+        return entry.replySummary;
     }
 }
 
-// A row is one line high; a text command ends in a carriage return.
-QString oneLine(QString text)
+QString tipOf(const LogEntry &entry, int column)
 {
-    text.replace(QLatin1Char('\r'), QStringLiteral("\\r"));
-    text.replace(QLatin1Char('\n'), QStringLiteral("\\n"));
-    return text;
+    if (column == CommunicationLog::Text || column == CommunicationLog::Reply)
+        return plainTip(shown(entry, column));
+    return CommunicationLog::tr(lookOf(entry).tip);
+}
+
+int alignmentOf(int column)
+{
+    if (column == CommunicationLog::Source)
+        return Qt::AlignCenter;
+    return int(column == CommunicationLog::ReplyTime ? Qt::AlignRight : Qt::AlignLeft)
+        | int(Qt::AlignVCenter);
 }
 
 } // namespace
@@ -85,35 +98,91 @@ CommunicationLog::CommunicationLog(int mostLines, qint64 mostBytes, QObject *par
     , m_mostLines(mostLines)
     , m_mostBytes(mostBytes)
 {
+    m_showing.setSingleShot(true);
+    m_showing.setInterval(ShowingMs);
+    connect(&m_showing, &QTimer::timeout, this, &CommunicationLog::showNews);
+}
+
+qint64 CommunicationLog::append(const LogEntry &entry)
+{
+    makeRoom(1, bytesOf(entry));
+    m_entries.push_back(entry);
+    m_bytes += bytesOf(entry);
+    if (!m_showing.isActive())
+        m_showing.start();
+    return m_first + qint64(m_entries.size()) - 1;
 }
 
 void CommunicationLog::append(LogSource source, const QString &device, const QString &text)
 {
-    const LogEntry entry{QDateTime::currentDateTime(), source, device, oneLine(text),
-                         isRefusal(source, text)};
-    makeRoomFor(entry);
-    const int row = int(m_entries.size());
-    beginInsertRows({}, row, row);
-    m_entries.push_back(entry);
-    m_bytes += bytesOf(entry);
-    endInsertRows();
+    append(noteEntry(source, device, text));
+}
+
+bool CommunicationLog::answer(qint64 request, const QByteArray &bytes, const RequestWatch::Answer &answer)
+{
+    LogEntry *entry = find(request);
+    if (!entry)
+        return false;
+    m_bytes -= bytesOf(*entry);
+    entry->setReply(bytes, answer);
+    m_bytes += bytesOf(*entry);
+    change(request);
+    makeRoom(0, 0);
+    return true;
+}
+
+void CommunicationLog::markLost(qint64 request)
+{
+    if (LogEntry *entry = find(request)) {
+        entry->outcome = Outcome::Lost;
+        change(request);
+    }
+}
+
+void CommunicationLog::change(qint64 number)
+{
+    m_changed.insert(number);
+    if (!m_showing.isActive())
+        m_showing.start();
+}
+
+void CommunicationLog::showNews()
+{
+    m_showing.stop();
+    const int last = int(m_entries.size()) - 1;
+    const QSet<qint64> changed = std::exchange(m_changed, {});
+    if (m_rows <= last) {
+        beginInsertRows({}, m_rows, last);
+        m_rows = last + 1;
+        endInsertRows();
+    }
+    for (qint64 number : changed) {
+        const int row = int(number - m_first);
+        if (row >= 0)
+            emit dataChanged(index(row, 0), index(row, ColumnCount - 1));
+        emit entryChanged(number);
+    }
 }
 
 // A tenth at a time, so that a view is not told to drop a row with every line that comes in.
-void CommunicationLog::makeRoomFor(const LogEntry &newcomer)
+void CommunicationLog::makeRoom(int lines, qint64 bytes)
 {
     int count = 0;
-    if (rowCount() == m_mostLines)
+    if (int(m_entries.size()) + lines > m_mostLines)
         count = std::max(1, m_mostLines / 10);
-    if (m_bytes + bytesOf(newcomer) > m_mostBytes)
-        count = std::max(count, countToDrop(m_bytes + bytesOf(newcomer) - m_mostBytes + m_mostBytes / 10));
-    if (count == 0)
+    if (m_bytes + bytes > m_mostBytes)
+        count = std::max(count, countToDrop(m_bytes + bytes - m_mostBytes + m_mostBytes / 10));
+    count = std::min(count, int(m_entries.size()) - 1 + lines);
+    if (count <= 0)
         return;
+    showNews();
     beginRemoveRows({}, 0, count - 1);
     for (int dropped = 0; dropped < count; ++dropped) {
         m_bytes -= bytesOf(m_entries.front());
         m_entries.pop_front();
     }
+    m_first += count;
+    m_rows -= count;
     endRemoveRows();
 }
 
@@ -121,7 +190,7 @@ void CommunicationLog::makeRoomFor(const LogEntry &newcomer)
 int CommunicationLog::countToDrop(qint64 excess) const
 {
     int count = 0;
-    while (count < rowCount() && excess > 0)
+    while (count < int(m_entries.size()) && excess > 0)
         excess -= bytesOf(entry(count++));
     return count;
 }
@@ -129,14 +198,28 @@ int CommunicationLog::countToDrop(qint64 excess) const
 void CommunicationLog::clear()
 {
     beginResetModel();
+    m_first += qint64(m_entries.size());
     m_entries.clear();
+    m_changed.clear();
     m_bytes = 0;
+    m_rows = 0;
     endResetModel();
+}
+
+const LogEntry *CommunicationLog::numbered(qint64 number) const
+{
+    const qint64 row = number - m_first;
+    return row >= 0 && row < qint64(m_entries.size()) ? &m_entries[std::size_t(row)] : nullptr;
+}
+
+LogEntry *CommunicationLog::find(qint64 number)
+{
+    return const_cast<LogEntry *>(std::as_const(*this).numbered(number));
 }
 
 int CommunicationLog::rowCount(const QModelIndex &parent) const
 {
-    return parent.isValid() ? 0 : int(m_entries.size());
+    return parent.isValid() ? 0 : m_rows;
 }
 
 int CommunicationLog::columnCount(const QModelIndex &parent) const
@@ -151,11 +234,11 @@ QVariant CommunicationLog::data(const QModelIndex &index, int role) const
     case Qt::DisplayRole:
         return shown(line, index.column());
     case Qt::ToolTipRole:
-        return index.column() == Text ? QVariant() : QVariant(tr(lookOf(line.source).tip));
+        return tipOf(line, index.column());
     case Qt::ForegroundRole:
-        return QColor(line.refusal ? RefusalColor : lookOf(line.source).color);
+        return colorOf(inkOf(line, index.column()));
     case Qt::TextAlignmentRole:
-        return index.column() == Source ? QVariant(int(Qt::AlignCenter)) : QVariant();
+        return alignmentOf(index.column());
     default:
         return QVariant();
     }
@@ -163,17 +246,13 @@ QVariant CommunicationLog::data(const QModelIndex &index, int role) const
 
 QVariant CommunicationLog::headerData(int section, Qt::Orientation orientation, int role) const
 {
+    if (orientation == Qt::Horizontal && role == Qt::TextAlignmentRole)
+        return alignmentOf(section);
     if (orientation != Qt::Horizontal || role != Qt::DisplayRole)
         return QVariant();
-    const QString titles[] = {tr("Time"), tr("Device"), QString(), tr("Message")};
+    const QString titles[]
+        = {tr("Time"), tr("Device"), QString(), tr("Message"), tr("Reply time"), tr("Reply")};
     return titles[section];
-}
-
-QString CommunicationLog::lineOf(const LogEntry &entry)
-{
-    return QStringLiteral("%1\t%2\t%3\t%4")
-        .arg(entry.time.toString(Qt::ISODateWithMs), entry.device, QLatin1String(lookOf(entry.source).word),
-             entry.text);
 }
 
 } // namespace devhost

@@ -28,14 +28,11 @@ Host::Host(QObject *parent)
     , m_sessions(&m_registry, {&m_devices, &m_text, &m_aes67, nullptr, 0})
 {
     wireSimulated();
-    wireTransport(&m_text, [](const QByteArray &bytes) { return QString::fromUtf8(bytes); });
-    wireTransport(&m_aes67, [](const QByteArray &bytes) { return QString::fromLatin1(bytes.toHex(' ')); });
-    connect(&m_text, &DeviceTransport::sent, &m_requests,
-            [this](const QString &name, const QByteArray &bytes) { m_requests.noteSent(name, bytes, -1); });
-    connect(&m_text, &DeviceTransport::received, &m_requests,
-            [this](const QString &name, const QByteArray &bytes) { m_requests.noteReceived(name, bytes); });
-    connect(&m_finder, &DeviceFinder::forgotten, &m_requests,
-            [this](const KnownDevice *device) { m_requests.forget(device->name()); });
+    for (DeviceTransport *transport : {&m_text, &m_aes67})
+        connect(transport, &DeviceTransport::problem, this,
+                [this](const QString &text) { reportProblem(text); });
+    wireText(&m_text, &m_requests);
+    wireBinary(&m_aes67);
     connect(&m_finder, &DeviceFinder::found, this, &Host::wireDevice);
     connect(&m_finder, &DeviceFinder::problem, this, [this](const QString &text) { reportProblem(text); });
     connect(&m_sessions, &EditorSessions::closed, this,
@@ -92,17 +89,32 @@ void Host::wireSimulated()
             [this](const QString &name, const QString &sentence) { reportProblem(sentence, name); });
 }
 
-void Host::wireTransport(DeviceTransport *transport, QString (*toText)(const QByteArray &message))
+void Host::wireText(DeviceTransport *transport, RequestWatch *requests)
 {
     connect(transport, &DeviceTransport::sent, this,
-            [this, toText](const QString &name, const QByteArray &bytes) {
-                m_log.append(LogSource::Sent, name, toText(bytes));
+            [this, requests](const QString &name, const QByteArray &bytes) {
+                requests->noteSent(name, bytes, m_log.append(requestEntry(name, bytes)));
             });
     connect(transport, &DeviceTransport::received, this,
-            [this, toText](const QString &name, const QByteArray &bytes) {
-                m_log.append(LogSource::Received, name, toText(bytes));
+            [this, requests](const QString &name, const QByteArray &bytes) {
+                const RequestWatch::Answer answer = requests->noteReceived(name, bytes);
+                if (!m_log.answer(answer.token, bytes, answer))
+                    m_log.append(replyEntry(name, bytes, answer));
             });
-    connect(transport, &DeviceTransport::problem, this, [this](const QString &text) { reportProblem(text); });
+    connect(requests, &RequestWatch::lost, &m_log, &CommunicationLog::markLost);
+    connect(&m_finder, &DeviceFinder::forgotten, requests,
+            [requests](const KnownDevice *device) { requests->forget(device->name()); });
+}
+
+void Host::wireBinary(DeviceTransport *transport)
+{
+    connect(transport, &DeviceTransport::sent, &m_log, [this](const QString &name, const QByteArray &bytes) {
+        m_log.append(binaryEntry(LogSource::Sent, name, bytes));
+    });
+    connect(transport, &DeviceTransport::received, &m_log,
+            [this](const QString &name, const QByteArray &bytes) {
+                m_log.append(binaryEntry(LogSource::Received, name, bytes));
+            });
 }
 
 void Host::wireDevice(KnownDevice *device)

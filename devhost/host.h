@@ -56,8 +56,9 @@ signals:
 
 private:
     void wireSimulated();
-    /// @p toText makes a message readable for the log.
-    void wireTransport(DeviceTransport *transport, QString (*toText)(const QByteArray &message));
+    /// Logs what the transport carries, paired by @p requests.
+    void wireText(DeviceTransport *transport, RequestWatch *requests);
+    void wireBinary(DeviceTransport *transport);
     void wireDevice(KnownDevice *device);
     void dropRoute(const KnownDevice *device);
     void wireSession(EditorSession *session);

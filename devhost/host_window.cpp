@@ -36,7 +36,7 @@ HostWindow::HostWindow(Host *host, WindowMemory *memory, const QString &snapshot
     , m_memory(memory)
     , m_model(new DeviceTableModel(host, this))
     , m_devices(new DeviceView(m_model, this))
-    , m_log(new LogPanel(host->log(), this))
+    , m_log(new LogPanel(host->log(), host->requests(), this))
     , m_notice(new NoticeBar(this))
     , m_snapshots(new SnapshotDialogs(snapshotFolder, memory, this))
     , m_interfaces(new QComboBox(this))

@@ -11,6 +11,19 @@ constexpr int TellingMs = 100;
 
 } // namespace
 
+void DeviceFigures::add(const DeviceFigures &other)
+{
+    requests += other.requests;
+    waiting += other.waiting;
+    answered += other.answered;
+    refused += other.refused;
+    unreadable += other.unreadable;
+    late += other.late;
+    lost += other.lost;
+    totalMs += other.totalMs;
+    worstMs = std::max(worstMs, other.worstMs);
+}
+
 RequestWatch::RequestWatch(const RequestLimits &limits, QObject *parent)
     : QObject(parent)
     , m_limits(limits)
@@ -63,6 +76,7 @@ RequestWatch::Answer RequestWatch::noteReceived(const QString &name, const QByte
         return answer;
     answer.token = asked->token;
     answer.ms = double(asked->since.nsecsElapsed()) / 1e6;
+    answer.isLate = answer.ms > m_limits.lateMs;
     const RequestText request = asked->request;
     device->open.erase(asked);
     count(&*device, answer);
@@ -78,7 +92,7 @@ void RequestWatch::count(Device *device, const Answer &answer)
     ++figures.answered;
     figures.refused += answer.reply.verdict == Verdict::Refused ? 1 : 0;
     figures.unreadable += answer.reply.verdict == Verdict::Unreadable ? 1 : 0;
-    figures.late += answer.ms > m_limits.lateMs ? 1 : 0;
+    figures.late += answer.isLate ? 1 : 0;
     figures.totalMs += answer.ms;
     figures.worstMs = std::max(figures.worstMs, answer.ms);
 }
@@ -122,6 +136,14 @@ DeviceFigures RequestWatch::figures(const QString &name) const
     DeviceFigures figures = device.figures;
     figures.waiting = device.open.size();
     return figures;
+}
+
+DeviceFigures RequestWatch::figuresOfAll() const
+{
+    DeviceFigures all;
+    for (const QString &name : m_devices.keys())
+        all.add(figures(name));
+    return all;
 }
 
 WaitingRequest RequestWatch::longestWaiting(const QString &name) const

@@ -25,6 +25,7 @@ struct DeviceFigures
     double worstMs = 0;
 
     double meanMs() const { return answered ? totalMs / answered : 0; }
+    void add(const DeviceFigures &other);
 };
 
 struct RequestLimits
@@ -61,7 +62,8 @@ public:
     struct Answer
     {
         qint64 token = -1; ///< of the request; -1 when nobody asked
-        double ms = 0;
+        double ms = 0; ///< since it was sent
+        bool isLate = false;
         ReplyText reply;
     };
 
@@ -73,6 +75,7 @@ public:
     void forget(const QString &device);
 
     DeviceFigures figures(const QString &device) const;
+    DeviceFigures figuresOfAll() const;
     WaitingRequest longestWaiting(const QString &device) const;
 
 signals:

@@ -1,5 +1,6 @@
 #include "devhost/wire_text.h"
 
+#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 
@@ -17,6 +18,59 @@ QJsonObject objectIn(const QByteArray &message)
     // Binary bytes may follow the text after a zero.
     const int end = message.indexOf('\0');
     return QJsonDocument::fromJson(end < 0 ? message : message.left(end)).object();
+}
+
+bool isText(const QByteArray &message, const QString &text)
+{
+    return text.toUtf8() == message;
+}
+
+QString escaped(QChar character)
+{
+    switch (character.unicode()) {
+    case '\r':
+        return QStringLiteral("\\r");
+    case '\n':
+        return QStringLiteral("\\n");
+    case '\t':
+        return QStringLiteral("\\t");
+    default:
+        return QStringLiteral("\\x%1").arg(character.unicode(), 2, 16, QLatin1Char('0'));
+    }
+}
+
+// Breaks lines where JSON may be broken and changes nothing else: members stay in order, numbers as written.
+QString withLineBreaks(const QString &json)
+{
+    constexpr int deepest = 20; // hostile texts nest without end
+    QString lines;
+    int depth = 0;
+    bool isInString = false;
+    bool isEscaped = false;
+    const auto breakLine
+        = [&] { lines += QLatin1Char('\n') + QString(4 * qBound(0, depth, deepest), QLatin1Char(' ')); };
+    for (const QChar character : json) {
+        const bool isQuote = character == QLatin1Char('"') && !isEscaped;
+        isEscaped = character == QLatin1Char('\\') && !isEscaped;
+        isInString ^= isQuote;
+        if (isInString || isQuote) {
+            lines += character;
+            continue;
+        }
+        if (character.isSpace())
+            continue;
+        const bool opens = character == QLatin1Char('{') || character == QLatin1Char('[');
+        const bool closes = character == QLatin1Char('}') || character == QLatin1Char(']');
+        depth += opens ? 1 : closes ? -1 : 0;
+        if (closes)
+            breakLine();
+        lines += character;
+        if (character == QLatin1Char(':'))
+            lines += QLatin1Char(' ');
+        if (opens || character == QLatin1Char(','))
+            breakLine();
+    }
+    return lines;
 }
 
 ReplyText readPlain(const QByteArray &message)
@@ -60,6 +114,33 @@ ReplyText readReply(const QByteArray &message)
     if (reply.verdict == Verdict::Refused)
         reply.reason = result;
     return reply;
+}
+
+QString compact(const QJsonValue &value)
+{
+    const QByteArray array = QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact);
+    return QString::fromUtf8(array.mid(1, array.size() - 2));
+}
+
+QString readable(const QByteArray &message)
+{
+    const QString text = QString::fromUtf8(message);
+    if (!isText(message, text))
+        return QString::fromLatin1(message.toHex(' '));
+    QString line;
+    line.reserve(text.size());
+    for (const QChar character : text)
+        line += character.category() == QChar::Other_Control ? escaped(character) : QString(character);
+    return line;
+}
+
+QString indented(const QByteArray &message)
+{
+    const QString text = QString::fromUtf8(message);
+    if (!QJsonDocument::fromJson(message).isNull())
+        return withLineBreaks(text.trimmed());
+    const bool isPlain = isText(message, text) && !text.contains(QChar::Null);
+    return isPlain ? text : readable(message);
 }
 
 } // namespace devhost

@@ -31,4 +31,11 @@ RequestText readRequest(const QByteArray &message);
 /// Anything that is no JSON object is read as a plain answer, "ACK ..." or "NACK ...".
 ReplyText readReply(const QByteArray &message);
 
+/// A value as JSON without blanks.
+QString compact(const QJsonValue &value);
+/// In one line: control characters as in C, bytes that are no UTF-8 text as hexadecimal numbers.
+QString readable(const QByteArray &message);
+/// As indented JSON where it is JSON, else line by line as it is.
+QString indented(const QByteArray &message);
+
 } // namespace devhost

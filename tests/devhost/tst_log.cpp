@@ -1,16 +1,21 @@
 #include "devhost/communication_log.h"
 #include "devhost/device_transport.h"
 #include "devhost/log_filter.h"
+#include "devhost/log_panel.h"
 #include "devhost/message_recorder.h"
 #include "devhost/request_watch.h"
 #include "devhost/whole_file.h"
 
 #include <QAbstractItemModelTester>
+#include <QAccessible>
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QLabel>
+#include <QPlainTextEdit>
 #include <QSignalSpy>
+#include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -55,6 +60,8 @@ private slots:
     void staysBounded();
     void filters_data();
     void filters();
+    void showsWholeMessages();
+    void exportsMessages();
     void pairsReplies_data();
     void pairsReplies();
     void losesWhatIsNeverAnswered();
@@ -65,74 +72,169 @@ private slots:
 void Log::staysBounded()
 {
     constexpr int most = 30;
-    CommunicationLog log(most, 1000);
+    constexpr int mostBytes = 30 * 1000;
+    CommunicationLog log(most, mostBytes);
     const QAbstractItemModelTester tester(&log, QAbstractItemModelTester::FailureReportingMode::Fatal);
-    for (int line = 0; line < 100; ++line) {
-        log.append(LogSource::Sent, QString(), QString::number(line));
-        QVERIFY(log.rowCount() <= most);
+    QSignalSpy inserted(&log, &QAbstractItemModel::rowsInserted);
+    for (int line = 0; line < 25; ++line)
+        log.append(LogSource::Host, QString(), QString::number(line));
+    QTRY_COMPARE(log.rowCount(), 25);
+    QCOMPARE(inserted.count(), 1); // a view is laid out once
+    for (int line = 25; line < 100; ++line)
+        log.append(LogSource::Host, QString(), QString::number(line));
+    QTRY_COMPARE(log.entry(log.rowCount() - 1).summary, QStringLiteral("99"));
+    QVERIFY(log.rowCount() <= most);
+    const int first = log.entry(0).summary.toInt();
+    for (int row = 0; row < log.rowCount(); ++row) {
+        QCOMPARE(log.entry(row).summary.toInt(), first + row);
+        QCOMPARE(log.numberOf(row), qint64(first + row));
     }
-    QCOMPARE(log.entry(log.rowCount() - 1).text, QStringLiteral("99"));
-    const int first = log.entry(0).text.toInt();
-    for (int row = 0; row < log.rowCount(); ++row)
-        QCOMPARE(log.entry(row).text.toInt(), first + row);
+    // Texts and the replies that come to them count as well.
+    const QByteArray large(5000, 'x');
+    RequestWatch::Answer answer;
     for (int line = 0; line < 100; ++line) {
-        log.append(LogSource::Received, QString(), QString(100, QLatin1Char('x')));
-        int bytes = 0;
-        for (int row = 0; row < log.rowCount(); ++row)
-            bytes += log.entry(row).text.size() * int(sizeof(QChar));
-        QVERIFY(bytes <= 1000);
+        answer.token = log.append(requestEntry(QString(), large));
+        QVERIFY(log.answer(answer.token, large, answer));
     }
-    QVERIFY(log.rowCount() >= 4);
+    QTRY_COMPARE(log.numberOf(log.rowCount() - 1), answer.token);
+    QVERIFY2(log.rowCount() == 2, QByteArray::number(log.rowCount()));
+    QVERIFY(!log.answer(0, large, answer));
     // Shown in part, kept whole.
-    const QString whole(50000, QLatin1Char('y'));
-    log.append(LogSource::Received, QString(), whole);
-    QCOMPARE(log.rowCount(), 1);
+    const QByteArray whole(50000, 'y');
+    const qint64 number = log.append(requestEntry(QString(), whole));
+    QTRY_COMPARE(log.rowCount(), 1);
     QVERIFY(log.index(0, CommunicationLog::Text).data().toString().size() < 2000);
-    QVERIFY(CommunicationLog::lineOf(log.entry(0)).endsWith(whole));
+    QCOMPARE(log.numbered(number)->message, whole);
     log.clear();
     QCOMPARE(log.rowCount(), 0);
+    QVERIFY(!log.numbered(number));
 }
 
 void Log::filters_data()
 {
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<QList<int>>("hidden");
-    QTest::addColumn<QStringList>("shown");
-    const QString get = QStringLiteral("{\"get\":\"/system/usb\"}");
-    const QString poll = QStringLiteral("{\"get\":\"/status/usb\"}");
-    const QString reply = QStringLiteral("{\"result\":\"OK\"}");
-    const QString alarm = QStringLiteral("usb is on fire");
-    QTest::newRow("a word") << QStringLiteral("USB") << QList<int>() << QStringList{get, poll, alarm};
-    QTest::newRow("every word") << QStringLiteral("usb get") << QList<int>() << QStringList{get, poll};
-    QTest::newRow("not a word") << QStringLiteral("usb -status") << QList<int>() << QStringList{get, alarm};
-    QTest::newRow("a device") << QStringLiteral("kbx-2") << QList<int>() << QStringList{poll};
-    QTest::newRow("text and source") << QStringLiteral("usb") << QList<int>{int(LogSource::Sent)}
-                                     << QStringList{alarm};
+    QTest::addColumn<QString>("choice"); ///< a filter text, or what is switched
+    QTest::addColumn<QString>("shown"); ///< first characters of the messages
+    QTest::newRow("quiet at first") << QString() << QStringLiteral("usb late poll! ready alarm reply");
+    QTest::newRow("polling") << QStringLiteral("+0")
+                             << QStringLiteral("usb late poll poll! ready alarm reply");
+    QTest::newRow("echoes") << QStringLiteral("+1")
+                            << QStringLiteral("usb late poll! Command ready alarm reply");
+    QTest::newRow("no notes") << QStringLiteral("+2") << QStringLiteral("usb late poll! alarm reply");
+    QTest::newRow("problems") << QStringLiteral("!") << QStringLiteral("late poll! alarm reply");
+    QTest::newRow("device") << QStringLiteral("@KBX-2") << QStringLiteral("late reply");
+    QTest::newRow("a word") << QStringLiteral("USB") << QStringLiteral("usb poll! alarm");
+    QTest::newRow("every word") << QStringLiteral("usb get") << QStringLiteral("usb poll!");
+    QTest::newRow("not a word") << QStringLiteral("usb -status") << QStringLiteral("usb alarm");
+    QTest::newRow("in a reply") << QStringLiteral("busy") << QStringLiteral("poll!");
 }
 
 void Log::filters()
 {
-    QFETCH(const QString, text);
-    QFETCH(const QList<int>, hidden);
-    QFETCH(const QStringList, shown);
-    CommunicationLog log(10, 10000);
+    QFETCH(const QString, choice);
+    QFETCH(const QString, shown);
+    const QMap<QString, QString> names{{QStringLiteral("get /system/usb"), QStringLiteral("usb")},
+                                       {QStringLiteral("set /b 1"), QStringLiteral("late")},
+                                       {QStringLiteral("get /status/bt"), QStringLiteral("poll")},
+                                       {QStringLiteral("get /status/usb"), QStringLiteral("poll!")},
+                                       {QStringLiteral("Command Request:"), QStringLiteral("Command")},
+                                       {QStringLiteral("usb is on fire"), QStringLiteral("alarm")},
+                                       {QString(), QStringLiteral("reply")}};
+    CommunicationLog log(20, 100000);
     LogFilter filter(&log);
-    log.append(LogSource::Sent, QStringLiteral("KBX-1"), QStringLiteral("{\"get\":\"/system/usb\"}"));
-    log.append(LogSource::Sent, QStringLiteral("KBX-2"), QStringLiteral("{\"get\":\"/status/usb\"}"));
-    filter.setText(text);
-    for (int source : hidden)
-        filter.setSourceShown(LogSource(source), false);
-    // Lines that come in later are filtered the same way.
-    log.append(LogSource::Received, QStringLiteral("KBX-1"), QStringLiteral("{\"result\":\"OK\"}"));
+    if (choice.startsWith(QLatin1Char('+'))) {
+        const auto kind = LogFilter::Kind(choice.mid(1).toInt());
+        filter.setShown(kind, !filter.isShown(kind));
+    } else if (choice == QLatin1String("!")) {
+        filter.setOnlyProblems(true);
+    } else if (choice.startsWith(QLatin1Char('@'))) {
+        filter.setDevice(choice.mid(1));
+    } else {
+        filter.setText(choice);
+    }
+    const QString first = QStringLiteral("KBX-1");
+    const QString second = QStringLiteral("KBX-2");
+    RequestWatch::Answer fine{1, 1, false, readReply(R"({"result":"OK"})")};
+    log.answer(log.append(requestEntry(first, R"({"get":"/system/usb"})")), "{}", fine);
+    fine.isLate = true;
+    log.answer(log.append(requestEntry(second, R"({"set":"/b","value":1})")), "{}", fine);
+    log.append(requestEntry(first, R"({"get":"/status/bt"})"));
+    const qint64 poll = log.append(requestEntry(first, R"({"get":"/status/usb"})"));
+    log.append(LogSource::Plugin, first, QStringLiteral("Command Request:"));
+    log.append(LogSource::Plugin, first, QStringLiteral("ready"));
     log.append(LogSource::Problem, QString(), QStringLiteral("usb is on fire"));
+    log.append(replyEntry(second, "{}", RequestWatch::Answer()));
+    QTRY_COMPARE(log.rowCount(), 8);
+    // What becomes a problem later on comes into view.
+    const QByteArray refusal = R"({"cmd":"get","param":"/status/usb","result":"busy"})";
+    log.answer(poll, refusal, {poll, 1, false, readReply(refusal)});
     QStringList lines;
-    for (int row = 0; row < filter.rowCount(); ++row)
-        lines.append(filter.index(row, CommunicationLog::Text).data().toString());
-    QCOMPARE(lines, shown);
-    for (int source : hidden)
-        filter.setSourceShown(LogSource(source), true);
-    filter.setText(QString());
-    QCOMPARE(filter.rowCount(), log.rowCount());
+    const auto collect = [&] {
+        lines.clear();
+        for (const LogEntry &entry : filter.allEntries())
+            lines.append(names.value(entry.summary, entry.summary));
+        return lines.join(QLatin1Char(' '));
+    };
+    QTRY_COMPARE(collect(), shown);
+    QCOMPARE(filter.entries({0}).first().time, filter.entry(0).time);
+}
+
+void Log::showsWholeMessages()
+{
+    CommunicationLog log(20, 1000000);
+    RequestWatch watch;
+    LogPanel panel(&log, &watch);
+    const auto *detail = panel.findChild<QPlainTextEdit *>(QStringLiteral("logDetail"));
+    auto *view = panel.findChild<QTableView *>(QStringLiteral("logView"));
+    const QString device = QStringLiteral("KBX-1");
+    const qint64 number = log.append(requestEntry(device, R"({"get":"/a"})"));
+    watch.noteSent(device, R"({"get":"/a"})", number);
+    QTRY_COMPARE(view->model()->rowCount(), 1);
+    view->selectRow(0);
+    QCOMPARE(detail->toPlainText(), QStringLiteral("{\n    \"get\": \"/a\"\n}"));
+    // Not read anew by a JSON reader: order, doubled members and numbers are the device's.
+    const QByteArray reply = R"({"value":[1.50,"a\"{,"],"param":"/a","cmd":"get","cmd":"get","result":"OK"})";
+    log.answer(number, reply, watch.noteReceived(device, reply));
+    QTRY_COMPARE(
+        detail->toPlainText().section(QStringLiteral("\n\n"), 1),
+        QStringLiteral(
+            "{\n    \"value\": [\n        1.50,\n        \"a\\\"{,\"\n    ],\n    \"param\": \"/a\",\n"
+            "    \"cmd\": \"get\",\n    \"cmd\": \"get\",\n    \"result\": \"OK\"\n}"));
+    QCOMPARE(view->model()->index(0, CommunicationLog::Reply).data().toString(),
+             QStringLiteral("[1.5,\"a\\\"{,\"]"));
+    const auto *figures = panel.findChild<QLabel *>(QStringLiteral("logFigures"));
+    QTRY_VERIFY2(figures->text().startsWith(QStringLiteral("1 requests")), qPrintable(figures->text()));
+    const auto nameless = [&panel] {
+        for (const QWidget *widget : panel.findChildren<QWidget *>()) {
+            const QAccessibleInterface *spoken
+                = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(widget));
+            if (widget->isVisibleTo(&panel) && widget->focusPolicy() != Qt::NoFocus
+                && spoken->text(QAccessible::Name).isEmpty())
+                return widget;
+        }
+        return static_cast<const QWidget *>(nullptr);
+    };
+    const QWidget *unnamed = nameless();
+    QVERIFY2(!unnamed, unnamed ? unnamed->metaObject()->className() : "");
+}
+
+void Log::exportsMessages()
+{
+    const QString device = QString::fromUtf8("B\xc3\xbcro");
+    LogEntry slow = requestEntry(device, "LOAD 3\r");
+    LogEntry quick = requestEntry(device, R"({"get":"/a"})");
+    quick.time = slow.time.addMSecs(2);
+    slow.setReply(QByteArray::fromHex("00ff"), {1, 7, false, ReplyText()});
+    quick.setReply("{}", {2, 1, false, ReplyText()});
+    QCOMPARE(
+        jsonLinesOf({slow, quick}),
+        QByteArray(
+            "{\"device\":\"B\xc3\xbcro\",\"dir\":\"tx\",\"t_ms\":0,\"text\":\"LOAD 3\\r\"}\n"
+            "{\"device\":\"B\xc3\xbcro\",\"dir\":\"tx\",\"t_ms\":2,\"text\":\"{\\\"get\\\":\\\"/a\\\"}\"}\n"
+            "{\"device\":\"B\xc3\xbcro\",\"dir\":\"rx\",\"t_ms\":3,\"text\":\"{}\"}\n"
+            "{\"bytes\":\"AP8=\",\"device\":\"B\xc3\xbcro\",\"dir\":\"rx\",\"t_ms\":7}\n"));
+    const QStringList copied = linesOf(slow).split(QLatin1Char('\n'));
+    QVERIFY(copied.at(0).endsWith(QStringLiteral("\ttx\tLOAD 3\\r")));
+    QVERIFY(copied.at(1).endsWith(QStringLiteral("\trx\t00 ff")));
 }
 
 void Log::pairsReplies_data()
@@ -259,5 +361,5 @@ void Log::writesAllOrNothing()
              (QStringList{QStringLiteral("a.xml"), QStringLiteral("pipe")}));
 }
 
-QTEST_GUILESS_MAIN(Log)
+QTEST_MAIN(Log)
 #include "tst_log.moc"
