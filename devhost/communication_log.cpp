@@ -1,6 +1,6 @@
 #include "devhost/communication_log.h"
 
-#include "devhost/log_ink.h"
+#include "devhost/look.h"
 #include "devhost/plain_text.h"
 
 #include <algorithm>
@@ -16,37 +16,42 @@ struct SourceLook
 {
     const char *sign;
     const char *tip;
-    LogInk ink;
+    const char *color; ///< as in lookColor()
 };
 
 constexpr SourceLook looks[] = {
-    {"\u2192", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Sent to the device"), LogInk::Sent},
+    {"\u2192", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Sent to the device"), "sent"},
     {"\u2190",
      QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Received from the device without being asked for"),
-     LogInk::Received},
-    {"\u2022", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Written by the plugin"), LogInk::Plugin},
-    {"\u2022", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Written by the host"), LogInk::Host},
-    {"!", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Something that needs attention"),
-     LogInk::Attention},
+     "received"},
+    {"\u2022", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Written by the plugin"), "quiet"},
+    {"\u2022", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Written by the host"), "text"},
+    {"!", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Something that needs attention"), "changed"},
 };
 constexpr SourceLook handLook
     = {"\u21d2", QT_TRANSLATE_NOOP("devhost::CommunicationLog", "Sent to the device from the message box"),
-       LogInk::Sent};
+       "sent"};
 
 const SourceLook &lookOf(const LogEntry &entry)
 {
     return entry.isByHand ? handLook : looks[int(entry.source)];
 }
 
-LogInk inkOf(const LogEntry &entry, int column)
+const char *colorNameOf(const LogEntry &entry, int column)
 {
     const bool isAnswer = column == CommunicationLog::Reply || column == CommunicationLog::ReplyTime;
     if (entry.isProblem() && !entry.isNote() && (isAnswer || column == CommunicationLog::Source))
-        return LogInk::Trouble;
+        return "refused";
     if (column == CommunicationLog::Reply)
-        return LogInk::Received;
+        return "received";
     const bool isMessage = column == CommunicationLog::Text || column == CommunicationLog::Source;
-    return isMessage ? lookOf(entry).ink : LogInk::Quiet;
+    return isMessage ? lookOf(entry).color : "quiet";
+}
+
+QVariant colorOf(const LogEntry &entry, int column)
+{
+    const QColor color = lookColor(colorNameOf(entry, column));
+    return color.isValid() ? QVariant(color) : QVariant(); // before a look is worn, there is none
 }
 
 QString replyTime(const LogEntry &entry)
@@ -236,7 +241,7 @@ QVariant CommunicationLog::data(const QModelIndex &index, int role) const
     case Qt::ToolTipRole:
         return tipOf(line, index.column());
     case Qt::ForegroundRole:
-        return colorOf(inkOf(line, index.column()));
+        return colorOf(line, index.column());
     case Qt::TextAlignmentRole:
         return alignmentOf(index.column());
     default:

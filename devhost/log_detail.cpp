@@ -1,9 +1,9 @@
 #include "devhost/log_detail.h"
 
 #include "devhost/communication_log.h"
-#include "devhost/log_ink.h"
+#include "devhost/look.h"
 
-#include <QFontDatabase>
+#include <QEvent>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
@@ -24,15 +24,15 @@ protected:
     void highlightBlock(const QString &line) override
     {
         static const QRegularExpression token(QStringLiteral(
-            R"re((?<name>"(?:[^"\\]|\\.)*"(?=\s*:))|(?<text>"(?:[^"\\]|\\.)*")|(?<value>-?\d[\d.eE+-]*|true|false|null))re"));
-        const QPair<QString, LogInk> inks[] = {{QStringLiteral("name"), LogInk::Sent},
-                                               {QStringLiteral("text"), LogInk::Received},
-                                               {QStringLiteral("value"), LogInk::Host}};
+            R"re((?<name>"(?:[^"\\]++|\\.)*+"(?=\s*:))|(?<text>"(?:[^"\\]++|\\.)*+")|(?<value>-?\d[\d.eE+-]*|true|false|null))re"));
+        const QPair<QString, const char *> colors[] = {{QStringLiteral("name"), "sent"},
+                                                       {QStringLiteral("text"), "received"},
+                                                       {QStringLiteral("value"), "changed"}};
         for (auto match = token.globalMatch(line); match.hasNext();) {
             const QRegularExpressionMatch found = match.next();
-            for (const auto &ink : inks)
-                setFormat(found.capturedStart(ink.first), found.capturedLength(ink.first),
-                          colorOf(ink.second));
+            for (const auto &color : colors)
+                setFormat(found.capturedStart(color.first), found.capturedLength(color.first),
+                          lookColor(color.second));
         }
     }
 };
@@ -92,7 +92,7 @@ LogDetail::LogDetail(const CommunicationLog *log, QWidget *parent)
     m_text->setReadOnly(true);
     m_text->setTabChangesFocus(true);
     m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
-    m_text->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    m_text->setFont(fixedFont());
     m_text->setPlaceholderText(tr("Choose a message to see all of it."));
     new JsonColors(m_text->document());
     auto *column = new QVBoxLayout(this);
@@ -103,6 +103,13 @@ LogDetail::LogDetail(const CommunicationLog *log, QWidget *parent)
         if (number == m_number)
             refresh();
     });
+}
+
+void LogDetail::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::FontChange)
+        m_text->setFont(fixedFont());
+    QWidget::changeEvent(event);
 }
 
 void LogDetail::show(qint64 number)

@@ -24,6 +24,9 @@ public:
     /// The entry's number; -1 when none is shown.
     qint64 number() const { return m_number; }
 
+protected:
+    void changeEvent(QEvent *event) override;
+
 private:
     void refresh();
 

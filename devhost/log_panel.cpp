@@ -1,17 +1,17 @@
 #include "devhost/log_panel.h"
 
 #include "devhost/log_detail.h"
-#include "devhost/log_ink.h"
+#include "devhost/look.h"
 #include "devhost/plain_text.h"
 #include "devhost/request_watch.h"
 #include "devhost/whole_file.h"
+#include "devhost/window_memory.h"
 
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
 #include <QEvent>
 #include <QFileDialog>
-#include <QFontDatabase>
 #include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
@@ -64,6 +64,7 @@ LogPanel::LogPanel(CommunicationLog *log, const RequestWatch *requests, QWidget 
     column->setSpacing(6);
     auto *splitter = new QSplitter(this);
     splitter->setObjectName(QStringLiteral("logSplitter"));
+    markRemembered(splitter);
     splitter->addWidget(m_view);
     splitter->addWidget(m_detail);
     splitter->setStretchFactor(0, 1);
@@ -74,32 +75,10 @@ LogPanel::LogPanel(CommunicationLog *log, const RequestWatch *requests, QWidget 
     column->addLayout(createBottomRow());
     setUpView();
     setUpFollowing();
-    wearSheet();
     connect(m_log, &QAbstractItemModel::rowsInserted, this,
             [this](const QModelIndex &, int first, int last) { noteDevices(first, last); });
     connect(m_requests, &RequestWatch::figuresChanged, this, &LogPanel::showFigures);
     showFigures();
-}
-
-// Buttons that are down most of the time would outshine the log in the accent's colour.
-void LogPanel::wearSheet()
-{
-    const QString sheet
-        = QStringLiteral(
-              "QToolButton:checked { background-color: palette(button); border-color: palette(highlight);"
-              " color: palette(button-text); }"
-              "QToolButton[checkable=\"true\"]:!checked { background-color: transparent; color: %1; }"
-              "QTableView::item:selected { background-color: %2; color: palette(text); }")
-              .arg(colorOf(LogInk::Quiet).name(), colorOf(LogInk::SelectedRow).name());
-    if (sheet != styleSheet())
-        setStyleSheet(sheet);
-}
-
-void LogPanel::changeEvent(QEvent *event)
-{
-    if (event->type() == QEvent::PaletteChange)
-        wearSheet();
-    QWidget::changeEvent(event);
 }
 
 void LogPanel::setUpView()
@@ -107,15 +86,15 @@ void LogPanel::setUpView()
     m_view->setObjectName(QStringLiteral("logView"));
     m_view->setAccessibleName(tr("Communication log"));
     m_view->setModel(m_filter);
+    markRemembered(m_view);
     m_view->setSelectionBehavior(QAbstractItemView::SelectRows);
     m_view->setShowGrid(false);
     m_view->setWordWrap(false);
     m_view->setTabKeyNavigation(false);
-    m_view->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
     m_view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_view->verticalHeader()->hide();
     m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + 6);
+    wearFont();
     QHeaderView *header = m_view->horizontalHeader();
     header->setStretchLastSection(true);
     header->setHighlightSections(false);
@@ -128,6 +107,19 @@ void LogPanel::setUpView()
     for (const auto &width : widths)
         m_view->setColumnWidth(width.first, width.second * digit + 18);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this, &LogPanel::showChosen);
+}
+
+void LogPanel::wearFont()
+{
+    m_view->setFont(fixedFont());
+    m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + 6);
+}
+
+void LogPanel::changeEvent(QEvent *event)
+{
+    if (event->type() == QEvent::FontChange)
+        wearFont();
+    QWidget::changeEvent(event);
 }
 
 void LogPanel::setUpFollowing()
@@ -147,6 +139,7 @@ QHBoxLayout *LogPanel::createFilterRow()
 {
     auto *row = new QHBoxLayout;
     m_filterEdit->setObjectName(QStringLiteral("logFilter"));
+    markRemembered(m_filterEdit);
     m_filterEdit->setAccessibleName(tr("Log filter"));
     m_filterEdit->setPlaceholderText(tr("Filter the log, for example: usb -status"));
     m_filterEdit->setToolTip(tr("Show the messages that hold every word; -word hides messages (Ctrl+F)"));
@@ -167,13 +160,14 @@ QHBoxLayout *LogPanel::createFilterRow()
         followIfWanted();
     });
     row->addWidget(m_devices);
-    addShownSwitch(row, tr("Polling"), tr("Show the status and level requests that repeat themselves"),
-                   LogFilter::Polling);
-    addShownSwitch(row, tr("Echoes"), tr("Show what plugins write about the messages that are here anyway"),
-                   LogFilter::Echoes);
-    addShownSwitch(row, tr("Notes"), tr("Show what plugins, host and simulator write"), LogFilter::Notes);
+    addShownSwitch(row, LogFilter::Polling, QStringLiteral("logPolling"), tr("Polling"),
+                   tr("Show the status and level requests that repeat themselves"));
+    addShownSwitch(row, LogFilter::Echoes, QStringLiteral("logEchoes"), tr("Echoes"),
+                   tr("Show what plugins write about the messages that are here anyway"));
+    addShownSwitch(row, LogFilter::Notes, QStringLiteral("logNotes"), tr("Notes"),
+                   tr("Show what plugins, host and simulator write"));
     QToolButton *problems = addSwitch(
-        row, tr("Problems only"),
+        row, QStringLiteral("logProblems"), tr("Problems only"),
         tr("Show only what was refused, late, lost, unreadable or not asked for, and warnings"), false);
     connect(problems, &QToolButton::toggled, this, [this](bool only) {
         m_filter->setOnlyProblems(only);
@@ -193,10 +187,11 @@ QHBoxLayout *LogPanel::createBottomRow()
     m_figures->setToolTip(
         tr("Requests of editors. Late: answered after two seconds. Lost: not answered within ten."));
     row->addWidget(m_figures, 1);
-    QToolButton *details
-        = addSwitch(row, tr("Details"), tr("Show the whole text of the chosen message"), true);
+    QToolButton *details = addSwitch(row, QStringLiteral("logDetails"), tr("Details"),
+                                     tr("Show the whole text of the chosen message"), true);
     connect(details, &QToolButton::toggled, m_detail, &QWidget::setVisible);
-    m_follow = addSwitch(row, tr("Follow"), tr("Keep the newest message in view"), true);
+    m_follow = addSwitch(row, QStringLiteral("logFollow"), tr("Follow"),
+                         tr("Keep the newest message in view"), true);
     connect(m_follow, &QToolButton::toggled, this, &LogPanel::followIfWanted);
     connect(addButton(row, tr("Copy"), tr("Copy the selected messages, or all shown ones (Ctrl+Shift+C)")),
             &QToolButton::clicked, this, &LogPanel::copySelected);
@@ -212,23 +207,27 @@ QToolButton *LogPanel::addButton(QHBoxLayout *row, const QString &text, const QS
 {
     auto *button = new QToolButton(this);
     button->setText(text);
+    button->setFocusPolicy(Qt::StrongFocus); // the Tab key reaches it
     button->setToolTip(tip);
     row->addWidget(button);
     return button;
 }
 
-QToolButton *LogPanel::addSwitch(QHBoxLayout *row, const QString &text, const QString &tip, bool on)
+QToolButton *LogPanel::addSwitch(QHBoxLayout *row, const QString &name, const QString &text,
+                                 const QString &tip, bool on)
 {
     QToolButton *button = addButton(row, text, tip);
     button->setCheckable(true);
     button->setChecked(on);
-    button->setFocusPolicy(Qt::StrongFocus);
+    button->setObjectName(name);
+    markRemembered(button);
     return button;
 }
 
-void LogPanel::addShownSwitch(QHBoxLayout *row, const QString &text, const QString &tip, LogFilter::Kind kind)
+void LogPanel::addShownSwitch(QHBoxLayout *row, LogFilter::Kind kind, const QString &name,
+                              const QString &text, const QString &tip)
 {
-    connect(addSwitch(row, text, tip, m_filter->isShown(kind)), &QToolButton::toggled, this,
+    connect(addSwitch(row, name, text, tip, m_filter->isShown(kind)), &QToolButton::toggled, this,
             [this, kind](bool shown) {
                 m_filter->setShown(kind, shown);
                 followIfWanted();

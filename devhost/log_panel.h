@@ -43,13 +43,15 @@ protected:
 
 private:
     void setUpView();
+    void wearFont();
     void setUpFollowing();
     QHBoxLayout *createFilterRow();
     QHBoxLayout *createBottomRow();
     QToolButton *addButton(QHBoxLayout *row, const QString &text, const QString &tip);
-    QToolButton *addSwitch(QHBoxLayout *row, const QString &text, const QString &tip, bool on);
-    void addShownSwitch(QHBoxLayout *row, const QString &text, const QString &tip, LogFilter::Kind kind);
-    void wearSheet();
+    QToolButton *addSwitch(QHBoxLayout *row, const QString &name, const QString &text, const QString &tip,
+                           bool on);
+    void addShownSwitch(QHBoxLayout *row, LogFilter::Kind kind, const QString &name, const QString &text,
+                        const QString &tip);
     void followIfWanted();
     void showChosen();
     void noteDevices(int first, int last);

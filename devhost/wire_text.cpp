@@ -3,10 +3,15 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
+
+#include <algorithm>
 
 namespace devhost {
 
 namespace {
+
+constexpr int DeepestIndent = 20; // hostile texts nest without end
 
 QString textOf(const QJsonObject &object, const char *member)
 {
@@ -39,36 +44,27 @@ QString escaped(QChar character)
     }
 }
 
-// Breaks lines where JSON may be broken and changes nothing else: members stay in order, numbers as written.
+/// Breaks lines where JSON may be broken, but not within an array of plain numbers, and changes nothing else:
+/// members stay in order, doubled ones too, and numbers as they were written.
 QString withLineBreaks(const QString &json)
 {
-    constexpr int deepest = 20; // hostile texts nest without end
-    QString lines;
+    static const QRegularExpression tokens(
+        QStringLiteral(R"re("(?:[^"\\]++|\\.)*+"|\[[^\[\]{}"]*\]|[^\s\[\]{}",:]+|[\[\]{},:])re"));
     int depth = 0;
-    bool isInString = false;
-    bool isEscaped = false;
-    const auto breakLine
-        = [&] { lines += QLatin1Char('\n') + QString(4 * qBound(0, depth, deepest), QLatin1Char(' ')); };
-    for (const QChar character : json) {
-        const bool isQuote = character == QLatin1Char('"') && !isEscaped;
-        isEscaped = character == QLatin1Char('\\') && !isEscaped;
-        isInString ^= isQuote;
-        if (isInString || isQuote) {
-            lines += character;
-            continue;
-        }
-        if (character.isSpace())
-            continue;
-        const bool opens = character == QLatin1Char('{') || character == QLatin1Char('[');
-        const bool closes = character == QLatin1Char('}') || character == QLatin1Char(']');
+    const auto lineBreak = [&depth] {
+        return QLatin1Char('\n') + QString(4 * std::min(depth, DeepestIndent), QLatin1Char(' '));
+    };
+    QString lines;
+    for (auto found = tokens.globalMatch(json); found.hasNext();) {
+        const QString token = found.next().captured();
+        const bool closes = token == QLatin1String("}") || token == QLatin1String("]");
+        const bool opens = token == QLatin1String("{") || token == QLatin1String("[");
         depth += opens ? 1 : closes ? -1 : 0;
-        if (closes)
-            breakLine();
-        lines += character;
-        if (character == QLatin1Char(':'))
+        lines += (closes ? lineBreak() : QString()) + token;
+        if (opens || token == QLatin1String(","))
+            lines += lineBreak();
+        else if (token == QLatin1String(":"))
             lines += QLatin1Char(' ');
-        if (opens || character == QLatin1Char(','))
-            breakLine();
     }
     return lines;
 }
