@@ -65,7 +65,7 @@ bool TarnKBX_MainWindow::confirmOverEditor(const QString &title, const QString &
 void TarnKBX_MainWindow::on_factory_reset_pushButton_clicked()
 {
     if (!confirmOverEditor(
-            QStringLiteral("Device Factory Reset Warning"),
+            tr("Device Factory Reset Warning"),
             tr("Continuing with this operation will initiate a factory\nreset of the device.\n\n"
                "Do you wish to proceed?\n")))
         return;
@@ -85,7 +85,7 @@ void TarnKBX_MainWindow::on_factory_reset_pushButton_clicked()
 void TarnKBX_MainWindow::on_reboot_pushButton_clicked()
 {
     if (confirmOverEditor(
-            QStringLiteral("Device Reboot Warning"),
+            tr("Device Reboot Warning"),
             tr("Continuing with this operation will close this plugin and reboot\n the device.\n\n"
                "Do you wish to proceed?\n")))
         reboot_close();

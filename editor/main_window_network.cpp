@@ -29,7 +29,7 @@ bool TarnKBX_MainWindow::warnAbout(QLineEdit *field, const QString &problem)
     const GuardedSignalBlocker quietField(field);
     const GuardedSignalBlocker quietFocus(QGuiApplication::focusObject());
     BoxText box;
-    box.title = QStringLiteral("Invalid entry");
+    box.title = tr("Invalid entry");
     box.text = problem;
     runModalBox(box, this);
     if (alive)
@@ -39,12 +39,12 @@ bool TarnKBX_MainWindow::warnAbout(QLineEdit *field, const QString &problem)
 
 bool TarnKBX_MainWindow::validateIpField(QLineEdit *field)
 {
-    return isAcceptableAddress(field->text()) || warnAbout(field, QStringLiteral("Invalid IP address"));
+    return isAcceptableAddress(field->text()) || warnAbout(field, tr("Invalid IP address"));
 }
 
 bool TarnKBX_MainWindow::validatePortField(QLineEdit *field)
 {
-    return isAcceptablePort(field->text()) || warnAbout(field, QStringLiteral("Invalid port number"));
+    return isAcceptablePort(field->text()) || warnAbout(field, tr("Invalid port number"));
 }
 
 /// A failed check only warns. Returns whether the editor is still there, and still that of the same device.

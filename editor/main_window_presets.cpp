@@ -52,10 +52,9 @@ void TarnKBX_MainWindow::refuseSnapshot()
 {
     const QPointer<TarnKBX_MainWindow> alive(this);
     BoxText box;
-    box.title = QStringLiteral("Version Warning");
-    box.text = QStringLiteral(
-        "The version of the saved preset configuration file is not supported by the version of "
-        "this device or plugin.");
+    box.title = tr("Version Warning");
+    box.text = tr("The version of the saved preset configuration file is not supported by the version of "
+                  "this device or plugin.");
     runModalBox(box, this);
     if (alive && m_plugin)
         emit m_plugin->presetLoadFinished(false);

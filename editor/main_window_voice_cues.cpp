@@ -35,9 +35,9 @@ QByteArray contentsOf(const QString &name)
 QString askForWavFile(QWidget *parent)
 {
     // On the heap: the window, and with it the dialog, may be destroyed while it is open.
-    QPointer<QFileDialog> dialog(new QFileDialog(parent, QStringLiteral("Select WAV File"),
+    QPointer<QFileDialog> dialog(new QFileDialog(parent, TarnKBX_MainWindow::tr("Select WAV File"),
                                                  QStandardPaths::displayName(QStandardPaths::MusicLocation),
-                                                 QStringLiteral("WAV (*.wav)")));
+                                                 TarnKBX_MainWindow::tr("WAV (*.wav)")));
     dialog->setFileMode(QFileDialog::ExistingFile);
     const bool chosen = dialog->exec() == QDialog::Accepted;
     QString file = dialog && chosen ? dialog->selectedFiles().value(0) : QString();

@@ -26,11 +26,6 @@ void registerBackEnd()
     Q_UNUSED(type)
 }
 
-QString deviceConnected()
-{
-    return QStringLiteral("Device connected...");
-}
-
 } // namespace
 
 TarnKBX_MainWindow::TarnKBX_MainWindow(QWidget *parent)
@@ -51,7 +46,7 @@ TarnKBX_MainWindow::TarnKBX_MainWindow(QWidget *parent)
     connect(this, &TarnKBX_MainWindow::dataChanged, this, &TarnKBX_MainWindow::onDataChanged);
     connectBlockEditors();
     ui->dev_model->setText(QStringLiteral("KBX"));
-    updatePluginStatus(deviceConnected(), false);
+    updatePluginStatus(tr("Device connected..."), false);
 }
 
 TarnKBX_MainWindow::~TarnKBX_MainWindow()
@@ -247,7 +242,7 @@ void TarnKBX_MainWindow::handle_query_finished()
         m_plugin->setPluginFlag(false);
     if (!alive)
         return;
-    updatePluginStatus(deviceConnected(), false);
+    updatePluginStatus(tr("Device connected..."), false);
     ui->tabWidget->setCurrentIndex(DspPage);
     ui->DSP->show();
     ui->tabWidget->setCurrentIndex(FirstPage);

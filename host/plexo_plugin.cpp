@@ -5,15 +5,6 @@
 
 #include <QTimer>
 
-namespace {
-
-QString deviceConnected()
-{
-    return QStringLiteral("Device connected...");
-}
-
-} // namespace
-
 PlexoPlugin::PlexoPlugin(QWidget *parent)
     : QWidget(parent)
 {
@@ -31,8 +22,7 @@ PlexoPlugin::PlexoPlugin(QWidget *parent)
         connect(channel, &RequestChannel::idle, this, &PlexoPlugin::updateGuiData);
         connect(channel, &RequestChannel::timedOut, this, [=] { askAfterTimeout(*channel); });
         connect(channel, &RequestChannel::dropped, this, [this](const PendingRequest &request) {
-            logMessage(QStringLiteral("Command dropped, no device is attached:"), request.dev_name,
-                       request.bytes);
+            logMessage(tr("Command dropped, no device is attached:"), request.dev_name, request.bytes);
         });
     }
 }
@@ -137,7 +127,7 @@ void PlexoPlugin::loadPreset(int preset)
 {
     const QPointer<PlexoPlugin> alive(this);
     queueVelmarAsciiMsg(getDeviceName(), QStringLiteral("LOAD %1\r").arg(preset).toLatin1(), false);
-    emit updateMainWindowStatus(QStringLiteral("Loading preset from device..."));
+    emit updateMainWindowStatus(tr("Loading preset from device..."));
     if (alive)
         emit deviceChanged();
 }
@@ -145,7 +135,7 @@ void PlexoPlugin::loadPreset(int preset)
 void PlexoPlugin::savePreset(int preset)
 {
     queueVelmarAsciiMsg(getDeviceName(), QStringLiteral("SAVE %1\r").arg(preset).toLatin1(), false);
-    emit updateMainWindowStatus(QStringLiteral("Saving preset to device..."));
+    emit updateMainWindowStatus(tr("Saving preset to device..."));
 }
 
 void PlexoPlugin::setVelmarAsciiTimeout(int ms)
@@ -168,7 +158,7 @@ void PlexoPlugin::setSettingsChanged(bool changed)
 {
     m_settingsChanged = changed;
     if (!changed)
-        emit updatePluginStatus(deviceConnected(), false);
+        emit updatePluginStatus(tr("Device connected..."), false);
 }
 
 bool PlexoPlugin::getSettingsChanged()

@@ -22,7 +22,7 @@ void PlexoPlugin::queueVelmarAsciiMsg(QString dev_name, QByteArray bytes, bool p
     m_text.append(RequestChannel::Command, {dev_name, bytes});
     if (persistentData) {
         m_settingsChanged = true;
-        emit updatePluginStatus(QStringLiteral("Device connected - Settings have changed"), true);
+        emit updatePluginStatus(tr("Device connected - Settings have changed"), true);
     }
 }
 
@@ -89,7 +89,7 @@ void PlexoPlugin::logRequest(const QString &dev_name, const QByteArray &bytes, R
 {
     const bool isNoisy = kind == RequestChannel::Query && bytes.startsWith("BTS");
     if (!isNoisy)
-        logMessage(QStringLiteral("Command Request:"), dev_name, bytes);
+        logMessage(tr("Command Request:"), dev_name, bytes);
 }
 
 void PlexoPlugin::recvVelmarAsciiMsg(QString dev_name, QByteArray bytes)
@@ -105,7 +105,7 @@ void PlexoPlugin::handleTextAnswer(const QByteArray &bytes)
         return;
     const QPointer<PlexoPlugin> alive(this);
     if (!isNoisyAnswer(text))
-        logMessage(QStringLiteral("Command Response:"), getDeviceName(), bytes);
+        logMessage(tr("Command Response:"), getDeviceName(), bytes);
     if (alive)
         reportPresetAnswer(text);
 }
@@ -116,20 +116,19 @@ void PlexoPlugin::reportPresetAnswer(const QString &text)
     const bool refused = text.contains(QLatin1String("NACK"));
     if (!refused && text.contains(QLatin1String("ACK SAVE"))) {
         m_settingsChanged = false;
-        emit updateMainWindowStatus(QStringLiteral("Preset saved to device."));
+        emit updateMainWindowStatus(tr("Preset saved to device."));
         if (alive)
-            emit updatePluginStatus(QStringLiteral("Device connected..."), false);
+            emit updatePluginStatus(tr("Device connected..."), false);
     } else if (!refused && text.contains(QLatin1String("ACK LOAD"))) {
-        emit updateMainWindowStatus(QStringLiteral("Preset loaded from device."));
+        emit updateMainWindowStatus(tr("Preset loaded from device."));
     } else if (text.contains(QLatin1String("NACK LOAD"))) {
         BoxText warning;
         warning.title = getDeviceName(); // several editors may be open
-        warning.text = QStringLiteral("Warning:  Preset load from device.");
-        warning.informativeText = QStringLiteral("A preset was never stored to that location on the device.");
+        warning.text = tr("Warning:  Preset load from device.");
+        warning.informativeText = tr("A preset was never stored to that location on the device.");
         runModalBox(warning, this);
         if (alive)
-            emit updateMainWindowStatus(
-                QStringLiteral("Preset load from device failed...  (no preset saved)"));
+            emit updateMainWindowStatus(tr("Preset load from device failed...  (no preset saved)"));
     }
 }
 

@@ -10,9 +10,9 @@ BoxText timeoutQuestion(const QString &device)
 {
     BoxText box;
     box.title = device;
-    box.text = QStringLiteral("Warning:  Communications with the device have timed out.");
-    box.informativeText = QStringLiteral("Do you want to retry or cancel?");
-    box.detailedText = QStringLiteral("Canceling the operation will close the control plugin.");
+    box.text = PlexoPlugin::tr("Warning:  Communications with the device have timed out.");
+    box.informativeText = PlexoPlugin::tr("Do you want to retry or cancel?");
+    box.detailedText = PlexoPlugin::tr("Canceling the operation will close the control plugin.");
     box.buttons = QMessageBox::Retry | QMessageBox::Cancel;
     box.defaultButton = QMessageBox::Retry;
     return box;
@@ -22,11 +22,11 @@ BoxText communicationsFailed(const QString &device)
 {
     BoxText box;
     box.title = device;
-    box.text = QStringLiteral("Warning:  Communications with the device have failed.");
+    box.text = PlexoPlugin::tr("Warning:  Communications with the device have failed.");
     box.informativeText
-        = QStringLiteral("The control plugin will be closed, as the device\r\n has been lost on the "
-                         "currently selected network.");
-    box.detailedText = QStringLiteral("Closing the control plugin.");
+        = PlexoPlugin::tr("The control plugin will be closed, as the device\r\n has been lost on the "
+                          "currently selected network.");
+    box.detailedText = PlexoPlugin::tr("Closing the control plugin.");
     return box;
 }
 

@@ -125,8 +125,10 @@ void LifeCycleTest::anotherDeviceStartsAnew()
     other.setPresent(true);
     session->script->refuse(QStringLiteral("/system/usb"));
     QSignalSpy sent(session->plugin.data(), &PlexoPlugin::sendVelmarAsciiMsg);
+    session->find<QTimer>("reset_timer")->start();
     session->plugin->setDevice(&other);
     QTRY_COMPARE(session->find<QLabel>("dev_name")->text(), other.name());
+    QVERIFY(!session->find<QTimer>("reset_timer")->isActive());
     QVERIFY(!session->find<QWidget>("plugin_frame")->isEnabled());
     QTRY_VERIFY(!session->script->commands().isEmpty());
     QCOMPARE(sent.count(), 36);
