@@ -6,10 +6,9 @@
 
 namespace sim {
 
-ControlService::ControlService(const FaultSettings &faults, quint32 seed, int holdMs, const Answer &answer,
-                               QObject *parent)
+ControlService::ControlService(quint32 seed, int holdMs, const Answerer &answer, QObject *parent)
     : QObject(parent)
-    , m_faults(faults, seed)
+    , m_faults(FaultSettings(), seed)
     , m_answer(answer)
 {
     m_holdTimer.setInterval(holdMs);
@@ -52,7 +51,7 @@ void ControlService::serve(const QByteArray &request, const QHostAddress &addres
         reply.bytes = m_faults.garbage();
     if (!fate.loseReply)
         delay(reply);
-    emit answered(++m_answered);
+    emit answered();
 }
 
 void ControlService::delay(const Reply &reply)

@@ -18,24 +18,26 @@ class ControlService : public QObject
     Q_OBJECT
 
 public:
-    using Answer = std::function<QByteArray(const QByteArray &request)>;
+    using Answerer = std::function<QByteArray(const QByteArray &request)>;
 
     /// `holdMs` limits how long a reordered reply waits for another one to overtake it.
-    ControlService(const FaultSettings &faults, quint32 seed, int holdMs, const Answer &answer,
-                   QObject *parent = nullptr);
+    ControlService(quint32 seed, int holdMs, const Answerer &answer, QObject *parent = nullptr);
 
     /// Port 0 takes any free one. False when the address or port cannot be had; errorText() says why.
     bool listen(const QHostAddress &address, quint16 port);
     quint16 port() const { return m_socket.localPort(); }
     QString errorText() const { return m_socket.errorString(); }
 
+    /// Holds from the next request on.
+    void setFaults(const FaultSettings &faults) { m_faults.setSettings(faults); }
+
     /// A silent service swallows requests unanswered, and replies that have not gone out yet.
     void setSilent(bool silent);
     bool isSilent() const { return m_silent; }
 
 signals:
-    /// A request was carried out; `total` counts them from the start.
-    void answered(int total);
+    /// A request was carried out.
+    void answered();
 
 private:
     struct Reply
@@ -55,10 +57,9 @@ private:
 
     QUdpSocket m_socket;
     FaultDealer m_faults;
-    Answer m_answer;
+    Answerer m_answer;
     QTimer m_holdTimer;
     std::optional<Reply> m_held;
-    int m_answered = 0;
     int m_silences = 0; ///< replies from before the last one are lost
     bool m_silent = false;
 };

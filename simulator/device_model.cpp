@@ -43,20 +43,12 @@ QByteArray DeviceModel::answer(const QByteArray &bytes)
                                                : replyBytes(request, jsonAnswer(request));
 }
 
-bool DeviceModel::isRefusedOnRequest(const Request &request) const
-{
-    const QLatin1String setsOnly("set:");
-    if (!m_refuse.startsWith(setsOnly))
-        return !m_refuse.isEmpty() && matchesPattern(m_refuse, request.path);
-    return request.kind == Request::Kind::Set && matchesPattern(m_refuse.mid(setsOnly.size()), request.path);
-}
-
 Outcome DeviceModel::jsonAnswer(const Request &request)
 {
     const QString &path = request.path;
     if (request.kind == Request::Kind::Bad)
         return {{}, request.text};
-    if (isRefusedOnRequest(request))
+    if (isRefused(m_refuse, request))
         return Outcome::refuse(path, QStringLiteral("refused on request (%1)").arg(m_refuse));
     if (request.kind == Request::Kind::Set)
         return path.startsWith(QLatin1String("/control/")) ? run(path, request.value)
@@ -141,7 +133,7 @@ Levels DeviceModel::levels() const
         sources[8] = m_programme.level(8);
     if (generator.value(QStringLiteral("enable")).toBool())
         sources[9] = generator.value(QStringLiteral("amplitude")).toDouble();
-    return computeLevels(deskOf(m_tree.value(QStringLiteral("/preset/dsp")).toObject()), sources);
+    return computeLevels(deskOf(m_tree.value(QStringLiteral("/preset/dsp")).toObject(), m_pushed), sources);
 }
 
 QJsonObject DeviceModel::toJson() const

@@ -27,9 +27,14 @@ public:
     const Identity &identity() const { return m_identity; }
     const ParameterTree &tree() const { return m_tree; }
 
-    /// Requests for paths that fit this pattern are refused (matchesPattern()), only sets when it begins with
-    /// "set:"; none when empty.
+    /// What FaultSettings::refuse says.
     void setRefusePattern(const QString &pattern) { m_refuse = pattern; }
+
+    void setPhoneRange(PhoneRange range) { m_phone.setRange(range); }
+    void setUsbPlug(UsbHost::Plug plug) { m_usbHost.setPlug(plug); }
+
+    /// Levels in dB that channels show whatever they measure; null for none, by section and channel.
+    void setPushedLevels(const QJsonObject &levels) { m_pushed = levels; }
 
     /// The reply to one request, exactly as it goes over the wire. Changes by it are done when it returns.
     QByteArray answer(const QByteArray &request);
@@ -65,7 +70,6 @@ private:
     using Command = std::function<QString(const QJsonValue &)>;
 
     QString textAnswer(const QString &command);
-    bool isRefusedOnRequest(const Request &request) const;
     Outcome jsonAnswer(const Request &request);
     Outcome set(const QString &path, const QJsonValue &value);
     Outcome run(const QString &path, const QJsonValue &argument);
@@ -88,6 +92,7 @@ private:
     VoiceCues m_cues;
     Programme m_programme;
     QString m_refuse;
+    QJsonObject m_pushed;
 };
 
 } // namespace sim

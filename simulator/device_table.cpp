@@ -4,15 +4,6 @@ namespace sim {
 
 namespace {
 
-/// What a leaf takes.
-struct Type
-{
-    Kind kind;
-    int least = 0;
-    int most = 0;
-    const char *words = "";
-};
-
 constexpr Type Flag{Kind::Bool};
 constexpr Type Db{Kind::Integer, -100, 20};
 constexpr Type Port{Kind::Integer, 1, 65535};
@@ -32,20 +23,20 @@ constexpr Type whole(int least, int most)
     return {Kind::Integer, least, most};
 }
 
-Row setting(const char *path, const Type &type, const char *factory)
-{
-    return {path, type.kind, type.least, type.most, type.words, true, factory};
-}
-
 /// What only the device writes.
-Row report(const char *path, const char *factory)
+constexpr Row report(const char *path, const char *factory)
 {
-    return {path, Kind::Opaque, 0, 0, "", false, factory};
+    return {path, {Kind::Opaque}, factory, false};
 }
 
-Row command(const char *path, const Type &argument)
+constexpr Row setting(const char *path, const Type &type, const char *factory)
 {
-    return setting(path, argument, "");
+    return {path, type, factory};
+}
+
+constexpr Row command(const char *path, const Type &argument)
+{
+    return {path, argument, ""};
 }
 
 constexpr char UsbModes[]

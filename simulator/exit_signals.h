@@ -17,9 +17,9 @@ public:
     explicit ExitSignals(QObject *parent = nullptr);
     ~ExitSignals() override;
 
-    /// Asks for the exit as well when the parent process ends, however that ends. @p parent is its process id,
-    /// with which one that has ended already is noticed; 0 when not known. Nothing where the system has no such
-    /// service.
+    /// Asks for the exit as well when the parent process ends, however that ends. @p parent is its process
+    /// id, with which one that has ended already is noticed; 0 when not known. Nothing where the system has
+    /// no such service.
     void exitWithParent(uint parent);
 
 signals:

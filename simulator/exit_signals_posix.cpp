@@ -51,6 +51,7 @@ ExitSignals::ExitSignals(QObject *parent)
         m_system->notifier.setEnabled(false);
         emit exitRequested();
     });
+    std::signal(SIGPIPE, SIG_IGN); // a reader that has gone is no reason to end
     std::signal(SIGTERM, passOn);
     std::signal(SIGINT, passOn);
 }

@@ -4,6 +4,34 @@
 
 namespace sim {
 
+namespace {
+
+/// In a pattern * stands for any characters, "/" included, and ? for one.
+bool matchesPattern(const QString &pattern, const QString &path)
+{
+    QString expression = QRegularExpression::escape(pattern);
+    expression.replace(QStringLiteral("\\*"), QStringLiteral(".*"));
+    expression.replace(QStringLiteral("\\?"), QStringLiteral("."));
+    return QRegularExpression(QRegularExpression::anchoredPattern(expression)).match(path).hasMatch();
+}
+
+} // namespace
+
+FaultSettings faultSettings(const QJsonObject &faults)
+{
+    FaultSettings settings;
+    settings.latencyMs = faults.value(QStringLiteral("latency")).toInt();
+    settings.jitterMs = faults.value(QStringLiteral("jitter")).toInt();
+    settings.drop = faults.value(QStringLiteral("drop")).toDouble();
+    settings.duplicate = faults.value(QStringLiteral("duplicate")).toDouble();
+    settings.reorder = faults.value(QStringLiteral("reorder")).toDouble();
+    settings.garbage = faults.value(QStringLiteral("garbage")).toDouble();
+    settings.refuse = faults.value(QStringLiteral("refuse")).toString();
+    settings.vanishAfter = faults.value(QStringLiteral("vanish-after")).toInt();
+    settings.returnAfterMs = faults.value(QStringLiteral("return-after")).toInt();
+    return settings;
+}
+
 FaultDealer::FaultDealer(const FaultSettings &settings, quint32 seed)
     : m_settings(settings)
     , m_fates(seed)
@@ -38,12 +66,12 @@ bool FaultDealer::happens(double probability)
     return m_fates.generateDouble() < probability;
 }
 
-bool matchesPattern(const QString &pattern, const QString &path)
+bool isRefused(const QString &refuse, const Request &request)
 {
-    QString expression = QRegularExpression::escape(pattern);
-    expression.replace(QStringLiteral("\\*"), QStringLiteral(".*"));
-    expression.replace(QStringLiteral("\\?"), QStringLiteral("."));
-    return QRegularExpression(QRegularExpression::anchoredPattern(expression)).match(path).hasMatch();
+    const QLatin1String setsOnly("set:");
+    if (!refuse.startsWith(setsOnly))
+        return !refuse.isEmpty() && matchesPattern(refuse, request.path);
+    return request.kind == Request::Kind::Set && matchesPattern(refuse.mid(setsOnly.size()), request.path);
 }
 
 } // namespace sim

@@ -1,6 +1,8 @@
 #pragma once
 
-#include <QByteArray>
+#include "simulator/message.h"
+
+#include <QJsonObject>
 #include <QRandomGenerator>
 #include <QString>
 
@@ -20,6 +22,9 @@ struct FaultSettings
     int returnAfterMs = 0; ///< time until it comes back; 0 never
 };
 
+/// The settings under the names that the command line has for them, checked.
+FaultSettings faultSettings(const QJsonObject &faults);
+
 /// What happens to one request and its reply.
 struct Fate
 {
@@ -38,6 +43,7 @@ class FaultDealer
 public:
     FaultDealer(const FaultSettings &settings, quint32 seed);
 
+    void setSettings(const FaultSettings &settings) { m_settings = settings; }
     Fate next();
     QByteArray garbage(); ///< 1 to 200 random bytes
 
@@ -49,7 +55,7 @@ private:
     QRandomGenerator m_noise;
 };
 
-/// Whether a path fits a pattern in which * stands for any characters, "/" included, and ? for one.
-bool matchesPattern(const QString &pattern, const QString &path);
+/// Whether a request is one of those that FaultSettings::refuse names.
+bool isRefused(const QString &refuse, const Request &request);
 
 } // namespace sim

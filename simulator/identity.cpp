@@ -35,7 +35,7 @@ QString Identity::macAddress() const
 {
     const quint16 serial = serialOf(m_name);
     return QStringLiteral("02:4B:42:%1:%2:%3")
-        .arg(hexByte(m_address.toIPv4Address() & 0xff), hexByte(serial >> 8), hexByte(serial & 0xff));
+        .arg(hexByte(int(m_address.toIPv4Address() & 0xff)), hexByte(serial >> 8), hexByte(serial & 0xff));
 }
 
 QJsonObject Identity::info() const

@@ -18,18 +18,25 @@ Strip stripOf(const QJsonObject &channel)
 }
 
 template <size_t Strips>
-void readStrips(const QJsonObject &dsp, const QStringList &sections, std::array<Strip, Strips> *strips)
+void readStrips(const QJsonObject &dsp, const QJsonObject &pushed, const QStringList &sections,
+                std::array<Strip, Strips> *strips)
 {
-    size_t strip = 0;
+    auto strip = strips->begin();
     for (const QString &section : sections) {
         const QJsonArray channels = dsp.value(section).toArray();
-        for (const QJsonValue &channel : channels)
-            strips->at(strip++) = stripOf(channel.toObject());
+        for (int channel = 0; channel < channels.size() && strip != strips->end(); ++channel, ++strip) {
+            *strip = stripOf(channels.at(channel).toObject());
+            const QJsonValue level = pushed.value(section).toArray().at(channel);
+            if (level.isDouble())
+                strip->pushed = level.toDouble();
+        }
     }
 }
 
 double throughStrip(double level, const Strip &strip)
 {
+    if (strip.pushed)
+        return *strip.pushed;
     if (strip.mute || level <= SilenceDb)
         return SilenceDb;
     const double amplified = level + strip.gain;
@@ -55,14 +62,15 @@ char levelByte(double level)
 
 } // namespace
 
-Desk deskOf(const QJsonObject &dsp)
+Desk deskOf(const QJsonObject &dsp, const QJsonObject &pushed)
 {
     Desk desk;
-    readStrips(dsp,
+    readStrips(dsp, pushed,
                {QStringLiteral("dante_rx"), QStringLiteral("usb_playback"), QStringLiteral("bt_sink"),
                 QStringLiteral("voice_cue")},
                &desk.inputs);
-    readStrips(dsp, {QStringLiteral("dante_tx"), QStringLiteral("usb_record"), QStringLiteral("bt_source")},
+    readStrips(dsp, pushed,
+               {QStringLiteral("dante_tx"), QStringLiteral("usb_record"), QStringLiteral("bt_source")},
                &desk.outputs);
     const QJsonArray rows = dsp.value(QStringLiteral("mixer")).toArray();
     for (int sink = 0; sink < SinkCount; ++sink) {

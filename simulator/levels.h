@@ -4,6 +4,7 @@
 #include <QJsonObject>
 
 #include <array>
+#include <optional>
 
 namespace sim {
 
@@ -23,6 +24,7 @@ struct Strip
     bool mute = false;
     bool limited = false;
     double threshold = 0;
+    std::optional<double> pushed = std::nullopt; ///< dB; the strip shows and passes this whatever it is fed
 };
 
 /// The audio settings of the device that its levels follow from.
@@ -33,9 +35,9 @@ struct Desk
     std::array<std::array<double, SourceCount>, SinkCount> mixer; ///< dB, [sink][source]
 };
 
-/// The audio settings as "/preset/dsp" holds them. The tone generator has no strip of its own: its source
-/// passes unchanged.
-Desk deskOf(const QJsonObject &dsp);
+/// The audio settings as "/preset/dsp" holds them, and per section and channel the levels that are pushed,
+/// null for none. The tone generator has no strip of its own: its source passes unchanged.
+Desk deskOf(const QJsonObject &dsp, const QJsonObject &pushed);
 
 /// Levels behind the input and the output strips, in dB, SilenceDb to FullDb.
 struct Levels

@@ -1,15 +1,57 @@
 #include "simulator/exit_signals.h"
 #include "simulator/options.h"
 #include "simulator/simulator.h"
+#include "simulator/standard_streams.h"
 
 #include <QCoreApplication>
-#include <QTextStream>
 
 namespace {
 
-void print(FILE *stream, const QString &text)
+sim::StandardStreams *streams = nullptr;
+
+void print(const QString &text)
 {
-    QTextStream(stream) << text << Qt::endl;
+    streams->print(sim::StandardStreams::Output, text.toUtf8());
+}
+
+void printError(const QString &text)
+{
+    streams->print(sim::StandardStreams::Error, text.toUtf8());
+}
+
+/// Whoever shows these lines knows where they come from.
+void printMessage(QtMsgType, const QMessageLogContext &, const QString &text)
+{
+    printError(text);
+}
+
+void takeOrders(sim::Orders *orders)
+{
+    QObject::connect(orders, &sim::Orders::said, streams,
+                     [](const QByteArray &line) { streams->print(sim::StandardStreams::Output, line); });
+    QObject::connect(streams, &sim::StandardStreams::lineRead, orders, [orders](const QByteArray &line) {
+        streams->print(sim::StandardStreams::Output, orders->answer(line));
+    });
+    orders->tellAll();
+    streams->read(sim::Orders::MostBytes);
+}
+
+int run(const sim::Options &options)
+{
+    sim::ExitSignals signalSource;
+    QObject::connect(&signalSource, &sim::ExitSignals::exitRequested, qApp, &QCoreApplication::quit);
+    if (options.exitWithParent)
+        signalSource.exitWithParent(options.parent);
+    sim::Simulator simulator(options, sim::Intervals());
+    const QString problem = simulator.start();
+    if (!problem.isEmpty()) {
+        printError(QStringLiteral("kbx-simulator: %1").arg(problem));
+        return 1;
+    }
+    print(QStringLiteral("%1 on %2:%3").arg(options.name, options.address.toString()).arg(simulator.port()));
+    if (options.orders)
+        takeOrders(simulator.orders());
+    return QCoreApplication::exec();
 }
 
 } // namespace
@@ -17,31 +59,19 @@ void print(FILE *stream, const QString &text)
 int main(int argc, char *argv[])
 {
     QCoreApplication application(argc, argv);
+    sim::StandardStreams standardStreams;
+    streams = &standardStreams;
     const sim::ParsedOptions parsed = sim::parseOptions(application.arguments());
     if (!parsed.help.isEmpty()) {
-        print(stdout, parsed.help);
+        print(parsed.help);
         return 0;
     }
     if (!parsed.error.isEmpty()) {
-        print(stderr, QStringLiteral("kbx-simulator: %1 Try --help.").arg(parsed.error));
+        printError(QStringLiteral("kbx-simulator: %1 Try --help.").arg(parsed.error));
         return 2;
     }
-    sim::ExitSignals signalSource;
-    QObject::connect(&signalSource, &sim::ExitSignals::exitRequested, &application, &QCoreApplication::quit);
-    if (parsed.options.exitWithParent)
-        signalSource.exitWithParent(parsed.options.parent);
-
-    // Whoever shows these lines knows where they come from.
-    qSetMessagePattern(QStringLiteral("%{message}"));
-    sim::Simulator simulator(parsed.options, sim::Intervals());
-    const QString problem = simulator.start();
-    if (!problem.isEmpty()) {
-        print(stderr, QStringLiteral("kbx-simulator: %1").arg(problem));
-        return 1;
-    }
-    print(stdout,
-          QStringLiteral("%1 on %2:%3")
-              .arg(parsed.options.name, parsed.options.address.toString())
-              .arg(simulator.port()));
-    return application.exec();
+    const QtMessageHandler usual = qInstallMessageHandler(printMessage);
+    const int result = run(parsed.options);
+    qInstallMessageHandler(usual);
+    return result;
 }

@@ -1,10 +1,9 @@
 #include "simulator/options.h"
 
 #include "simulator/ipv4_text.h"
+#include "simulator/orders.h"
 
 #include <QCommandLineParser>
-
-#include <optional>
 
 namespace sim {
 
@@ -24,14 +23,15 @@ public:
 
     QString text(const char *option) const { return m_parser.value(QLatin1String(option)); }
 
-    double probability(const char *option)
+    QJsonValue checked(const char *option, const Node &node)
     {
-        bool valid = false;
-        const double value = text(option).toDouble(&valid);
-        if (valid && value >= 0 && value <= 1)
-            return value;
-        fail(option, QStringLiteral("a number from 0 to 1"));
-        return 0;
+        bool numeric = false;
+        const double number = text(option).toDouble(&numeric);
+        const bool worded = node.kind == Kind::Word || node.kind == Kind::Text;
+        const Outcome outcome = check(node, {}, {}, numeric && !worded ? QJsonValue(number) : text(option));
+        if (!outcome.accepted())
+            fail(option, takenBy(node));
+        return outcome.value;
     }
 
     uint whole(const char *option, uint most)
@@ -97,6 +97,7 @@ void describe(QCommandLineParser *parser)
     for (const OptionText &text : OptionTexts)
         parser->addOption({QString::fromLatin1(text.name), QString::fromLatin1(text.description),
                            QString::fromLatin1(text.valueName), QString::fromLatin1(text.standard)});
+    parser->addOption({QStringLiteral("orders"), QStringLiteral("Take orders from the standard input.")});
     parser->addOption(
         {QStringLiteral("exit-with-parent"), QStringLiteral("End when the parent process ends.")});
     parser->addOption(
@@ -105,32 +106,14 @@ void describe(QCommandLineParser *parser)
          QStringLiteral("PID"), QStringLiteral("0")});
 }
 
-FaultSettings readFaults(ValueReader *reader)
+QJsonObject readFaults(ValueReader *reader)
 {
-    constexpr uint longest = 3600000;
-    FaultSettings faults;
-    faults.latencyMs = int(reader->whole("latency", longest));
-    faults.jitterMs = int(reader->whole("jitter", longest));
-    faults.drop = reader->probability("drop");
-    faults.duplicate = reader->probability("duplicate");
-    faults.reorder = reader->probability("reorder");
-    faults.garbage = reader->probability("garbage");
-    faults.refuse = reader->text("refuse");
-    faults.vanishAfter = int(reader->whole("vanish-after", longest));
-    faults.returnAfterMs = int(reader->whole("return-after", longest));
-    return faults;
-}
-
-TftpFaultSettings readTftpFaults(ValueReader *reader)
-{
-    TftpFaultSettings faults;
-    const auto kind = TftpFaultSettings::kindNamed(reader->text("tftp-fault"));
-    if (!kind)
-        reader->fail("tftp-fault",
-                     QStringLiteral("one of ") + TftpFaultSettings::kindNames().join(QStringLiteral(", ")));
-    faults.kind = kind.value_or(TftpFaultSettings::Kind::None);
-    faults.drop = reader->probability("tftp-drop");
-    faults.duplicate = reader->probability("tftp-duplicate");
+    const ParameterTree orders(treeOf(presenceOrders()));
+    const Node &node = *orders.describe(QStringLiteral("/faults"));
+    QJsonObject faults;
+    for (int i = 0; i < node.names.size(); ++i)
+        faults.insert(node.names.at(i),
+                      reader->checked(qPrintable(node.names.at(i)), node.children[size_t(i)]));
     return faults;
 }
 
@@ -150,8 +133,8 @@ Options readOptions(const QCommandLineParser &parser, ValueReader *reader)
     options.seed = reader->whole("seed", 0xffffffffU);
     options.exitWithParent = parser.isSet(QStringLiteral("exit-with-parent"));
     options.parent = reader->whole("parent", 0x7fffffff);
+    options.orders = parser.isSet(QStringLiteral("orders"));
     options.faults = readFaults(reader);
-    options.tftpFaults = readTftpFaults(reader);
     return options;
 }
 

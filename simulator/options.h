@@ -1,9 +1,7 @@
 #pragma once
 
-#include "simulator/faults.h"
-#include "simulator/tftp_faults.h"
-
 #include <QHostAddress>
+#include <QJsonObject>
 #include <QStringList>
 
 namespace sim {
@@ -20,8 +18,8 @@ struct Options
     quint32 seed = 1;
     bool exitWithParent = false;
     uint parent = 0; ///< process id of the parent; 0: whoever is it at the start
-    FaultSettings faults;
-    TftpFaultSettings tftpFaults;
+    bool orders = false; ///< taken from the standard input
+    QJsonObject faults; ///< the fault options under their names, checked; those left out are off
 };
 
 struct ParsedOptions

@@ -59,6 +59,13 @@ void Phone::applySettings(const BluetoothSettings &settings)
         enter(State::Idle);
 }
 
+void Phone::setRange(PhoneRange range)
+{
+    m_range = range;
+    if (range == PhoneRange::Away && m_state != State::Discoverable)
+        enter(State::Idle);
+}
+
 void Phone::advance(int ms)
 {
     m_inState += ms;
@@ -129,7 +136,7 @@ void Phone::enter(State state)
 void Phone::seekPaired()
 {
     const PairedPhone *called = candidate();
-    if (!m_settings.enabled || m_inState < ReconnectMs || !called)
+    if (!m_settings.enabled || m_range == PhoneRange::Away || m_inState < ReconnectMs || !called)
         return;
     m_partner = *called;
     enter(State::Connecting);
@@ -137,7 +144,7 @@ void Phone::seekPaired()
 
 void Phone::meetNewPhone()
 {
-    const QVector<PairedPhone> around = visitors();
+    const QVector<PairedPhone> around = m_range == PhoneRange::Away ? QVector<PairedPhone>() : visitors();
     const auto newcomer = std::find_if(around.begin(), around.end(),
                                        [this](const PairedPhone &p) { return !contains(m_paired, p); });
     emit cueDue(PairingEnded);
@@ -195,12 +202,19 @@ QString Phone::stateWord() const
     return QStringLiteral("idle");
 }
 
+int Phone::rssi() const
+{
+    if (!isConnected())
+        return -128;
+    return m_range == PhoneRange::Near ? SignalWalk::NearDbm : m_signal.rssi();
+}
+
 QJsonObject Phone::device() const
 {
     const bool named = m_state == State::Pairing || m_state == State::Connecting || isConnected();
     const auto shown = [this](const QString &text) { return isConnected() ? text : QString(); };
     return {{QStringLiteral("name"), named ? m_partner.name : QString()},
-            {QStringLiteral("rssi"), isConnected() ? m_signal.rssi() : -128},
+            {QStringLiteral("rssi"), rssi()},
             {QStringLiteral("song"), shown(m_player.song())},
             {QStringLiteral("artist"), shown(m_player.artist())},
             {QStringLiteral("album"), shown(m_player.album())},

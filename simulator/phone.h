@@ -23,6 +23,13 @@ struct BluetoothSettings
     bool media = true; ///< music is bridged, not calls alone
 };
 
+/// Where the phones are that could be connected.
+enum class PhoneRange {
+    Walking, ///< near and far by turns
+    Near,
+    Away ///< out of reach
+};
+
 struct PairedPhone
 {
     QString mac;
@@ -48,6 +55,7 @@ public:
     /// As after switching the power on: not connected, everything that is paired stays paired.
     void powerUp();
     void applySettings(const BluetoothSettings &settings);
+    void setRange(PhoneRange range);
     void advance(int ms);
 
     QString pair();
@@ -82,8 +90,10 @@ private:
     const PairedPhone *candidate() const;
     QString stateWord() const;
     QJsonObject device() const;
+    int rssi() const; // dBm
 
     BluetoothSettings m_settings;
+    PhoneRange m_range = PhoneRange::Walking;
     State m_state = State::Idle;
     int m_inState = 0; // ms
     QVector<PairedPhone> m_paired;

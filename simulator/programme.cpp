@@ -15,7 +15,6 @@ constexpr ProgrammeStyle Desktop{-9, 8, 4, 0.1, 430, 48};
 constexpr ProgrammeStyle Song{-8, 7, 3, 0.0, 480, 128};
 constexpr ProgrammeStyle Prompt{-6, 8, 5, 0.0, 190, 128};
 
-constexpr int NearDbm = -50;
 constexpr int FarDbm = -130;
 constexpr int WayMs = 24000; // one way
 constexpr int FlutterDb = 2;

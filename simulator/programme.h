@@ -57,6 +57,8 @@ private:
 class SignalWalk
 {
 public:
+    static constexpr int NearDbm = -50;
+
     explicit SignalWalk(quint32 seed)
         : m_random(seed)
     {
@@ -69,7 +71,7 @@ public:
 private:
     QRandomGenerator m_random;
     int m_walked = 0; // ms since the walk began
-    int m_rssi = -50;
+    int m_rssi = NearDbm;
 };
 
 } // namespace sim

@@ -36,11 +36,11 @@ Node *childNamed(Node *parent, const QString &step)
 
 void fill(Node *leaf, const Row &row)
 {
-    leaf->kind = row.kind;
+    leaf->kind = row.type.kind;
     leaf->settable = row.settable;
-    leaf->least = row.least;
-    leaf->most = row.most;
-    leaf->names = QString::fromLatin1(row.words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    leaf->least = row.type.least;
+    leaf->most = row.type.most;
+    leaf->names = QString::fromLatin1(row.type.words).split(QLatin1Char(' '), Qt::SkipEmptyParts);
     const QByteArray factory(row.factory);
     if (!factory.isEmpty()) // in brackets, because Qt reads no JSON text that is a single value
         leaf->factory = QJsonDocument::fromJson('[' + factory + ']').array().at(0);
@@ -86,6 +86,11 @@ std::optional<int> wholeNumber(const QJsonValue &value)
     return int(number);
 }
 
+QString isNot(const QString &offered, const Node &node)
+{
+    return QStringLiteral("%1 is not %2").arg(offered, takenBy(node));
+}
+
 Outcome checkBool(const QString &path, const QJsonValue &offered)
 {
     if (offered.isBool())
@@ -110,11 +115,7 @@ Outcome checkInteger(const Node &node, const QString &path, const QJsonValue &of
     if (!offered.isDouble())
         return mismatch(path, QStringLiteral("a whole number"), offered);
     if (!number || *number < node.least || *number > node.most)
-        return Outcome::refuse(path,
-                               QStringLiteral("%1 is not a whole number from %2 to %3")
-                                   .arg(offered.toVariant().toString())
-                                   .arg(node.least)
-                                   .arg(node.most));
+        return Outcome::refuse(path, isNot(offered.toVariant().toString(), node));
     return Outcome::accept(*number);
 }
 
@@ -125,14 +126,21 @@ Outcome checkNumber(const Node &node, const QString &path, const QJsonValue &off
     return checkInteger(node, path, decimal ? QJsonValue(number) : offered);
 }
 
+Outcome checkFraction(const Node &node, const QString &path, const QJsonValue &offered)
+{
+    if (!offered.isDouble())
+        return mismatch(path, QStringLiteral("a number"), offered);
+    if (offered.toDouble() < node.least || offered.toDouble() > node.most)
+        return Outcome::refuse(path, isNot(offered.toVariant().toString(), node));
+    return Outcome::accept(offered);
+}
+
 Outcome checkWord(const Node &node, const QString &path, const QJsonValue &offered)
 {
     if (!offered.isString())
         return mismatch(path, QStringLiteral("a word"), offered);
     if (!node.names.contains(offered.toString()))
-        return Outcome::refuse(path,
-                               QStringLiteral("\"%1\" is not one of %2")
-                                   .arg(offered.toString(), node.names.join(QStringLiteral(", "))));
+        return Outcome::refuse(path, isNot(QLatin1Char('"') + offered.toString() + QLatin1Char('"'), node));
     return Outcome::accept(offered);
 }
 
@@ -220,6 +228,37 @@ Node treeOf(const std::vector<Row> &table)
     return root;
 }
 
+QString takenBy(const Node &node)
+{
+    const auto range = [&node](const char *what) {
+        return QStringLiteral("%1 %2 to %3").arg(QLatin1String(what)).arg(node.least).arg(node.most);
+    };
+    switch (node.kind) {
+    case Kind::Bool:
+        return QStringLiteral("true or false");
+    case Kind::True:
+        return QStringLiteral("true");
+    case Kind::Integer:
+    case Kind::Number:
+    case Kind::Level:
+        return range("a whole number from");
+    case Kind::Fraction:
+        return range("a number from");
+    case Kind::Word:
+        return QStringLiteral("one of ") + node.names.join(QStringLiteral(", "));
+    case Kind::Text:
+        return range("a text whose UTF-8 has") + QStringLiteral(" bytes");
+    case Kind::Address:
+        return QStringLiteral("a dotted IPv4 address");
+    case Kind::Netmask:
+        return QStringLiteral("a dotted netmask");
+    case Kind::Group:
+        return QStringLiteral("a dotted multicast group");
+    default:
+        return {};
+    }
+}
+
 QJsonValue factoryContent(const Node &node, const QVector<int> &indices)
 {
     if (node.kind == Kind::Object) {
@@ -255,6 +294,10 @@ Outcome check(const Node &node, const QString &path, const QJsonValue &current, 
         return checkInteger(node, path, offered);
     case Kind::Number:
         return checkNumber(node, path, offered);
+    case Kind::Level:
+        return offered.isNull() ? Outcome::accept(offered) : checkInteger(node, path, offered);
+    case Kind::Fraction:
+        return checkFraction(node, path, offered);
     case Kind::Word:
         return checkWord(node, path, offered);
     case Kind::Text:

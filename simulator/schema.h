@@ -32,6 +32,8 @@ enum class Kind {
     True, ///< the argument of a command that needs none
     Integer, ///< whole number from least to most
     Number, ///< as Integer, and also as a decimal text ("2")
+    Level, ///< as Integer, and null for none
+    Fraction, ///< any number from least to most
     Word, ///< one of the words
     Text, ///< least to most bytes of UTF-8
     Address, ///< dotted IPv4 address
@@ -42,19 +44,25 @@ enum class Kind {
     List ///< up to most elements; a free entry reads as an empty object
 };
 
+/// What a leaf takes.
+struct Type
+{
+    Kind kind;
+    int least = 0;
+    int most = 0;
+    const char *words = ""; ///< of a Word, separated by blanks
+};
+
 /// One leaf of a tree as a table describes it.
 struct Row
 {
     /// Steps separated by "/"; "{4}" stands for the indices of an array of four, "{..8}" for those of a list
     /// of up to eight.
     const char *path;
-    Kind kind;
-    int least;
-    int most;
-    const char *words; ///< of a Word, separated by blanks
-    bool settable; ///< from outside
+    Type type;
     /// JSON; below an array either one value for all elements or an array with one each. Empty for none.
     const char *factory;
+    bool settable = true; ///< from outside
 };
 
 /// One node of the tree that a table describes.
@@ -70,6 +78,9 @@ struct Node
 };
 
 Node treeOf(const std::vector<Row> &table);
+
+/// What a leaf takes, in words: "a whole number from -100 to 20".
+QString takenBy(const Node &node);
 
 /// What the nodes hold at first.
 QJsonValue factoryContent(const Node &node, const QVector<int> &indices = {});

@@ -5,21 +5,26 @@
 #include <QDebug>
 #include <QDir>
 
-#include <algorithm>
-
 namespace sim {
 
 namespace {
 
-/// The loopback interface, whose name is another one on every system, when @p name is empty.
-QNetworkInterface interfaceFor(const QString &name)
+constexpr int ClipMs = 200;
+constexpr int ClipDb = 3;
+
+std::vector<Row> allOrders()
 {
-    const QList<QNetworkInterface> all = QNetworkInterface::allInterfaces();
-    const auto found = std::find_if(all.cbegin(), all.cend(), [&name](const QNetworkInterface &candidate) {
-        return name.isEmpty() ? bool(candidate.flags() & QNetworkInterface::IsLoopBack)
-                              : candidate.name() == name;
-    });
-    return found == all.cend() ? QNetworkInterface() : *found;
+    std::vector<Row> rows = presenceOrders();
+    const std::vector<Row> life = lifeOrders();
+    rows.insert(rows.end(), life.begin(), life.end());
+    return rows;
+}
+
+/// Position of a setting's word in its row of the table.
+int choice(const Orders &orders, const char *path)
+{
+    const QString at = QLatin1String(path);
+    return orders.tree().describe(at)->names.indexOf(orders.value(at).toString());
 }
 
 QString about(const QString &file, const QString &problem)
@@ -34,21 +39,23 @@ Simulator::Simulator(const Options &options, const Intervals &intervals, QObject
     , m_options(options)
     , m_intervals(intervals)
     , m_model(Identity(options.name, options.address), options.seed)
-    , m_control(options.faults, options.seed, intervals.hold,
-                [this](const QByteArray &request) { return m_model.answer(request); })
-    , m_announcements(intervals.announce, [this] { return announcement(); })
-    , m_meters(intervals.meter, [this] { return levelPacket(); })
-    , m_fetcher(intervals, options.tftpFaults, options.seed)
+    , m_orders(allOrders(), options.faults)
+    , m_presence(options, intervals,
+                 {[this](const QByteArray &request) { return m_model.answer(request); },
+                  [this](quint16 port) { return m_model.identity().announcement(port); },
+                  [this] { return levelPacket(); }})
+    , m_fetcher(intervals, TftpFaultSettings(), options.seed)
     , m_loader(&m_fetcher, options.keepUpload)
 {
-    m_model.setRefusePattern(options.faults.refuse);
     m_lifeTimer.setInterval(intervals.life);
     m_saveTimer.setInterval(intervals.save);
     m_saveTimer.setSingleShot(true);
-    m_returnTimer.setSingleShot(true);
     m_shutDownTimer.setSingleShot(true);
     m_shutDownTimer.setInterval(intervals.shutDown);
+    m_clipTimer.setSingleShot(true);
+    m_clipTimer.setInterval(ClipMs);
     connectModel();
+    follow(QStringLiteral("/faults"), m_orders.value(QStringLiteral("/faults")));
 }
 
 Simulator::~Simulator()
@@ -60,13 +67,18 @@ void Simulator::connectModel()
 {
     connect(&m_lifeTimer, &QTimer::timeout, this, &Simulator::live);
     connect(&m_saveTimer, &QTimer::timeout, this, &Simulator::save);
-    connect(&m_returnTimer, &QTimer::timeout, this, &Simulator::appear);
     connect(&m_shutDownTimer, &QTimer::timeout, this, &Simulator::reboot);
-    connect(&m_control, &ControlService::answered, this, &Simulator::vanishWhenDue);
+    connect(&m_clipTimer, &QTimer::timeout, this, [this] {
+        m_orders.tell(QStringLiteral("/clip"), QString());
+        pushLevels();
+    });
+    connect(&m_orders, &Orders::changed, this, &Simulator::follow);
+    connect(&m_presence, &Presence::changed, this, &Simulator::handlePresence);
     // Not at once: who asked for it takes leave first, and waits for the answer.
     connect(&m_model, &DeviceModel::rebootRequested, &m_shutDownTimer, qOverload<>(&QTimer::start));
-    connect(&m_model, &DeviceModel::meteringRequested, this,
-            [this](bool on) { on ? m_meters.start(m_intervals.meterFor) : m_meters.stop(); });
+    connect(&m_model, &DeviceModel::meteringRequested, this, [this](bool on) {
+        on ? m_presence.streamLevels(m_intervals.meterFor) : m_presence.stopLevels();
+    });
     connect(&m_model, &DeviceModel::fetchRequested, this, &Simulator::startFetch);
     connect(&m_loader, &CueLoader::loaded, &m_model, &DeviceModel::finishLoad);
     connect(&m_loader, &CueLoader::rejected, &m_model, &DeviceModel::abandonLoad);
@@ -78,12 +90,12 @@ QString Simulator::start()
 {
     QString problem = restore();
     if (problem.isEmpty())
-        problem = openSockets();
+        problem = m_presence.open();
     if (!problem.isEmpty())
         return problem;
     m_lived.start();
     m_lifeTimer.start();
-    appear();
+    m_presence.appear();
     return {};
 }
 
@@ -100,41 +112,58 @@ QString Simulator::restore()
     return misfit.isEmpty() ? QString() : about(m_options.stateFile, misfit);
 }
 
-QString Simulator::openSockets()
-{
-    const Station station{m_options.address, interfaceFor(m_options.interface)};
-    if (!station.interface.isValid())
-        return m_options.interface.isEmpty()
-            ? QStringLiteral("there is no loopback interface; name another one with --interface")
-            : QStringLiteral("there is no network interface \"%1\"").arg(m_options.interface);
-    if (!m_control.listen(station.address, m_options.port))
-        return QStringLiteral("cannot listen on %1:%2: %3")
-            .arg(station.address.toString())
-            .arg(m_options.port)
-            .arg(m_control.errorText());
-    if (!m_announcements.open(station) || !m_meters.open(station))
-        return QStringLiteral("cannot send from %1: %2")
-            .arg(station.address.toString(), m_announcements.errorText());
-    return {};
-}
-
 void Simulator::live()
 {
     m_model.advance(int(m_lived.restart()));
 }
 
-void Simulator::appear()
+/// Does what an order has just changed; setting again what is already so does no harm.
+void Simulator::follow(const QString &path, const QJsonValue &order)
 {
-    m_control.setSilent(false);
-    m_announcements.sendNow();
-    m_announcements.start();
+    if (path.startsWith(QLatin1String("/faults"))) {
+        followFaults(path == QLatin1String("/faults/vanish-after")
+                         ? order
+                         : order.toObject().value(QStringLiteral("vanish-after")));
+    } else if (path == QLatin1String("/present")) {
+        m_orders.value(path).toBool() ? m_presence.appear() : m_presence.vanish();
+    } else if (path == QLatin1String("/phone")) {
+        m_model.setPhoneRange(PhoneRange(choice(m_orders, "/phone")));
+    } else if (path == QLatin1String("/usb")) {
+        m_model.setUsbPlug(UsbHost::Plug(choice(m_orders, "/usb")));
+    } else {
+        if (path == QLatin1String("/clip"))
+            m_clipTimer.start();
+        pushLevels();
+    }
 }
 
-void Simulator::disappear()
+/// @p vanishAfter is undefined when the order leaves it as it is.
+void Simulator::followFaults(const QJsonValue &vanishAfter)
 {
-    m_control.setSilent(true);
-    m_announcements.stop();
-    m_meters.stop();
+    const QJsonObject faults = m_orders.value(QStringLiteral("/faults")).toObject();
+    const FaultSettings settings = faultSettings(faults);
+    m_presence.setFaults(settings);
+    m_model.setRefusePattern(settings.refuse);
+    m_fetcher.setFaults(tftpFaultSettings(faults));
+    if (!vanishAfter.isUndefined())
+        m_presence.vanishAfter(settings.vanishAfter);
+}
+
+void Simulator::pushLevels()
+{
+    ParameterTree levels = m_orders.tree();
+    const QString clipped = levels.value(QStringLiteral("/clip")).toString();
+    if (!clipped.isEmpty())
+        levels.put(QStringLiteral("/levels/") + clipped, ClipDb);
+    m_model.setPushedLevels(levels.value(QStringLiteral("/levels")).toObject());
+}
+
+void Simulator::handlePresence(bool here)
+{
+    m_orders.tell(QStringLiteral("/present"), here);
+    if (here)
+        return;
+    m_shutDownTimer.stop();
     m_fetcher.abort();
     m_model.abandonLoad();
 }
@@ -143,7 +172,7 @@ void Simulator::disappear()
 void Simulator::startFetch(const TftpUri &source)
 {
     QTimer::singleShot(0, &m_fetcher, [this, source] {
-        if (!m_control.isSilent()) // it may have vanished with that reply
+        if (m_presence.isHere()) // it may have vanished with that reply
             m_fetcher.fetch(source, m_options.address);
     });
 }
@@ -151,27 +180,9 @@ void Simulator::startFetch(const TftpUri &source)
 void Simulator::reboot()
 {
     qInfo() << "reboot";
-    disappear();
+    m_presence.vanish();
     m_model.powerUp();
-    m_returnTimer.start(m_intervals.reboot);
-}
-
-void Simulator::vanishWhenDue(int answered)
-{
-    if (answered != m_options.faults.vanishAfter)
-        return;
-    qInfo() << "vanishing after" << answered << "requests";
-    disappear();
-    m_shutDownTimer.stop();
-    m_returnTimer.stop(); // a restart under way does not end this
-    if (m_options.faults.returnAfterMs > 0)
-        m_returnTimer.start(m_options.faults.returnAfterMs);
-}
-
-Packet Simulator::announcement() const
-{
-    return {m_model.identity().announcement(m_control.port()), QHostAddress(QStringLiteral("239.255.77.1")),
-            47700};
+    m_presence.returnIn(m_intervals.reboot);
 }
 
 Packet Simulator::levelPacket() const

@@ -1,11 +1,9 @@
 #pragma once
 
-#include "simulator/control_service.h"
 #include "simulator/cue_loader.h"
 #include "simulator/device_model.h"
-#include "simulator/intervals.h"
-#include "simulator/multicast_stream.h"
-#include "simulator/options.h"
+#include "simulator/orders.h"
+#include "simulator/presence.h"
 
 #include <QElapsedTimer>
 #include <QTimer>
@@ -23,37 +21,37 @@ public:
 
     /// An empty text, or why the device cannot appear; then it is not on the network.
     QString start();
-    quint16 port() const { return m_control.port(); }
+    quint16 port() const { return m_presence.port(); }
+
+    Orders *orders() { return &m_orders; }
 
     /// Writes the state file, if there is one to keep.
     void save();
 
 private:
     void connectModel();
-    QString openSockets();
     QString restore();
     void live();
-    void appear();
-    void disappear();
+    void follow(const QString &path, const QJsonValue &order);
+    void followFaults(const QJsonValue &vanishAfter);
+    void handlePresence(bool here);
+    void pushLevels();
     void startFetch(const TftpUri &source);
     void reboot();
-    void vanishWhenDue(int answered);
-    Packet announcement() const;
     Packet levelPacket() const;
 
     Options m_options;
     Intervals m_intervals;
     DeviceModel m_model;
-    ControlService m_control;
-    MulticastStream m_announcements;
-    MulticastStream m_meters;
+    Orders m_orders;
+    Presence m_presence;
     TftpFetcher m_fetcher;
     CueLoader m_loader;
     QTimer m_lifeTimer;
     QElapsedTimer m_lived;
     QTimer m_saveTimer;
-    QTimer m_returnTimer;
     QTimer m_shutDownTimer;
+    QTimer m_clipTimer;
 };
 
 } // namespace sim

@@ -15,16 +15,14 @@ constexpr quint16 FaultyEvery = 5;
 
 } // namespace
 
-QStringList TftpFaultSettings::kindNames()
+TftpFaultSettings tftpFaultSettings(const QJsonObject &faults)
 {
-    return {QStringLiteral("none"),        QStringLiteral("lost-ack"), QStringLiteral("duplicate-ack"),
-            QStringLiteral("wrong-block"), QStringLiteral("nack"),     QStringLiteral("silence")};
-}
-
-std::optional<Kind> TftpFaultSettings::kindNamed(const QString &word)
-{
-    const int index = kindNames().indexOf(word);
-    return index < 0 ? std::nullopt : std::optional<Kind>(Kind(index));
+    const QStringList kinds = QString::fromLatin1(TftpFaultSettings::KindWords).split(QLatin1Char(' '));
+    TftpFaultSettings settings;
+    settings.kind = Kind(kinds.indexOf(faults.value(QStringLiteral("tftp-fault")).toString()));
+    settings.drop = faults.value(QStringLiteral("tftp-drop")).toDouble();
+    settings.duplicate = faults.value(QStringLiteral("tftp-duplicate")).toDouble();
+    return settings;
 }
 
 TftpFaults::TftpFaults(const TftpFaultSettings &settings, quint32 seed)

@@ -1,10 +1,9 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QRandomGenerator>
 #include <QVector>
-
-#include <optional>
 
 namespace sim {
 
@@ -24,16 +23,20 @@ struct TftpFaultSettings
     double drop = 0; ///< probability, 0 to 1, that a packet of either side is lost
     double duplicate = 0; ///< probability that a packet of either side arrives twice
 
-    /// The kind that an option names ("lost-ack", ...); nothing for an unknown word.
-    static std::optional<Kind> kindNamed(const QString &word);
-    static QStringList kindNames();
+    /// The kinds as options name them, in their order, separated by blanks.
+    static constexpr char KindWords[] = "none lost-ack duplicate-ack wrong-block nack silence";
 };
+
+/// The settings under the names that the command line has for them, checked.
+TftpFaultSettings tftpFaultSettings(const QJsonObject &faults);
 
 /// Turns each packet of a transfer into what really travels.
 class TftpFaults
 {
 public:
     TftpFaults(const TftpFaultSettings &settings, quint32 seed);
+
+    void setSettings(const TftpFaultSettings &settings) { m_settings = settings; }
 
     /// What goes out in place of the acknowledgement of `block`.
     QVector<QByteArray> acknowledge(quint16 block);

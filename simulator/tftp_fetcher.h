@@ -21,6 +21,9 @@ public:
     TftpFetcher(const Intervals &intervals, const TftpFaultSettings &faults, quint32 seed,
                 QObject *parent = nullptr);
 
+    /// Holds from the next packet on.
+    void setFaults(const TftpFaultSettings &faults) { m_faults.setSettings(faults); }
+
     /// Ends in either finished() or failed(). `local` is the device's own address.
     void fetch(const TftpUri &source, const QHostAddress &local);
 

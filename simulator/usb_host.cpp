@@ -41,14 +41,21 @@ void UsbHost::advance(int ms)
     m_elapsed = (m_elapsed + ms) % RoundMs;
 }
 
+const char *UsbHost::state() const
+{
+    if (m_plug == Plug::Auto)
+        return wordAt(m_elapsed);
+    return m_plug == Plug::In ? "connected" : "disconnected";
+}
+
 bool UsbHost::isActive() const
 {
-    return qstrcmp(wordAt(m_elapsed), "connected") == 0;
+    return qstrcmp(state(), "connected") == 0;
 }
 
 QJsonObject UsbHost::status() const
 {
-    return {{QStringLiteral("state"), QLatin1String(wordAt(m_elapsed))}};
+    return {{QStringLiteral("state"), QLatin1String(state())}};
 }
 
 } // namespace sim

@@ -115,8 +115,9 @@ void FaultsTest::link()
     QFETCH(FaultSettings, faults);
     QFETCH(QByteArrayList, replies);
     const auto answer = [](const QByteArray &request) { return "re " + request; };
-    ControlService service(faults, 1, 60000, answer);
-    ControlService fence({}, 1, 0, answer); // what it answers later comes after all that is to come
+    ControlService service(1, 60000, answer);
+    service.setFaults(faults);
+    ControlService fence(1, 0, answer); // what it answers later comes after all that is to come
     QVERIFY(service.listen(deviceAddress(), 0));
     QVERIFY(fence.listen(deviceAddress(), 0));
     Client client;
@@ -132,14 +133,15 @@ void FaultsTest::heldReplyIsReleased()
 {
     FaultSettings faults;
     faults.reorder = 1;
-    ControlService service(faults, 1, 20, [](const QByteArray &request) { return request; });
+    ControlService service(1, 20, [](const QByteArray &request) { return request; });
+    service.setFaults(faults);
     QVERIFY(service.listen(deviceAddress(), 0));
     Client client;
     client.ask(service, "alone");
     QTRY_COMPARE(client.received, QByteArrayList{"alone"});
     client.ask(service, "lost");
     service.setSilent(true); // once it has been taken and held, or before: nothing more comes either way
-    ControlService fence({}, 1, 0, [](const QByteArray &request) { return request; });
+    ControlService fence(1, 0, [](const QByteArray &request) { return request; });
     QVERIFY(fence.listen(deviceAddress(), 0));
     client.ask(fence, "fence");
     QTRY_VERIFY(client.received.contains("fence"));

@@ -8,6 +8,7 @@
 #include <QJsonDocument>
 #include <QNetworkDatagram>
 #include <QProcess>
+#include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -92,13 +93,16 @@ class LifeTest : public QObject
 
 private slots:
     void reboot();
-    void vanishesAndReturns();
+    void followsOrders();
+    void refusedOrder_data();
+    void refusedOrder();
     void stateFile();
     void damagedStateFile_data();
     void damagedStateFile();
     void voiceCue_data();
     void voiceCue();
     void program();
+    void outlivesItsReader();
 };
 
 void LifeTest::reboot()
@@ -117,20 +121,80 @@ void LifeTest::reboot()
     QCOMPARE(ask(simulator, "LOAD 6\r"), QByteArray("ACK LOAD 6\r"));
 }
 
-void LifeTest::vanishesAndReturns()
+/// Orders hold in the running device, which tells what comes about by itself.
+void LifeTest::followsOrders()
 {
-    Options options = optionsOf();
-    options.faults.vanishAfter = 2;
-    options.faults.returnAfterMs = 1000;
-    Simulator simulator(options, quick());
+    Simulator simulator(optionsOf(), quick());
     QCOMPARE(simulator.start(), QString());
-    QVERIFY(isUp(simulator));
-    QVERIFY(isUp(simulator));
-    Receiver host("239.255.77.1", 47700);
+    QByteArrayList said;
+    connect(simulator.orders(), &Orders::said, [&](const QByteArray &line) { said << line; });
+    const auto order = [&](const char *path, const char *value) {
+        const QByteArray line = QByteArray(R"({"set":")") + path + R"(","value":)" + value + '}';
+        return simulator.orders()->answer(line).contains("\"OK\"");
+    };
+
+    QVERIFY(order("/faults", R"({"refuse":"set:/control/i*","return-after":300})"));
+    QVERIFY(ask(simulator, R"({"set":"/control/identify","value":true})").contains("refused on request"));
+    QVERIFY(order("/phone", R"("near")"));
+    QTRY_COMPARE(valueOf(simulator, "/status/bluetooth/device/rssi").toInt(), -50);
+    QVERIFY(order("/phone", R"("away")"));
+    QCOMPARE(valueOf(simulator, "/status/bluetooth/state").toString(), QStringLiteral("idle"));
+    QVERIFY(order("/usb", R"("unplugged")"));
+    QCOMPARE(valueOf(simulator, "/status/usb/state").toString(), QStringLiteral("disconnected"));
+
+    Receiver meters("239.255.77.10", 47710);
+    const auto shown = [&](int byte) { return int(meters.received.last().data().at(byte)); };
+    QVERIFY(order("/levels/dante_tx/3", "-7"));
+    QVERIFY(order("/clip", R"("dante_rx/0")"));
+    ask(simulator, R"({"set":"/control/req_metering", "value":100})");
+    QTRY_VERIFY(!meters.received.isEmpty() && shown(3) == 3 && shown(15) == -7);
+    QTRY_COMPARE(said, QByteArrayList{R"({"cmd":"now","param":"/clip","value":""})"});
+    ask(simulator, R"({"set":"/control/req_metering", "value":100})");
+    QTRY_VERIFY(shown(3) < 3 && shown(15) == -7);
+
+    QVERIFY(order("/present", "false"));
     QVERIFY(!isUp(simulator));
-    QVERIFY(host.received.isEmpty());
-    QTRY_VERIFY(!host.received.isEmpty());
+    QVERIFY(order("/present", "true"));
     QVERIFY(isUp(simulator));
+    said.clear();
+    QVERIFY(order("/faults/vanish-after", "2"));
+    QVERIFY(isUp(simulator));
+    QVERIFY(isUp(simulator));
+    QVERIFY(!isUp(simulator));
+    QTRY_VERIFY(isUp(simulator));
+    QCOMPARE(said,
+             (QByteArrayList{R"({"cmd":"now","param":"/present","value":false})",
+                             R"({"cmd":"now","param":"/present","value":true})"}));
+}
+
+void LifeTest::refusedOrder_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<QByteArray>("reason");
+    const auto row = [](const QByteArray &line, const char *reason) {
+        QTest::newRow(line.left(40)) << line << QByteArray(reason);
+    };
+    row("", "no request: an order is a JSON object");
+    row("{", "no JSON: ");
+    row("{\"get\":\"" + QByteArray(Orders::MostBytes, 'x'),
+        "no request: the line is longer than 65536 bytes");
+    row(R"({"set":"/faults","value":{"drop":1.5,"latency":3}})",
+        "/faults/drop: 1.5 is not a number from 0 to 1");
+    row(R"({"set":"/faults/latency","value":"3"})", "/faults/latency: expected a whole number, got a text");
+    row(R"({"set":"/levels/dante_rx/4","value":0})", "/levels/dante_rx/4: no such parameter");
+}
+
+void LifeTest::refusedOrder()
+{
+    QFETCH(QByteArray, line);
+    QFETCH(QByteArray, reason);
+    Orders orders(presenceOrders(), {{QStringLiteral("drop"), 0.25}});
+    QSignalSpy changes(&orders, &Orders::changed);
+    const QByteArray before = orders.answer(R"({"get":"/faults"})");
+    const QByteArray answer = orders.answer(line);
+    QVERIFY2(answer.contains(R"("result":")" + reason), answer);
+    QCOMPARE(orders.answer(R"({"get":"/faults"})"), before);
+    QVERIFY(before.contains(R"("drop":0.25)") && changes.isEmpty());
 }
 
 void LifeTest::stateFile()
@@ -229,7 +293,7 @@ void LifeTest::voiceCue()
     QCOMPARE(lengths.at(2).toInt() == 1, taken); // two samples round up to 1 ms
 }
 
-/// The program says where it is and puts things in order when it is told to end.
+/// The program says where it is, takes orders, and puts things in order when it is told to end.
 void LifeTest::program()
 {
     QTemporaryDir dir;
@@ -237,22 +301,56 @@ void LifeTest::program()
     QProcess program;
     program.start(QStringLiteral(KBX_SIMULATOR),
                   {QStringLiteral("--name=KBX-0300"), QStringLiteral("--address=127.0.0.12"),
-                   QStringLiteral("--state=") + file, QStringLiteral("--exit-with-parent")});
-    QTRY_VERIFY(program.canReadLine());
-    QCOMPARE(program.readLine().trimmed(), QByteArray("KBX-0300 on 127.0.0.12:47800"));
+                   QStringLiteral("--state=") + file, QStringLiteral("--exit-with-parent"),
+                   QStringLiteral("--orders"), QStringLiteral("--jitter=7")});
+    const auto line = [&program] {
+        return QTest::qWaitFor([&] { return program.canReadLine(); }) ? program.readLine().trimmed()
+                                                                      : "get nothing";
+    };
+    QCOMPARE(line(), QByteArray("KBX-0300 on 127.0.0.12:47800"));
+    QVERIFY(line().startsWith(R"({"cmd":"now","param":"/faults","value":{)"));
+    program.write("{\"get\":\"/faults/jitter\"}\n");
+    QByteArray answer;
+    while (!answer.contains("get"))
+        answer = line();
+    QCOMPARE(answer, QByteArray(R"({"cmd":"get","param":"/faults/jitter","result":"OK","value":7})"));
+
     QVERIFY(!QFile::exists(file));
     program.terminate();
     QTRY_COMPARE(program.state(), QProcess::NotRunning);
     QCOMPARE(program.exitStatus(), QProcess::NormalExit);
     QCOMPARE(program.exitCode(), 0);
-    QCOMPARE(readState(file)
-                 .state.value(QStringLiteral("system"))
-                 .toObject()
-                 .value(QStringLiteral("bluetooth"))
-                 .toObject()
-                 .value(QStringLiteral("name"))
-                 .toString(),
-             QStringLiteral("KBX-0300"));
+    QVERIFY(!readState(file).state.isEmpty());
+}
+
+/// A reader that takes no line, and then is gone, does not hold the device up; half an order is none.
+void LifeTest::outlivesItsReader()
+{
+    QProcess reader;
+    QProcess program;
+    program.setStandardOutputProcess(&reader);
+    program.start(QStringLiteral(KBX_SIMULATOR),
+                  {QStringLiteral("--address=127.0.0.12"), QStringLiteral("--orders")});
+    reader.start(QStringLiteral(KBX_SIMULATOR), {QStringLiteral("--address=127.0.0.13")});
+    for (int i = 0; i < 5000; ++i) // some 700 KB of answers
+        program.write("{\"get\":\"/levels\"}\n");
+    program.write("{\"set\":\"/usb\",\"value\":\"unplugged\"}\n");
+    const auto computerIs = [](const QByteArray &state) {
+        Receiver client;
+        client.socket.writeDatagram("{\"get\":\"/status/usb\"}", QHostAddress(QStringLiteral("127.0.0.12")),
+                                    47800);
+        return QTest::qWaitFor([&] { return !client.received.isEmpty(); }, 100)
+            && client.received.last().data().contains('"' + state + '"');
+    };
+    QTRY_VERIFY(computerIs("disconnected"));
+    reader.kill();
+    QVERIFY(reader.waitForFinished());
+    program.write("{\"set\":\"/usb\",\"value\":\"plugged\"}\n{\"set\":\"/present\",\"value\":false}");
+    program.closeWriteChannel();
+    QTRY_VERIFY(computerIs("connected"));
+    program.terminate();
+    QVERIFY(program.waitForFinished());
+    QCOMPARE(program.exitCode(), 0);
 }
 
 QTEST_GUILESS_MAIN(LifeTest)
