@@ -1,15 +1,30 @@
 #include "dsp/block_editor.h"
 
+#include "dsp/device_badge.h"
+
 #include <QCloseEvent>
 #include <QLabel>
+#include <QShortcut>
 
 #include <utility>
+
+BlockEditor::BlockEditor(QWidget *parent)
+    : QDialog(parent)
+{
+    connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &BlockEditor::reject);
+}
 
 void BlockEditor::setBlockTitle(const QString &title)
 {
     setWindowTitle(title);
     if (auto *heading = findChild<QLabel *>(QStringLiteral("block_label")))
         heading->setText(title);
+}
+
+void BlockEditor::setDeviceName(const QString &name)
+{
+    m_badge->setName(name);
+    setAccessibleDescription(name);
 }
 
 void BlockEditor::shareCaches(std::shared_ptr<const SectionCaches> caches)

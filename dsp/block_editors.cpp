@@ -3,6 +3,8 @@
 #include "dsp/matrix_mixer_form.h"
 #include "dsp/strip_editors.h"
 
+#include <QWindow>
+
 #include <utility>
 
 BlockEditors::BlockEditors(const QWidget *window, std::shared_ptr<const SectionCaches> caches)
@@ -24,13 +26,33 @@ void BlockEditors::open(Block block)
         editor = info.create(&(*m_caches)[info.section]);
         editor->shareCaches(m_caches);
         editor->setBlockTitle(info.title);
+        editor->setDeviceName(m_deviceName);
         editor->setStyleSheet(m_window->styleSheet());
         editor->setModal(false);
         editor->setWindowFlag(Qt::WindowContextHelpButtonHint, false);
         wire(block, editor);
+        keepAboveWindow(editor);
         editor->show();
     }
     editor->bringToFront();
+}
+
+/// Or a click on the window would bury its editors. A parent would do it as well, and delete them with
+/// itself.
+void BlockEditors::keepAboveWindow(BlockEditor *editor) const
+{
+    editor->winId(); // makes the native window
+    if (QWindow *below = m_window->window()->windowHandle())
+        editor->windowHandle()->setTransientParent(below);
+}
+
+void BlockEditors::setDeviceName(const QString &name)
+{
+    m_deviceName = name;
+    for (BlockEditor *editor : m_editors) {
+        if (editor)
+            editor->setDeviceName(name);
+    }
 }
 
 void BlockEditors::wire(Block block, BlockEditor *editor)

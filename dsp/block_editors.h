@@ -17,7 +17,7 @@ class BlockEditors : public QObject
     Q_OBJECT
 
 public:
-    /// The editors take over the style sheet of @p window, which outlives this object, and read @p caches.
+    /// The editors stay above @p window, which outlives this object, look like it, and read @p caches.
     BlockEditors(const QWidget *window, std::shared_ptr<const SectionCaches> caches);
     ~BlockEditors() override;
 
@@ -27,6 +27,9 @@ public:
     /// control is back in the event loop.
     void close(Block block);
     void closeAll();
+
+    /// Shown by every editor, open or opened later.
+    void setDeviceName(const QString &name);
 
 signals:
     void dataChanged();
@@ -40,9 +43,11 @@ signals:
     void toneChanged(QPair<int, QVariant> change);
 
 private:
+    void keepAboveWindow(BlockEditor *editor) const;
     void wire(Block block, BlockEditor *editor);
 
     const QWidget *m_window;
+    QString m_deviceName;
     std::shared_ptr<const SectionCaches> m_caches;
     std::array<BlockEditor *, BlockCount> m_editors{}; ///< null while closed
 };

@@ -1,6 +1,7 @@
 #include "dsp/block_keys.h"
 
 #include "dsp/blocks.h"
+#include "dsp/directions.h"
 
 #include <QKeyEvent>
 #include <QPointer>
@@ -19,22 +20,6 @@ const BlockInfo *blockAt(const QPoint &place)
             return &block;
     }
     return nullptr;
-}
-
-QPoint directionOf(int key)
-{
-    switch (key) {
-    case Qt::Key_Left:
-        return {-1, 0};
-    case Qt::Key_Right:
-        return {1, 0};
-    case Qt::Key_Up:
-        return {0, -1};
-    case Qt::Key_Down:
-        return {0, 1};
-    default:
-        return {};
-    }
 }
 
 bool opens(int key)

@@ -2,6 +2,7 @@
 
 #include "dsp/change_records.h"
 
+#include <QColor>
 #include <QWidget>
 
 class QAbstractButton;
@@ -9,7 +10,8 @@ class QLabel;
 class VmDspGain;
 
 /// One channel of a strip editor: a gain fader with its level meter and a mute button, 92 x 324 pixels.
-/// Showing a value is silent; what the user changes comes out as strip records.
+/// Showing a value is silent; what the user changes comes out as strip records. A bar in the colour of the
+/// kind of port runs along its top and is red while the channel is muted.
 class ChannelStrip : public QWidget
 {
     Q_OBJECT
@@ -18,6 +20,7 @@ public:
     explicit ChannelStrip(QWidget *parent = nullptr);
 
     void setLabel(const QString &text);
+    void setColor(const QColor &color);
 
 signals:
     /// The user changed something.
@@ -38,6 +41,7 @@ protected:
         QLabel *label = nullptr;
         QLabel *scaleTop = nullptr;
         QLabel *scaleBottom = nullptr;
+        QAbstractButton *mute = nullptr;
         VmDspGain *fader = nullptr;
     };
 
@@ -48,6 +52,7 @@ protected:
     void showGain(const QVariant &value);
     double gain() const;
 
+    void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
 
 private:
@@ -55,4 +60,5 @@ private:
     virtual void showValue(int parameter, const QVariant &value) = 0;
 
     Parts m_parts;
+    QColor m_color;
 };

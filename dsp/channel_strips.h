@@ -3,12 +3,12 @@
 #include "dsp/input_strip.h"
 #include "dsp/output_strip.h"
 
+// The strips of the six editors. An inherited constructor stays as public as it was.
+
 /// One network receive channel.
 class NetRxChStrip : public InputStrip
 {
     Q_OBJECT
-
-public:
     using InputStrip::InputStrip;
 };
 
@@ -16,8 +16,6 @@ public:
 class UsbInChStrip : public InputStrip
 {
     Q_OBJECT
-
-public:
     using InputStrip::InputStrip;
 };
 
@@ -25,8 +23,6 @@ public:
 class BtInChStrip : public InputStrip
 {
     Q_OBJECT
-
-public:
     using InputStrip::InputStrip;
 };
 
@@ -34,8 +30,6 @@ public:
 class NetTxChStrip : public OutputStrip
 {
     Q_OBJECT
-
-public:
     using OutputStrip::OutputStrip;
 };
 
@@ -43,8 +37,6 @@ public:
 class UsbOutChStrip : public OutputStrip
 {
     Q_OBJECT
-
-public:
     using OutputStrip::OutputStrip;
 };
 
@@ -52,7 +44,5 @@ public:
 class BtOutChStrip : public OutputStrip
 {
     Q_OBJECT
-
-public:
     using OutputStrip::OutputStrip;
 };

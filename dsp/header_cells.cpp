@@ -1,8 +1,13 @@
 #include "dsp/header_cells.h"
 
+#include "dsp/device_badge.h"
 #include "ui_dsp_corner_header.h"
 #include "ui_dsp_horizontal_header.h"
 #include "ui_dsp_vertical_header.h"
+
+#include <QPainter>
+
+#include <utility>
 
 MixerHeaderCell::MixerHeaderCell(QWidget *parent)
     : QWidget(parent)
@@ -21,13 +26,37 @@ void MixerHeaderCell::setColor(const QColor &color)
         button->setStyleSheet(darkText);
 }
 
+void MixerHeaderCell::setLit(bool lit)
+{
+    if (std::exchange(m_lit, lit) == lit)
+        return;
+    for (QLabel *label : findChildren<QLabel *>()) {
+        QFont font = label->font();
+        font.setBold(lit);
+        label->setFont(font);
+    }
+    update();
+}
+
+void MixerHeaderCell::paintEvent(QPaintEvent *)
+{
+    if (!m_lit)
+        return;
+    const QList<QLabel *> labels = findChildren<QLabel *>();
+    QPainter painter(this);
+    painter.setPen(QPen(labels.first()->palette().color(QPalette::WindowText), 2.0));
+    painter.drawRect(QRectF(rect()).adjusted(2.0, 2.0, -2.0, -2.0));
+}
+
 CornerHeaderCell::CornerHeaderCell(QWidget *parent)
     : QWidget(parent)
     , m_ui(new Ui::DspCornerHeader)
+    , m_badge(new DeviceBadge({}, this))
 {
     setAttribute(Qt::WA_StyledBackground);
     m_ui->setupUi(this);
     m_ui->default_pushButton->hide();
+    m_badge->setGeometry(5, 4, width() - 10, 20);
 }
 
 CornerHeaderCell::~CornerHeaderCell() = default;

@@ -4,6 +4,8 @@
 #include <QScopedPointer>
 #include <QWidget>
 
+class DeviceBadge;
+
 namespace Ui {
 class DspCornerHeader;
 class DspHorizontalHeader;
@@ -20,9 +22,18 @@ public:
 
     /// Fills the header with @p color and writes on it in a dark colour, whatever the style sheet around it.
     void setColor(const QColor &color);
+
+    /// The header of the row or column that the user is at stands out.
+    void setLit(bool lit);
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    bool m_lit = false;
 };
 
-/// The corner of the mixer, with the buttons that work on all crosspoints.
+/// The corner of the mixer, with the device's name and the buttons that work on all crosspoints.
 class CornerHeaderCell : public QWidget
 {
     Q_OBJECT
@@ -30,6 +41,8 @@ class CornerHeaderCell : public QWidget
 public:
     explicit CornerHeaderCell(QWidget *parent = nullptr);
     ~CornerHeaderCell() override;
+
+    DeviceBadge *badge() const { return m_badge; }
 
 signals:
     void uiReset();
@@ -41,6 +54,7 @@ private slots:
 
 private:
     QScopedPointer<Ui::DspCornerHeader> m_ui;
+    DeviceBadge *m_badge;
 };
 
 /// The heading of a column, which names a sink in two lines.

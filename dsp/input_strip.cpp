@@ -7,7 +7,7 @@ InputStrip::InputStrip(QWidget *parent)
     , m_ui(new Ui::DspInputStrip)
 {
     m_ui->setupUi(this);
-    adopt({m_ui->strip_label, m_ui->label, m_ui->label_2, m_ui->vmdspgain});
+    adopt({m_ui->strip_label, m_ui->label, m_ui->label_2, m_ui->digital_mute_pushButton, m_ui->vmdspgain});
     for (QPushButton *button : {m_ui->digital_mute_pushButton, m_ui->digital_invert_pushButton}) {
         button->setDefault(false);
         button->setAutoDefault(false);

@@ -1,10 +1,14 @@
 #include "dsp/matrix_mixer_cell.h"
 
 #include "dsp/mixer_section.h"
+#include "widgets/level_taper.h"
 #include "widgets/vm_dial.h"
 
+#include <QPainter>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include <utility>
 
 MatrixMixerCell::MatrixMixerCell(int source, int sink, QWidget *parent)
     : QWidget(parent)
@@ -12,7 +16,8 @@ MatrixMixerCell::MatrixMixerCell(int source, int sink, QWidget *parent)
     , m_sink(sink)
     , m_dial(new VmDial(this))
 {
-    setAttribute(Qt::WA_StyledBackground); // else the dial's ground shows as a square on the table's
+    setAttribute(Qt::WA_StyledBackground); // else the cell shows the table's ground, which is another
+    m_dial->setAttribute(Qt::WA_StyledBackground, false); // and would hide the cell's light
     resize(64, 64);
     setMinimumSize(64, 64);
 
@@ -34,8 +39,31 @@ MatrixMixerCell::MatrixMixerCell(int source, int sink, QWidget *parent)
 
 void MatrixMixerCell::setDescription(const QString &text)
 {
+    m_description = text;
+    describe();
+}
+
+void MatrixMixerCell::describe()
+{
+    const QString text = tr("%1, %2").arg(m_description, vm::levelText(m_dial->Val()));
     m_dial->setToolTip(text);
     m_dial->setAccessibleName(text);
+}
+
+void MatrixMixerCell::setLit(bool lit)
+{
+    if (std::exchange(m_lit, lit) != lit)
+        update();
+}
+
+void MatrixMixerCell::paintEvent(QPaintEvent *)
+{
+    QColor ink = palette().color(QPalette::Active, QPalette::WindowText);
+    QPainter painter(this);
+    if (m_lit) {
+        ink.setAlphaF(0.07);
+        painter.fillRect(rect(), ink);
+    }
 }
 
 void MatrixMixerCell::onChanged(const QPair<QPair<int, int>, QPair<int, QVariant>> &record)
@@ -46,6 +74,7 @@ void MatrixMixerCell::onChanged(const QPair<QPair<int, int>, QPair<int, QVariant
     const QSignalBlocker silent(this);
     const QSignalBlocker dialSilent(m_dial);
     m_dial->setVal(record.second.second.toDouble());
+    describe();
 }
 
 void MatrixMixerCell::onUiChanged(const QPair<QPair<int, int>, QPair<int, QVariant>> &record)

@@ -3,10 +3,10 @@
 #include "dsp/header_cells.h"
 #include "dsp/matrix_mixer_cell.h"
 #include "dsp/overlay.h"
+#include "dsp/port_colors.h"
 #include "dsp/tone_gen_header_cell.h"
 #include "ui_dsp_matrix_mixer.h"
 
-#include <QApplication>
 #include <QJsonArray>
 #include <QTimer>
 
@@ -20,17 +20,13 @@ constexpr int cellSize = 64;
 constexpr int btIn2Row = 8;
 constexpr int btOutColumn = 7;
 
-constexpr QRgb usbColor = 0xff73caeb;
-constexpr QRgb bluetoothColor = 0xff63e984;
-constexpr QRgb voiceCueColor = 0xffe96363;
-constexpr QRgb toneGenColor = 0xfff19185;
 constexpr QRgb noColor = 0;
 
 constexpr std::array<QRgb, mixerSources> sourceColors{
-    noColor,  noColor,        noColor,        noColor,       usbColor,
-    usbColor, bluetoothColor, bluetoothColor, voiceCueColor, toneGenColor};
-constexpr std::array<QRgb, mixerSinks> sinkColors{noColor,  noColor,  noColor,       noColor,
-                                                  usbColor, usbColor, bluetoothColor};
+    noColor,    noColor,          noColor,          noColor,         color::usb,
+    color::usb, color::bluetooth, color::bluetooth, color::voiceCue, color::toneGenerator};
+constexpr std::array<QRgb, mixerSinks> sinkColors{noColor,    noColor,    noColor,         noColor,
+                                                  color::usb, color::usb, color::bluetooth};
 
 template <typename Colors>
 void colorHeader(MixerHeaderCell *header, const Colors &colors, int index)
@@ -60,21 +56,24 @@ MatrixMixerForm::MatrixMixerForm(const QStringList &sources, const QStringList &
     for (auto &levelsOfSource : m_defaults)
         levelsOfSource.fill(mixerLowestLevel);
     buildGrid();
-    resize(m_sinks.size() * cellSize + headerWidth, m_sources.size() * cellSize + headerHeight);
+    // Larger there would be nothing to see, smaller not enough.
+    setMinimumSize(headerWidth + 3 * cellSize, headerHeight + 3 * cellSize);
+    setMaximumSize(m_sinks.size() * cellSize + headerWidth, m_sources.size() * cellSize + headerHeight);
+    resize(maximumSize());
     MatrixMixerForm::onDataChanged();
     startAt(cellAt(m_ui->tableWidget, 1, 1));
-    connect(qApp, &QApplication::focusChanged, this, &MatrixMixerForm::scrollToFocus);
+    connect(m_ui->tableWidget, &CrosspointTable::userAt, this, &MatrixMixerForm::lightRowAndColumn);
 }
 
 MatrixMixerForm::~MatrixMixerForm()
 {
     // What is left of a dialog hides itself at last, and the focus goes elsewhere.
-    disconnect(qApp, nullptr, this, nullptr);
+    m_ui->tableWidget->disconnect(this);
 }
 
 void MatrixMixerForm::buildGrid()
 {
-    QTableWidget *table = m_ui->tableWidget;
+    CrosspointTable *table = m_ui->tableWidget;
     table->setRowCount(m_sources.size() + 1);
     table->setColumnCount(m_sinks.size() + 1);
     table->setSelectionMode(QAbstractItemView::NoSelection);
@@ -86,20 +85,24 @@ void MatrixMixerForm::buildGrid()
             QWidget *widget = newWidgetAt(row, column);
             widget->installEventFilter(
                 new OverlayFactoryFilter(OverlayFactoryFilter::unavailableColor(), this));
-            table->setCellWidget(row, column, widget);
+            table->setCell(row, column, widget);
         }
     }
 }
 
-/// In a window made smaller than the grid the keyboard must not work out of sight.
-void MatrixMixerForm::scrollToFocus(const QWidget *, const QWidget *now)
+/// Lights the row and the column of a cell, as far as their headers; nothing for a row of -1.
+void MatrixMixerForm::lightRowAndColumn(int row, int column)
 {
-    QTableWidget *table = m_ui->tableWidget;
-    if (!now || !table->viewport()->isAncestorOf(now))
-        return;
-    while (now->parentWidget() != table->viewport())
-        now = now->parentWidget();
-    table->scrollTo(table->indexAt(now->geometry().center()));
+    const QTableWidget *table = m_ui->tableWidget;
+    for (int r = 0; r < table->rowCount(); ++r) {
+        for (int c = 0; c < table->columnCount(); ++c) {
+            const bool isLit = row > 0 && column > 0 && (r == row || c == column);
+            if (auto *header = qobject_cast<MixerHeaderCell *>(table->cellWidget(r, c)))
+                header->setLit(isLit);
+            else if (MatrixMixerCell *cell = cellAt(table, r, c))
+                cell->setLit(isLit);
+        }
+    }
 }
 
 QWidget *MatrixMixerForm::newWidgetAt(int row, int column)
@@ -114,6 +117,7 @@ QWidget *MatrixMixerForm::newWidgetAt(int row, int column)
 QWidget *MatrixMixerForm::newCorner()
 {
     auto *corner = new CornerHeaderCell;
+    adoptBadge(corner->badge());
     connect(corner, &CornerHeaderCell::uiReset, this, &MatrixMixerForm::onUiReset);
     connect(corner, &CornerHeaderCell::uiDefault, this, &MatrixMixerForm::onUiDefault);
     return corner;
@@ -143,7 +147,7 @@ QWidget *MatrixMixerForm::newToneGenHeader()
     connect(this, &MatrixMixerForm::DevToneGenChanged, header, &ToneGenHeaderCell::onChanged);
     // Made before any owner's connection, so that the owner hears of the values before it lets go.
     connect(this, &BlockEditor::close, header, &ToneGenHeaderCell::reportPending);
-    header->setColor(QColor::fromRgba(toneGenColor));
+    header->setColor(QColor::fromRgba(color::toneGenerator));
     return header;
 }
 

@@ -61,7 +61,7 @@ private:
     using Levels = std::array<std::array<int, mixerSinks>, mixerSources>;
 
     void buildGrid();
-    void scrollToFocus(const QWidget *before, const QWidget *now);
+    void lightRowAndColumn(int row, int column);
     QWidget *newWidgetAt(int row, int column);
     QWidget *newCorner();
     QWidget *newColumnHeader(int sink);

@@ -34,7 +34,7 @@ OutputStrip::OutputStrip(QWidget *parent)
     , m_ui(new Ui::DspOutputStrip)
 {
     m_ui->setupUi(this);
-    adopt({m_ui->strip_label, m_ui->label, m_ui->label_2, m_ui->vmdspgain});
+    adopt({m_ui->strip_label, m_ui->label, m_ui->label_2, m_ui->digital_mute_pushButton, m_ui->vmdspgain});
     m_ui->digital_mute_pushButton->setDefault(false);
     m_ui->digital_mute_pushButton->setAutoDefault(false);
     m_ui->limiter_widget->hide();

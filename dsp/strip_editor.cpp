@@ -1,11 +1,18 @@
 #include "dsp/strip_editor.h"
 
 #include "dsp/channel_strip.h"
+#include "dsp/device_badge.h"
 #include "dsp/level_datagram.h"
 #include "dsp/overlay.h"
 #include "ui_dsp_strip_editor.h"
 
 #include <QJsonArray>
+
+namespace {
+
+constexpr int Margin = 3; // px, which with that of the strips is the distance of two strips
+
+} // namespace
 
 StripEditor::StripEditor(const StripVariant &variant, StripFactory makeStrip, uchar channels,
                          const QJsonObject *section, QWidget *parent)
@@ -16,9 +23,15 @@ StripEditor::StripEditor(const StripVariant &variant, StripFactory makeStrip, uc
 {
     m_ui->setupUi(this);
     m_ui->block_label->hide();
+    setContentsMargins(Margin, Margin, Margin, Margin);
+    auto *badge = new DeviceBadge(variant.color);
+    m_ui->editor_layout->insertWidget(0, badge);
+    m_ui->editor_layout->setAlignment(m_ui->widget, Qt::AlignHCenter | Qt::AlignTop);
+    adoptBadge(badge);
     for (int channel = 0; channel < channels; ++channel)
         addStrip(makeStrip(this));
     resize(variant.initialSize);
+    setMaximumSize(variant.initialSize.expandedTo(minimumSizeHint())); // the strips do not grow
     startAt(m_strips.first());
     StripEditor::onDataChanged();
 }
@@ -28,6 +41,7 @@ StripEditor::~StripEditor() = default;
 void StripEditor::addStrip(ChannelStrip *strip)
 {
     m_strips.append(strip);
+    strip->setColor(m_variant.color);
     strip->setLabel(QString(m_variant.stripLabel).arg(m_strips.size()));
     m_ui->widget->layout()->addWidget(strip);
     connect(strip, &ChannelStrip::uiChanged, this, &StripEditor::onUiChanged);

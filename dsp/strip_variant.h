@@ -1,6 +1,7 @@
 #pragma once
 
 #include "dsp/change_records.h"
+#include "dsp/port_colors.h"
 #include "protocol/paths.h"
 
 #include <QJsonObject>
@@ -22,6 +23,7 @@ struct StripVariant
     /// Whether a strip that is not available is covered with red.
     bool overlay;
     QSize initialSize;
+    QRgb color; ///< of the kind of port
 
     /// Parameter numbers of the two changes that have a path of their own on the device.
     constexpr int muteParameter() const { return kind == StripKind::Input ? +InputMute : +OutputMute; }
@@ -29,12 +31,12 @@ struct StripVariant
 };
 
 // clang-format off
-inline constexpr StripVariant netRxVariant{StripKind::Input, path::literal("CH %1"), 3, false, {320, 274}};
-inline constexpr StripVariant usbInVariant{StripKind::Input, path::literal("CH %1"), 7, true, {320, 357}};
-inline constexpr StripVariant btInVariant{StripKind::Input, path::literal("BT %1"), 9, true, {320, 357}};
-inline constexpr StripVariant netTxVariant{StripKind::Output, path::literal("CH %1"), 12, true, {320, 274}};
-inline constexpr StripVariant usbOutVariant{StripKind::Output, path::literal("CH %1"), 16, true, {320, 274}};
-inline constexpr StripVariant btOutVariant{StripKind::Output, path::literal("BT Out %1"), 18, true, {320, 274}};
+inline constexpr StripVariant netRxVariant{StripKind::Input, path::literal("CH %1"), 3, false, {320, 274}, color::network};
+inline constexpr StripVariant usbInVariant{StripKind::Input, path::literal("CH %1"), 7, true, {320, 357}, color::usb};
+inline constexpr StripVariant btInVariant{StripKind::Input, path::literal("BT %1"), 9, true, {320, 357}, color::bluetooth};
+inline constexpr StripVariant netTxVariant{StripKind::Output, path::literal("CH %1"), 12, true, {320, 274}, color::network};
+inline constexpr StripVariant usbOutVariant{StripKind::Output, path::literal("CH %1"), 16, true, {320, 274}, color::usb};
+inline constexpr StripVariant btOutVariant{StripKind::Output, path::literal("BT Out %1"), 18, true, {320, 274}, color::bluetooth};
 // clang-format on
 
 /// Everything that a channel object of a section says, in the order in which a strip shows it. Members that

@@ -8,9 +8,8 @@
 #include "protocol/messages.h"
 #include "protocol/paths.h"
 
-/// To be called once the window itself hears dataChanged(): its onDataChanged() says which USB channels are
-/// available, and an editor has to know that before it shows its section, whose values for a channel that is
-/// not available do not count.
+/// The window itself hears dataChanged() first, by a connection made before: its onDataChanged() says which USB
+/// channels are available, and editors leave the strips of the others alone.
 void TarnKBX_MainWindow::connectBlockEditors()
 {
     using W = TarnKBX_MainWindow;

@@ -167,6 +167,7 @@ void TarnKBX_MainWindow::handle_device_changed()
         reloadDevice();
     }
     m_priorityDialog->setDeviceName(deviceName());
+    m_blocks.setDeviceName(deviceName());
     ui->dev_name->setText(device ? device->name() : QString());
     ui->dev_ip->setText(device ? device->ipAddress().toString() : QString());
     ui->dev_mac->setText(device ? device->macAddress() : QString());

@@ -54,23 +54,30 @@ void paintGauge(QPainter &painter, const QRectF &circle, const DialState &state)
         arc(state.accent, state.gauge, state.share);
 }
 
+/// Seen on the empty part of the gauge as well as on the filled one.
 void paintTick(QPainter &painter, const QRectF &circle, const DialState &state)
 {
     const double outer = circle.width() / 2.0;
     const QPointF middle = circle.center();
-    painter.setPen(QPen(state.text, 1.6, Qt::SolidLine, Qt::FlatCap));
+    painter.setPen(
+        QPen(state.share > state.tick ? faceColor(state.text) : state.text, 1.6, Qt::SolidLine, Qt::FlatCap));
     painter.drawLine(pointAt(middle, outer - state.gauge, state.tick), pointAt(middle, outer, state.tick));
 }
 
 void paintPointer(QPainter &painter, const QRectF &circle, const DialState &state)
 {
-    if (state.share <= 0.0)
-        return;
     const double outer = circle.width() / 2.0;
     const QPointF middle = circle.center();
-    painter.setPen(QPen(state.text, 2.4, Qt::SolidLine, Qt::RoundCap));
-    painter.drawLine(pointAt(middle, outer - state.gauge - 1.0, state.share),
-                     pointAt(middle, outer - 1.5, state.share));
+    painter.setPen(QPen(state.text, 3.0, Qt::SolidLine, Qt::RoundCap));
+    painter.drawLine(pointAt(middle, outer - state.gauge - 2.0, state.share),
+                     pointAt(middle, outer - 1.0, state.share));
+}
+
+void paintDot(QPainter &painter, const QRectF &circle, const DialState &state)
+{
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(mixed(faceColor(state.text), state.text, 0.45));
+    painter.drawEllipse(circle.center(), 3.0, 3.0);
 }
 
 void paintNumber(QPainter &painter, const QRectF &circle, const DialState &state)
@@ -84,7 +91,7 @@ void paintNumber(QPainter &painter, const QRectF &circle, const DialState &state
     if (width > room)
         font.setPixelSize(std::max(1, int(QFontInfo(font).pixelSize() * room / width)));
     painter.setFont(font);
-    painter.setPen(state.share > 0.0 ? state.text : mixed(state.text, faceColor(state.text), 0.40));
+    painter.setPen(state.share > 0.0 ? state.text : mixed(state.text, faceColor(state.text), 0.25));
     painter.drawText(circle, Qt::AlignCenter, state.number);
 }
 
@@ -96,13 +103,19 @@ void paintDial(QPainter &painter, const QRectF &rect, const DialState &state)
     QRectF circle(0.0, 0.0, side, side);
     circle.moveCenter(rect.center());
     painter.setRenderHint(QPainter::Antialiasing);
+    const bool isClosed = state.share <= 0.0;
+    if (isClosed && !state.hovered && !state.focused) {
+        paintDot(painter, circle, state);
+        return;
+    }
     paintFace(painter, circle, state);
     paintGauge(painter, circle, state);
     paintTick(painter, circle, state);
-    paintPointer(painter, circle, state);
+    if (!isClosed)
+        paintPointer(painter, circle, state);
     paintNumber(painter, circle, state);
     if (state.focused)
-        paintFocusFrame(painter, rect, state.accent);
+        paintFocusFrame(painter, rect, state.frame);
 }
 
 } // namespace vm

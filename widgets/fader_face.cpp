@@ -4,6 +4,7 @@
 #include "widgets/meter_face.h"
 #include "widgets/paint_tools.h"
 
+#include <QCoreApplication>
 #include <QPainter>
 
 #include <array>
@@ -12,12 +13,13 @@ namespace vm {
 
 namespace {
 
-constexpr int handleWidth = 22;
-constexpr int handleHeight = 16;
-constexpr int numbersWidth = 19;
+constexpr int handleWidth = 24;
+constexpr int handleHeight = 30;
+constexpr int numbersWidth = 18;
 constexpr int meterWidth = 12;
 constexpr int gap = 1;
 constexpr int grooveWidth = 4;
+constexpr int readoutHeight = 15;
 constexpr int numberPixels = 9; // font size
 constexpr double disabledContrast = 0.45;
 
@@ -57,26 +59,35 @@ void paintMarks(QPainter &painter, const FaderGeometry &geometry, const FaderSta
     }
 }
 
-void paintNumbers(QPainter &painter, const FaderGeometry &geometry, const FaderState &state)
+void paintNumber(QPainter &painter, const FaderState &state, const QRect &box, const QString &text, bool bold)
 {
     QFont font = state.font;
     font.setPixelSize(numberPixels);
+    font.setBold(bold);
+    font.setStretch(text.size() > 3 ? QFont::SemiCondensed : QFont::Unstretched);
+    painter.setFont(font);
+    painter.setPen(shade(state, bold ? 1.0 : 0.75));
+    painter.drawText(box.adjusted(-3, -2, 3, 2), Qt::AlignCenter, text);
+}
+
+void paintNumbers(QPainter &painter, const FaderGeometry &geometry, const FaderState &state)
+{
+    const QRect column = geometry.numbers();
+    const QRect travel = geometry.travel();
+    const auto boxAt = [&column](int row) {
+        return QRect(column.x(), row - numberPixels / 2 - 1, column.width(), numberPixels + 2);
+    };
     QRegion taken;
     for (const double dB : marks) {
-        if (dB > state.highest)
-            continue;
-        const qreal row = rowOf(geometry.travel(), travelShare(dB, state.highest));
-        const QRect column = geometry.numbers();
-        const QRect box(column.x(), qRound(row) - numberPixels / 2 - 1, column.width(), numberPixels + 2);
-        if (taken.intersects(box))
+        const bool isEnd = dB == state.highest || dB == lowestLevel;
+        const QRect box = boxAt(qRound(rowOf(travel, travelShare(dB, state.highest))));
+        if (dB > state.highest || (isEnd && !state.endsNumbered) || taken.intersects(box))
             continue;
         taken |= box;
-        font.setBold(dB == 0.0);
-        font.setStretch(dB <= -100.0 ? QFont::SemiCondensed : QFont::Unstretched);
-        painter.setFont(font);
-        painter.setPen(shade(state, dB == 0.0 ? 1.0 : 0.75));
-        painter.drawText(box.adjusted(-3, -2, 3, 2), Qt::AlignCenter, QString::number(dB));
+        paintNumber(painter, state, box, QString::number(dB), dB == 0.0);
     }
+    const int unitRow = state.endsNumbered ? travel.top() - numberPixels - 2 : travel.top();
+    paintNumber(painter, state, boxAt(unitRow), QCoreApplication::translate("vm", "dB"), false);
 }
 
 void paintGroove(QPainter &painter, const FaderGeometry &geometry, const FaderState &state)
@@ -92,22 +103,31 @@ void paintGroove(QPainter &painter, const FaderGeometry &geometry, const FaderSt
     painter.drawRoundedRect(below, 2.0, 2.0);
 }
 
+/// The line across its middle points at the level.
 void paintHandle(QPainter &painter, const FaderGeometry &geometry, const FaderState &state)
 {
     QRectF handle = geometry.handle(state.share);
     handle.moveTop(snapped(handle.top(), state.pixelRatio));
-    const double light = state.hovered ? 0.90 : 0.78;
+    const double light = state.hovered ? 0.92 : 0.80;
     QLinearGradient body(handle.topLeft(), handle.bottomLeft());
     body.setColorAt(0.0, shade(state, light));
-    body.setColorAt(0.5, shade(state, light - 0.18));
-    body.setColorAt(1.0, shade(state, light - 0.06));
-    painter.setPen(QPen(shade(state, 0.10), 1.0));
+    body.setColorAt(0.22, shade(state, light - 0.12));
+    body.setColorAt(0.5, shade(state, light - 0.32));
+    body.setColorAt(0.78, shade(state, light - 0.12));
+    body.setColorAt(1.0, shade(state, light - 0.25));
+    painter.setPen(QPen(shade(state, 0.05), 1.0));
     painter.setBrush(body);
     painter.drawRoundedRect(handle.adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
     painter.setRenderHint(QPainter::Antialiasing, false);
-    painter.fillRect(
-        sharpLine(handle.x() + 2.0, handle.center().y(), handle.width() - 4.0, 2.0, state.pixelRatio),
-        state.accent);
+    const auto line = [&](double offset, double height, double inset, const QColor &color) {
+        painter.fillRect(sharpLine(handle.x() + inset, handle.center().y() + offset,
+                                   handle.width() - 2.0 * inset, height, state.pixelRatio),
+                         color);
+    };
+    for (const double offset : {-9.0, -6.0, 6.0, 9.0})
+        line(offset, 1.0, 5.0, shade(state, light - 0.42));
+    line(0.0, 4.0, 1.0, shade(state, 0.05));
+    line(0.0, 2.0, 1.0, shade(state, 1.0));
 }
 
 } // namespace
@@ -119,7 +139,7 @@ FaderGeometry::FaderGeometry(const QRect &area)
 
 QRect FaderGeometry::travel() const
 {
-    return m_area.adjusted(0, handleHeight / 2 + 1, 0, -handleHeight / 2 - 1);
+    return m_area.adjusted(0, readoutHeight + handleHeight / 2 + 1, 0, -handleHeight / 2 - 1);
 }
 
 QRect FaderGeometry::groove() const
@@ -138,6 +158,12 @@ QRect FaderGeometry::meter() const
     return {m_area.right() + 1 - meterWidth, travel().y() - above, meterWidth, travel().height() + above};
 }
 
+QRect FaderGeometry::readout() const
+{
+    const int width = numbersWidth + gap + meterWidth;
+    return {m_area.right() + 1 - width, m_area.y(), width, readoutHeight};
+}
+
 QRectF FaderGeometry::handle(double share) const
 {
     return {qreal(m_area.x()), rowOf(travel(), share) - handleHeight / 2.0, qreal(handleWidth),
@@ -146,7 +172,7 @@ QRectF FaderGeometry::handle(double share) const
 
 QRect FaderGeometry::focusFrame() const
 {
-    return m_area.adjusted(-1, 0, 1, 0);
+    return m_area.adjusted(-1, readoutHeight + 1, 1, 0);
 }
 
 void paintFader(QPainter &painter, const FaderGeometry &geometry, const FaderState &state)
@@ -155,7 +181,7 @@ void paintFader(QPainter &painter, const FaderGeometry &geometry, const FaderSta
     paintNumbers(painter, geometry, state);
     paintGroove(painter, geometry, state);
     if (state.focused)
-        paintFocusFrame(painter, geometry.focusFrame(), state.accent);
+        paintFocusFrame(painter, geometry.focusFrame(), state.text);
     paintHandle(painter, geometry, state);
 }
 

@@ -9,7 +9,7 @@ class QPainter;
 namespace vm {
 
 /// Where the parts of a fader stand: groove and handle on the left, the numbers of the scale beside them,
-/// the meter on the right, all on one travel.
+/// the meter with its read-out above it on the right, all on one travel.
 class FaderGeometry
 {
 public:
@@ -23,6 +23,7 @@ public:
     QRect numbers() const;
     /// The meter reaches above the travel with its clip mark.
     QRect meter() const;
+    QRect readout() const;
     /// The handle with its middle at a share of the travel.
     QRectF handle(double share) const;
     /// Around everything that the keys act on.
@@ -37,6 +38,7 @@ struct FaderState
 {
     double share = 0.0; ///< of the travel, where the handle stands
     double highest = 20.0; ///< dB at the top
+    bool endsNumbered = true; ///< false where numbers of the owner stand at the ends
     QColor accent;
     QColor window;
     QColor text;

@@ -37,7 +37,8 @@ QColor LevelControl::accentColor() const
     if (!isEnabled())
         return vm::mixed(palette().color(QPalette::Active, QPalette::Window),
                          palette().color(QPalette::Active, QPalette::WindowText), 0.3);
-    return m_accent.isValid() ? m_accent : palette().color(QPalette::Active, QPalette::Highlight);
+    return vm::seenOn(palette().color(QPalette::Active, QPalette::Window),
+                      m_accent.isValid() ? m_accent : palette().color(QPalette::Active, QPalette::Highlight));
 }
 
 void LevelControl::setAccentColor(const QColor &color)

@@ -21,7 +21,8 @@ class LevelEntry;
 class LevelControl : public QWidget
 {
     Q_OBJECT
-    /// Colour of the part that shows the level; the palette's highlight unless set.
+    /// Colour of the part that shows the level; the palette's highlight unless set. Drawn darker or lighter
+    /// where it would not be seen on the window's colour.
     Q_PROPERTY(QColor accentColor READ accentColor WRITE setAccentColor)
 
 public:

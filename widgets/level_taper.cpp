@@ -59,6 +59,12 @@ double wholeLevel(double dB)
     return std::round(dB) + 0.0; // no negative zero, which would be written "-0"
 }
 
+QString levelNumber(double dB)
+{
+    const double whole = wholeLevel(dB);
+    return (whole > 0.0 ? QStringLiteral("+%1") : QStringLiteral("%1")).arg(whole);
+}
+
 QString levelText(double dB)
 {
     return QCoreApplication::translate("vm", "%1 dB").arg(wholeLevel(dB));

@@ -19,6 +19,9 @@ double levelAtShare(double share, double highest = highestLevel);
 /// The whole decibel that is shown for a level; halves away from zero.
 double wholeLevel(double dB);
 
+/// "-12", "0" or "+3": the whole decibel that is shown, with its sign.
+QString levelNumber(double dB);
+
 /// "-12 dB", rounded to the whole decibel that is shown.
 QString levelText(double dB);
 

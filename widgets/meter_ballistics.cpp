@@ -23,7 +23,7 @@ void MeterBallistics::arrive(double dB, qint64 now)
         m_peak = m_target;
         m_peakSince = now;
     }
-    m_clipped = m_clipped || dB >= clipLevel;
+    m_maximum = std::max(m_maximum, m_target);
 }
 
 void MeterBallistics::advance(qint64 now)

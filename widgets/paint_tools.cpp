@@ -15,6 +15,32 @@ QColor mixed(const QColor &first, const QColor &second, double share)
                             between(first.blueF(), second.blueF()), first.alphaF());
 }
 
+namespace {
+
+double luminance(const QColor &color)
+{
+    const auto linear
+        = [](double part) { return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4); };
+    return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double contrast(const QColor &one, const QColor &other)
+{
+    const auto [darker, lighter] = std::minmax({luminance(one), luminance(other)});
+    return (lighter + 0.05) / (darker + 0.05);
+}
+
+} // namespace
+
+QColor seenOn(const QColor &ground, const QColor &color)
+{
+    const QColor far = luminance(ground) > 0.18 ? Qt::black : Qt::white;
+    QColor mark = color;
+    for (double share = 0.1; share < 1.0 && contrast(mark, ground) < 3.0; share += 0.1)
+        mark = mixed(color, far, share);
+    return mark;
+}
+
 qreal snapped(qreal coordinate, qreal pixelRatio)
 {
     return std::round(coordinate * pixelRatio) / pixelRatio;
@@ -30,9 +56,9 @@ void paintFocusFrame(QPainter &painter, const QRectF &rect, const QColor &color)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, 1.0));
+    painter.setPen(QPen(color, 1.5));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(rect.adjusted(0.5, 0.5, -0.5, -0.5), 3.0, 3.0);
+    painter.drawRoundedRect(rect.adjusted(0.75, 0.75, -0.75, -0.75), 4.0, 4.0);
     painter.restore();
 }
 

@@ -12,6 +12,10 @@ namespace vm {
 /// `share` (0 to 1) of the second colour mixed into the first; the first one's opacity stays.
 QColor mixed(const QColor &first, const QColor &second, double share);
 
+/// The colour, mixed with black or white until a mark of it is seen on the ground: a contrast of 3 : 1, as
+/// the Web Content Accessibility Guidelines (WCAG 2.1, 1.4.11) count it.
+QColor seenOn(const QColor &ground, const QColor &color);
+
 /// A logical coordinate moved to the nearest edge of a device pixel, so that lines stay sharp at any scale.
 qreal snapped(qreal coordinate, qreal pixelRatio);
 

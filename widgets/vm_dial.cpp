@@ -6,6 +6,12 @@
 #include <QPainter>
 #include <QSignalBlocker>
 
+namespace {
+
+constexpr double restAtZero = 0.03; // share of a drag from end to end
+
+} // namespace
+
 VmDial::VmDial(QWidget *parent)
     : LevelControl(parent)
 {
@@ -40,12 +46,16 @@ double VmDial::doubleClickLevel() const
 
 double VmDial::shareOf(double dB) const
 {
-    return (dB - vm::lowestLevel) / (highest() - vm::lowestLevel);
+    const double rested = dB > 0.0 ? 1.0 : dB < 0.0 ? 0.0 : 0.5;
+    return vm::travelShare(dB, highest()) * (1.0 - restAtZero) + rested * restAtZero;
 }
 
 double VmDial::levelAt(double share) const
 {
-    return vm::lowestLevel + share * (highest() - vm::lowestLevel);
+    const double zero = vm::travelShare(0.0, highest()) * (1.0 - restAtZero);
+    if (share > zero && share < zero + restAtZero)
+        return 0.0;
+    return vm::levelAtShare((share > zero ? share - restAtZero : share) / (1.0 - restAtZero), highest());
 }
 
 LevelEntry *VmDial::openEntry()
@@ -97,13 +107,14 @@ void VmDial::paintEvent(QPaintEvent *)
 {
     const QColor paletteText = palette().color(QPalette::Active, QPalette::WindowText);
     vm::DialState state;
-    state.share = shareOf(level());
-    state.tick = shareOf(0.0);
-    state.number = QString::number(vm::wholeLevel(level()));
+    state.share = vm::travelShare(level(), highest());
+    state.tick = vm::travelShare(0.0, highest());
+    state.number = vm::levelNumber(level());
     state.font = font();
     state.text = m_textColor.isValid() ? m_textColor : paletteText;
     state.base = m_baseColor.isValid() ? m_baseColor : paletteText;
     state.accent = accentColor();
+    state.frame = paletteText;
     state.gauge = m_gaugeSize;
     state.hovered = underMouse() && isEnabled();
     state.focused = hasFocus();

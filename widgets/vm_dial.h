@@ -4,9 +4,10 @@
 
 #include <QColor>
 
-/// A rotary dial for one level from -100 to +20 dB, with the number drawn inside its gauge. At -100 dB the
-/// gauge is empty, so that the levels in use stand out in a matrix of dials. The full range is a drag of two
-/// dial heights; a double-click goes to 0 dB from -100 dB, and to -100 dB from any other level.
+/// A rotary dial for one level from -100 to +20 dB on the fader's scale, with the number drawn inside its
+/// gauge. At -100 dB it is a dot, so that the levels in use stand out in a matrix of dials. The full range is
+/// a drag of four dial heights, which rests a little at 0 dB; a double-click goes to 0 dB from -100 dB, and
+/// to -100 dB from any other level.
 class VmDial : public LevelControl
 {
     Q_OBJECT
@@ -34,7 +35,7 @@ public:
 
 protected:
     double doubleClickLevel() const override;
-    double dragLength() const override { return 2.0 * height(); }
+    double dragLength() const override { return 4.0 * height(); }
     double shareOf(double dB) const override;
     double levelAt(double share) const override;
     LevelEntry *openEntry() override;

@@ -1,6 +1,7 @@
 #include "widgets/vm_dsp_gain.h"
 
 #include "widgets/level_entry.h"
+#include "widgets/peak_readout.h"
 #include "widgets/vm_meter.h"
 
 #include <QDynamicPropertyChangeEvent>
@@ -21,6 +22,7 @@ VmDspGain::VmDspGain(QWidget *parent)
     : LevelControl(parent)
     , m_label(new QLabel(tr("Gain"), this))
     , m_meter(new VMMeter(this))
+    , m_readout(new PeakReadout(m_meter, this))
     , m_entry(new LevelEntry(this))
     , m_button1(addButton("button1"))
     , m_button2(addButton("button2"))
@@ -30,7 +32,7 @@ VmDspGain::VmDspGain(QWidget *parent)
     m_label->setAlignment(Qt::AlignCenter);
     m_label->hide();
     m_meter->setObjectName(QStringLiteral("meter"));
-    m_meter->setToolTip(tr("Level in dB. Click to clear the clip mark."));
+    m_meter->setToolTip(tr("Level in dB. Click to clear peak and clip mark."));
     m_entry->setObjectName(QStringLiteral("numericEntry"));
     m_entry->setAccessibleName(tr("Gain in dB"));
     m_entry->setRange(vm::lowestLevel, highest());
@@ -117,6 +119,12 @@ void VmDspGain::setButton2_text(const QString &text)
     m_button2->setText(text);
 }
 
+void VmDspGain::setEndsNumbered(bool numbered)
+{
+    m_endsNumbered = numbered;
+    update();
+}
+
 QSize VmDspGain::sizeHint() const
 {
     return smallest.expandedTo({0, 240});
@@ -180,6 +188,7 @@ void VmDspGain::placeParts()
     layout()->activate();
     m_geometry = vm::FaderGeometry(m_room->geometry());
     m_meter->setGeometry(m_geometry.meter());
+    m_readout->setGeometry(m_geometry.readout());
     update();
 }
 
@@ -188,6 +197,7 @@ void VmDspGain::paintEvent(QPaintEvent *)
     vm::FaderState state;
     state.share = shareOf(level());
     state.highest = highest();
+    state.endsNumbered = m_endsNumbered;
     state.accent = accentColor();
     state.window = palette().color(QPalette::Active, QPalette::Window);
     state.text = palette().color(QPalette::Active, QPalette::WindowText);

@@ -9,6 +9,7 @@ class QDoubleSpinBox;
 class QLabel;
 class QPushButton;
 class QSpacerItem;
+class PeakReadout;
 class VMMeter;
 
 /// A gain fader from -100 dB up to its highest gain, with a level meter on the same scale beside it and a
@@ -32,6 +33,8 @@ public:
 
     /// The meter beside the fader; owned by the fader.
     VMMeter *getMeter() const { return m_meter; }
+    /// The meter's loudest level as a number; owned by the fader.
+    PeakReadout *peakReadout() const { return m_readout; }
     /// The entry below the fader, "numericEntry"; owned by the fader. Whole decibels in steps of 1 dB.
     /// Whatever changes its value from outside counts as a change by the user.
     QDoubleSpinBox *numericEntry() const;
@@ -48,7 +51,9 @@ public:
     void setButton1_text(const QString &text);
     void setButton2_text(const QString &text);
 
-    /// The rows between the lowest (bottom) and highest (top) gain, for an owner that draws a scale beside.
+    /// False for an owner that has numbers of its own at the ends of the scale, beside travelRect().
+    void setEndsNumbered(bool numbered);
+    /// The rows between the lowest (bottom) and highest (top) gain.
     QRect travelRect() const { return m_geometry.travel(); }
 
     QSize sizeHint() const override;
@@ -75,9 +80,11 @@ private:
 
     QLabel *m_label;
     VMMeter *m_meter;
+    PeakReadout *m_readout;
     LevelEntry *m_entry;
     QPushButton *m_button1;
     QPushButton *m_button2;
     QSpacerItem *m_room = nullptr; // for groove, scale and meter; owned by the layout
     vm::FaderGeometry m_geometry;
+    bool m_endsNumbered = true;
 };

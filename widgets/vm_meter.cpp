@@ -42,9 +42,12 @@ void VMMeter::takeLevels()
     if (m_loudest == nothingArrived)
         return;
     const qint64 now = m_ticker->now();
+    const double before = maximum();
     m_ballistics.arrive(m_loudest, now);
     m_ballistics.arrive(m_value, now);
     m_loudest = nothingArrived;
+    if (maximum() > before)
+        emit maximumChanged();
 }
 
 void VMMeter::setHighest(double dB)
@@ -54,16 +57,12 @@ void VMMeter::setHighest(double dB)
     update();
 }
 
-bool VMMeter::isClipped() const
-{
-    return m_ballistics.isClipped() || m_loudest >= vm::MeterBallistics::clipLevel;
-}
-
-void VMMeter::clearClip()
+void VMMeter::clearMaximum()
 {
     takeLevels();
-    m_ballistics.clearClip();
+    m_ballistics.clearMaximum();
     refresh();
+    emit maximumChanged();
 }
 
 bool VMMeter::advanceTo(qint64 now)
@@ -110,12 +109,12 @@ void VMMeter::paintEvent(QPaintEvent *)
 void VMMeter::mousePressEvent(QMouseEvent *event)
 {
     if (event->button() == Qt::LeftButton)
-        clearClip();
+        clearMaximum();
     else
         event->ignore();
 }
 
-/// Kept from the fader behind the meter, which would take the second click on a clip mark for its own.
+/// Kept from the fader behind the meter, which would take the second click for its own.
 void VMMeter::mouseDoubleClickEvent(QMouseEvent *event)
 {
     mousePressEvent(event);

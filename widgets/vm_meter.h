@@ -12,8 +12,8 @@
 class AccessibleLevels;
 
 /// A level meter from -100 to +20 dB on the fader's IEC-style scale: instant attack, falling 11.8 dB a
-/// second, a peak line held for 1.5 s and a clip mark that stays until it is clicked. Green below -20 dB,
-/// yellow below -9 dB, red above.
+/// second, a peak line held for 1.5 s and a clip mark that stays until the meter is clicked. Green below -20
+/// dB, yellow below -9 dB, red above.
 class VMMeter : public QWidget, private vm::Animated
 {
     Q_OBJECT
@@ -33,15 +33,20 @@ public:
     double highest() const { return m_highest; }
     void setHighest(double dB);
 
-    /// A level of 0 dB or more was set since the mark was last cleared.
-    bool isClipped() const;
-    void clearClip();
+    /// dB, the loudest level shown since it was last cleared; vm::lowestLevel when there was none. The clip
+    /// mark is on from 0 dB on.
+    double maximum() const { return m_ballistics.maximum(); }
+    bool isClipped() const { return m_ballistics.isClipped(); }
+    void clearMaximum();
 
     /// The part of the meter in which the bar moves; the clip mark is above it.
     QRect travelRect() const { return vm::MeterFace::travel(size()); }
 
     QSize sizeHint() const override { return {12, 200}; }
     QSize minimumSizeHint() const override { return {6, 40}; }
+
+signals:
+    void maximumChanged();
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -31,7 +31,7 @@ Step moveFader(Guide &guide)
         [&guide] {
             QWidget *fader = faderOf(guide, netRx(), 0);
             return hands::drag(fader, fader ? QPoint(fader->width() / 4, fader->height() / 2) : QPoint(),
-                               {0, 30});
+                               {0, 24});
         },
         RxGain);
     step = alsoNeeds(step, [&guide] {

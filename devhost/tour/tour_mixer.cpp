@@ -87,7 +87,7 @@ Step turnDial(Guide &guide)
         QStringLiteral("turn the dial of Tone Gen to Net TX 2, and that meter follows"),
         [&guide] {
             QWidget *dial = dialOf(guide, ToneGen, NetTx2);
-            return hands::drag(dial, dial ? dial->rect().center() : QPoint(), {0, -100});
+            return hands::drag(dial, dial ? dial->rect().center() : QPoint(), {0, -166});
         },
         MixerPath);
     step = alsoNeeds(step, [&guide] {

@@ -1,12 +1,32 @@
 #include "dsp/matrix_mixer_form.h"
 #include "widgets/vm_dial.h"
 
+#include <QAccessible>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QTableWidget>
 #include <QTest>
 
-/// The mixer's section: what is written into it, and what the mixer shows of odd ones.
+namespace {
+
+QStringList labels(const char *text)
+{
+    return QString::fromLatin1(text).split(QLatin1Char(','));
+}
+
+/// The names of all that a screen reader finds, one a line.
+QString namesIn(QAccessibleInterface *part)
+{
+    QString names = part->text(QAccessible::Name) + QLatin1Char('\n');
+    for (int child = 0; child < part->childCount(); ++child)
+        names += namesIn(part->child(child));
+    return names;
+}
+
+} // namespace
+
+/// The mixer: what is written into its section, what it shows of odd ones, and how the user gets around in
+/// it.
 class MatrixMixerTest : public QObject
 {
     Q_OBJECT
@@ -15,6 +35,7 @@ private slots:
     void storesOneCrosspoint();
     void showsItsSection_data();
     void showsItsSection();
+    void leadsTheUserAround();
 };
 
 void MatrixMixerTest::storesOneCrosspoint()
@@ -45,7 +66,6 @@ void MatrixMixerTest::showsItsSection_data()
 void MatrixMixerTest::showsItsSection()
 {
     QFETCH(QByteArray, json);
-    const auto labels = [](const char *text) { return QString::fromLatin1(text).split(QLatin1Char(',')); };
     QJsonObject section{{QStringLiteral("value"), 1}};
     MatrixMixerForm form(labels("R1,R2,R3,R4,U1,U2,B1,B2,Cue,Tone"), labels("T1,T2,T3,T4,U|1,U|2,B|1"),
                          &section);
@@ -59,6 +79,41 @@ void MatrixMixerTest::showsItsSection()
     form.onDataChanged();
     QTEST(level(0, 0), "first");
     QTEST(level(2, 5), "other");
+}
+
+void MatrixMixerTest::leadsTheUserAround()
+{
+    const QJsonObject section;
+    MatrixMixerForm form(labels("R1,R2,R3,R4,U1,U2,B1,B2,Cue,Tone"), labels("T1,T2,T3,T4,U|1,U|2,B|1"),
+                         &section);
+    auto *table = form.findChild<QTableWidget *>(QStringLiteral("tableWidget"));
+    const auto dial = [table](int source, int sink) {
+        return table->cellWidget(source + 1, sink + 1)->findChild<VmDial *>();
+    };
+    QCOMPARE(form.size(), QSize(601, 690));
+    form.resize(400, 400);
+    form.show();
+    form.activateWindow();
+    QVERIFY(QTest::qWaitForWindowActive(&form));
+    form.onUsbMode(1, 0); // the eighth source is not available
+    dial(0, 0)->setFocus();
+    for (int step = 0; step < 7; ++step)
+        QTest::keyClick(form.focusWidget(), Qt::Key_Down);
+    QTest::keyClick(form.focusWidget(), Qt::Key_Right);
+    QCOMPARE(form.focusWidget(), dial(8, 1));
+    // In sight, and so are the headers.
+    const auto placeOf = [table](const QWidget *part) {
+        return QRect(part->mapTo(table->viewport(), QPoint()), part->size());
+    };
+    QVERIFY(table->viewport()->rect().adjusted(153, 50, 0, 0).contains(placeOf(dial(8, 1))));
+    QCOMPARE(placeOf(table->cellWidget(0, 2)).y(), 0);
+    QCOMPARE(placeOf(table->cellWidget(9, 0)).x(), 0);
+    QTest::keyClick(form.focusWidget(), Qt::Key_PageUp);
+    QCOMPARE(dial(8, 1)->Val(), 6.0);
+
+    const QString names = namesIn(QAccessible::queryAccessibleInterface(&form));
+    for (const char *name : {"R1 to U 1, 0 dB", "Cue to T2, 6 dB", "Clear", "Frequency", "Level", "Enable"})
+        QVERIFY2(names.contains(QLatin1Char('\n') + QLatin1String(name) + QLatin1Char('\n')), name);
 }
 
 QTEST_MAIN(MatrixMixerTest)

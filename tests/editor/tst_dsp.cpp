@@ -246,7 +246,7 @@ void DspTest::dialsAreSentTogether()
 {
     BlockEditor *mixer = openMixer();
     for (int turn = 0; turn < 5; ++turn)
-        QTest::keyClick(dialAt(mixer, 2, 5), Qt::Key_Up);
+        QTest::keyClick(dialAt(mixer, 2, 5), Qt::Key_Up, Qt::ControlModifier);
     // Halves go up.
     emit qobject_cast<MatrixMixerForm *>(mixer)->uiMixChanged({{9, 0}, {CrosspointLevel, 2.5}});
     emit qobject_cast<MatrixMixerForm *>(mixer)->uiMixChanged({{8, 0}, {CrosspointLevel, -2.5}});

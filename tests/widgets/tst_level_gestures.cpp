@@ -96,7 +96,7 @@ void TestLevelGestures::init()
     m_fader = new VmDspGain(m_window.data());
     m_fader->setGeometry(0, 0, 57, 300);
     m_dial = new VmDial(m_window.data());
-    m_dial->setGeometry(100, 0, 60, 60); // one pixel of a drag is one dB
+    m_dial->setGeometry(100, 0, 60, 60);
     m_window->show();
     m_window->activateWindow();
     QVERIFY(QTest::qWaitForWindowActive(m_window.data()));
@@ -167,18 +167,22 @@ void TestLevelGestures::drag()
     QCOMPARE(dragged(m_fader, 0.0, 34), 10.0); // along the scale
     QCOMPARE(dragged(m_fader, 0.0, 101, Qt::ControlModifier), 3.0);
     QCOMPARE(dragged(m_fader, 0.0, 500), 20.0);
-    QCOMPARE(dragged(m_dial, -100.0, 121), 20.0);
+    QCOMPARE(dragged(m_dial, -100.0, 241), 20.0); // four dial heights
+    QCOMPARE(dragged(m_dial, -6.0, 24), 0.0); // rests at 0 dB
+    QCOMPARE(dragged(m_dial, -6.0, 30), 0.0);
+    QCOMPARE(dragged(m_dial, -6.0, 34), 1.0);
+    QCOMPARE(dragged(m_dial, 6.0, -36), -1.0);
 }
 
 void TestLevelGestures::aLevelSetByProgramInterruptsNoDrag()
 {
-    m_dial->setVal(-60.0);
-    Drag drag(m_dial);
-    drag.up(11);
-    m_dial->setVal(-90.0);
-    QCOMPARE(m_dial->Val(), -90.0);
-    drag.up(1);
-    QCOMPARE(m_dial->Val(), -49.0);
+    m_fader->setGain(0.0);
+    Drag drag(m_fader);
+    drag.up(34);
+    m_fader->setGain(-90.0);
+    QCOMPARE(m_fader->Gain(), -90.0);
+    drag.up(33);
+    QCOMPARE(m_fader->Gain(), 20.0);
 }
 
 void TestLevelGestures::doubleClick()

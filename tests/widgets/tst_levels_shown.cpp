@@ -1,5 +1,6 @@
 #include "widgets/level_taper.h"
 #include "widgets/meter_ballistics.h"
+#include "widgets/peak_readout.h"
 #include "widgets/vm_dial.h"
 #include "widgets/vm_dsp_gain.h"
 #include "widgets/vm_led.h"
@@ -20,7 +21,7 @@ private slots:
     void keepsWhatIsSetSilently();
     void everyWholeDecibelHasItsOwnPlace();
     void movesLikeAMeter();
-    void clickClearsTheClipMark();
+    void clickClearsPeakAndClipMark();
     void ledShowsItsState();
 };
 
@@ -78,7 +79,7 @@ void TestLevelsShown::movesLikeAMeter()
     QCOMPARE(meter.bar(), -100.0); // half a second without a level
 }
 
-void TestLevelsShown::clickClearsTheClipMark()
+void TestLevelsShown::clickClearsPeakAndClipMark()
 {
     VmDspGain fader;
     fader.resize(57, 260);
@@ -86,12 +87,17 @@ void TestLevelsShown::clickClearsTheClipMark()
     fader.show();
     VMMeter *meter = fader.getMeter();
     const QImage empty = meter->grab().toImage();
-    meter->setDbValuePort1(0.0);
-    meter->setDbValuePort1(-90.0);
-    QVERIFY(meter->isClipped());
-    QVERIFY(meter->grab().toImage().pixel(6, 3) != empty.pixel(6, 3));
+    PeakReadout *readout = fader.peakReadout();
+    for (QWidget *clicked : {static_cast<QWidget *>(meter), static_cast<QWidget *>(readout)}) {
+        meter->setDbValuePort1(3.0);
+        meter->setDbValuePort1(-90.0);
+        QTRY_COMPARE(readout->text(), QStringLiteral("+3"));
+        QVERIFY(meter->grab().toImage().pixel(6, 3) != empty.pixel(6, 3));
+        QTest::mouseClick(clicked, Qt::LeftButton);
+        QCOMPARE(readout->text(), QStringLiteral("–"));
+        QVERIFY(!meter->isClipped());
+    }
     QTest::mouseDClick(meter, Qt::LeftButton);
-    QVERIFY(!meter->isClipped());
     QCOMPARE(fader.Gain(), -12.0);
 }
 
