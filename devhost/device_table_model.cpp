@@ -1,6 +1,7 @@
 #include "devhost/device_table_model.h"
 
 #include "devhost/host.h"
+#include "devhost/icons.h"
 #include "devhost/known_device.h"
 #include "devhost/look.h"
 #include "devhost/plain_text.h"
@@ -54,6 +55,7 @@ DeviceTableModel::DeviceTableModel(Host *host, QObject *parent)
         refresh(name);
     });
     connect(host->sessions(), &EditorSessions::closed, this, &DeviceTableModel::refresh);
+    connect(host->refusals(), &Refusals::changed, this, &DeviceTableModel::refresh);
 }
 
 // By name, so that a device is found in the same place each time.
@@ -118,6 +120,17 @@ QString DeviceTableModel::statusOf(const KnownDevice &device) const
     return device.isPresent() ? tr("Double-click to open the editor") : tr("Waiting for its return");
 }
 
+QString DeviceTableModel::statusWithMarks(const KnownDevice &device) const
+{
+    QStringList parts;
+    if (const int refused = m_host->refusals()->count(device.name()))
+        parts.append(tr("%1 refused").arg(refused));
+    const EditorSession *session = m_host->sessions()->session(device.name());
+    if (session && !session->hint().isEmpty())
+        parts.append(session->hint());
+    return (parts << statusOf(device)).join(QStringLiteral("  \u00b7  "));
+}
+
 QString DeviceTableModel::shown(const KnownDevice &device, int column) const
 {
     switch (column) {
@@ -134,14 +147,24 @@ QString DeviceTableModel::shown(const KnownDevice &device, int column) const
     case Version:
         return pxDevice::versionToText(device.firmwareVersion());
     default:
-        return statusOf(device);
+        return statusWithMarks(device);
     }
+}
+
+QVariant DeviceTableModel::markOf(const KnownDevice &device, int column) const
+{
+    if (column == Presence)
+        return presenceIcon(device.isPresent());
+    const bool refused = column == Status && m_host->refusals()->count(device.name()) > 0;
+    return refused ? QVariant(drawnIcon(Picture::Refused)) : QVariant();
 }
 
 QVariant DeviceTableModel::colorOf(const KnownDevice &device, int column) const
 {
     if (column == Presence)
         return lookColor(device.isPresent() ? "present" : "lost");
+    if (column == Status && m_host->refusals()->count(device.name()) > 0)
+        return lookColor("refused");
     const EditorSession *session = m_host->sessions()->session(device.name());
     if (column == Status && session && session->isStatusHighlighted())
         return lookColor("changed");
@@ -158,7 +181,7 @@ QVariant DeviceTableModel::data(const QModelIndex &index, int role) const
     case Qt::ToolTipRole:
         return plainTip(shown(device, index.column()));
     case Qt::DecorationRole:
-        return index.column() == Presence ? QVariant(presenceIcon(device.isPresent())) : QVariant();
+        return markOf(device, index.column());
     case Qt::ForegroundRole:
         return colorOf(device, index.column());
     default:

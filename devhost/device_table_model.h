@@ -33,6 +33,9 @@ private:
     int rowOf(const QString &name) const;
     void refresh(const QString &deviceName);
     QString statusOf(const KnownDevice &device) const;
+    /// With what the host has to say about it before what the plugin says.
+    QString statusWithMarks(const KnownDevice &device) const;
+    QVariant markOf(const KnownDevice &device, int column) const;
     QString shown(const KnownDevice &device, int column) const;
     QVariant colorOf(const KnownDevice &device, int column) const;
 

@@ -49,11 +49,12 @@ void EditorSession::connectTraffic()
 {
     DeviceTransport *text = m_place.text;
     DeviceTransport *aes67 = m_place.aes67;
-    const auto sendText = [text](const QString &name, pxDevice::e_dev_type, const QByteArray &bytes) {
+    const auto sendText = [this, text](const QString &name, pxDevice::e_dev_type, const QByteArray &bytes) {
         text->send(name, bytes);
+        emit sentText(bytes);
     };
-    connect(m_plugin, &PlexoPlugin::sendVelmarAsciiMsg, text, sendText);
-    connect(m_plugin, &PlexoPlugin::sendVelmarAsciiMsgNoWait, text, sendText);
+    connect(m_plugin, &PlexoPlugin::sendVelmarAsciiMsg, this, sendText);
+    connect(m_plugin, &PlexoPlugin::sendVelmarAsciiMsgNoWait, this, sendText);
     connect(m_plugin, &PlexoPlugin::sendVelmarAES67Msg, aes67,
             [aes67](const QString &name, pxDevice::e_dev_type, const QByteArray &bytes) {
                 aes67->send(name, bytes);
@@ -157,6 +158,19 @@ void EditorSession::setInterfaceIndex(int index)
         m_plugin->setNetInterfaceIndex(index);
 }
 
+int EditorSession::waitingRequests() const
+{
+    return m_plugin ? m_plugin->waitingRequests() : 0;
+}
+
+void EditorSession::setHint(const QString &hint)
+{
+    if (m_hint == hint)
+        return;
+    m_hint = hint;
+    emit statusChanged();
+}
+
 QByteArray EditorSession::snapshot() const
 {
     QByteArray bytes;
@@ -172,8 +186,10 @@ bool EditorSession::acceptsSnapshot(const QByteArray &snapshot) const
 
 void EditorSession::applySnapshot(const QByteArray &snapshot)
 {
-    if (m_plugin)
-        m_plugin->applySnapshot(snapshot);
+    if (!m_plugin)
+        return;
+    emit applyingSnapshot(snapshot);
+    m_plugin->applySnapshot(snapshot);
 }
 
 bool EditorSession::storePreset(int number)

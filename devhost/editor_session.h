@@ -57,6 +57,12 @@ public:
     bool storePreset(int number);
     bool recallPreset(int number);
 
+    /// Requests that wait for a reply or to be sent.
+    int waitingRequests() const;
+    /// What the host adds to the status.
+    QString hint() const { return m_hint; }
+    void setHint(const QString &hint);
+
     /// The last status the plugin gave, and whether it asked for highlighting.
     QString status() const { return m_status; }
     bool isStatusHighlighted() const { return m_highlighted; }
@@ -69,6 +75,8 @@ signals:
     void deviceViewRequested();
     void replyOverdue();
     void presetLoadFinished(bool success);
+    void sentText(const QByteArray &message);
+    void applyingSnapshot(const QByteArray &snapshot);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -84,6 +92,7 @@ private:
     KnownDevice *m_device;
     QPointer<PlexoPlugin> m_plugin;
     QString m_status;
+    QString m_hint;
     bool m_highlighted = false;
     bool m_running = false;
 };

@@ -132,7 +132,7 @@ void HelpMenu::showPlugins()
 void HelpMenu::showUploadAdvice()
 {
     const QString problem = uploadPortProblem();
-    m_notice->setNotice(problem);
+    m_notice->setNotice(QStringLiteral("uploads"), problem);
     if (problem.isEmpty())
         tell(tr("Voice Cue Uploads"), tr("UDP port 69 is free: voice cues can be uploaded to devices."));
 }

@@ -2,6 +2,8 @@
 
 #include "devhost/known_device.h"
 #include "devhost/options.h"
+#include "devhost/session_watch.h"
+#include "devhost/snapshot_report.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -33,6 +35,10 @@ Host::Host(QObject *parent)
                 [this](const QString &text) { reportProblem(text); });
     wireText(&m_text, &m_requests);
     wireBinary(&m_aes67);
+    connect(&m_finder, &DeviceFinder::forgotten, &m_refusals,
+            [this](const KnownDevice *device) { m_refusals.clear(device->name()); });
+    connect(&m_refusals, &Refusals::refused, this,
+            [this](const QString &name, const QString &sentence) { reportProblem(sentence, name); });
     connect(&m_finder, &DeviceFinder::found, this, &Host::wireDevice);
     connect(&m_finder, &DeviceFinder::problem, this, [this](const QString &text) { reportProblem(text); });
     connect(&m_sessions, &EditorSessions::closed, this,
@@ -143,9 +149,33 @@ void Host::dropRoute(const KnownDevice *device)
         transport->removeRoute(device->name());
 }
 
+void Host::watchSession(EditorSession *session)
+{
+    const QString name = session->deviceName();
+    auto *watch = new SessionWatch(session, &m_requests);
+    connect(watch, &SessionWatch::stuck, this, [this, name](const QString &sentence) {
+        reportProblem(sentence, name);
+        emit sessionNotice(name, sentence);
+    });
+    connect(watch, &SessionWatch::recovered, this, [this, name] {
+        reportStatus(tr("The editor of %1 has read the device now.").arg(name), name);
+        emit sessionNotice(name, QString());
+    });
+    connect(session, &EditorSession::applyingSnapshot, this,
+            [this, session, name](const QByteArray &snapshot) {
+                auto *report = new SnapshotReport(session, &m_requests, snapshot);
+                connect(report, &SnapshotReport::finished, this,
+                        [this, name](const QString &sentence, bool isProblem) {
+                            isProblem ? reportProblem(sentence, name) : reportStatus(sentence, name);
+                            emit sessionNotice(name, isProblem ? sentence : QString());
+                        });
+            });
+}
+
 void Host::wireSession(EditorSession *session)
 {
     const QString name = session->deviceName();
+    watchSession(session);
     connect(session, &EditorSession::logged, this,
             [this, name](const QString &line) { m_log.append(LogSource::Plugin, name, line); });
     connect(session, &EditorSession::hostStatus, this,

@@ -5,6 +5,7 @@
 #include "devhost/device_transport.h"
 #include "devhost/editor_sessions.h"
 #include "devhost/plugin_registry.h"
+#include "devhost/refusals.h"
 #include "devhost/request_watch.h"
 #include "devhost/simulated_devices.h"
 #include "host/px_devices.h"
@@ -38,6 +39,8 @@ public:
     DeviceTransport *transport() { return &m_text; }
     /// How devices answer what editors send them.
     RequestWatch *requests() { return &m_requests; }
+    /// What they refused to change.
+    Refusals *refusals() { return &m_refusals; }
     PluginRegistry *registry() { return &m_registry; }
     EditorSessions *sessions() { return &m_sessions; }
     SimulatedDevices *simulated() { return &m_simulated; }
@@ -53,6 +56,8 @@ signals:
     /// A status text of a plugin or of the host; already in the log.
     void status(const QString &text);
     void interfaceChanged();
+    /// How the editor of a device gets on, for as long as it lasts; empty when all is well.
+    void sessionNotice(const QString &deviceName, const QString &sentence);
 
 private:
     void wireSimulated();
@@ -62,6 +67,7 @@ private:
     void wireDevice(KnownDevice *device);
     void dropRoute(const KnownDevice *device);
     void wireSession(EditorSession *session);
+    void watchSession(EditorSession *session);
 
     CommunicationLog m_log;
     pxDevices m_devices;
@@ -69,6 +75,7 @@ private:
     DeviceTransport m_text;
     DeviceTransport m_aes67;
     RequestWatch m_requests;
+    Refusals m_refusals{&m_requests};
     PluginRegistry m_registry;
     SimulatedDevices m_simulated;
     QNetworkInterface m_interface;

@@ -8,6 +8,7 @@
 #include "devhost/network_choice.h"
 #include "devhost/notice_bar.h"
 #include "devhost/plain_text.h"
+#include "devhost/refusal_dialog.h"
 #include "devhost/snapshot_dialogs.h"
 #include "devhost/upload_port.h"
 #include "devhost/window_memory.h"
@@ -52,7 +53,7 @@ HostWindow::HostWindow(Host *host, WindowMemory *memory, const QString &snapshot
     splitter->addWidget(createDevicePart());
     splitter->addWidget(m_log);
     splitter->setStretchFactor(1, 1);
-    splitter->setSizes({230, 400});
+    splitter->setSizes({250, 380});
     splitter->setChildrenCollapsible(false);
     splitter->setContentsMargins(8, 8, 8, 4);
     setCentralWidget(splitter);
@@ -64,7 +65,7 @@ HostWindow::HostWindow(Host *host, WindowMemory *memory, const QString &snapshot
     setUpMemory();
     refreshActions();
     showInterface();
-    m_notice->setNotice(uploadPortProblem());
+    m_notice->setNotice(QStringLiteral("uploads"), uploadPortProblem());
     m_devices->setFocus();
 }
 
@@ -129,6 +130,15 @@ void HostWindow::setUpConnections()
     connect(m_host->sessions(), &EditorSessions::opened, this, [this](EditorSession *session) {
         const QString name = session->deviceName();
         connect(session, &EditorSession::deviceViewRequested, this, [this, name] { showDeviceList(name); });
+    });
+    connect(m_host->sessions(), &EditorSessions::closed, this,
+            [this](const QString &name) { m_notice->setNotice(QStringLiteral("session ") + name, {}); });
+    connect(m_host, &Host::sessionNotice, this, [this](const QString &name, const QString &text) {
+        m_notice->setNotice(QStringLiteral("session ") + name, text);
+    });
+    connect(m_host->refusals(), &Refusals::refused, this, [this](const QString &name, const QString &text) {
+        m_notice->setNotice(QStringLiteral("refused ") + name, text, tr("Show List"),
+                            [this, name] { showRefusals(name); });
     });
 }
 
@@ -196,6 +206,14 @@ void HostWindow::refreshCounts()
                           .arg(m_host->finder()->devices().size() - present)
                           .arg(open)
                           .arg(m_host->interface().humanReadableName()));
+}
+
+void HostWindow::showRefusals(const QString &deviceName)
+{
+    RefusalDialog dialog(deviceName, *m_host->refusals(), this);
+    m_host->refusals()->clear(deviceName);
+    m_notice->setNotice(QStringLiteral("refused ") + deviceName, {});
+    dialog.exec();
 }
 
 void HostWindow::showInterface()

@@ -68,6 +68,7 @@ private:
     bool askToStore(const EditorSession &session, int number);
     void applyFaults(const QString &text, const QStringList &arguments);
     void useInterface(const QString &name);
+    void showSelectedRefusals();
     void reopen(const QString &deviceName);
     void open(KnownDevice *device);
     EditorSession *selectedSession() const;
@@ -76,6 +77,7 @@ private:
     // Keeping the window true
     void refreshActions();
     void refreshCounts();
+    void showRefusals(const QString &deviceName);
     void showInterface();
     void showDeviceList(const QString &deviceName);
     void showStatus(const QString &text, bool highlight);
@@ -93,6 +95,7 @@ private:
     QLabel *m_counts;
     QStringList m_toReopen; ///< devices whose editors were open when the host last ended
     QAction *m_open = nullptr;
+    QAction *m_refusals = nullptr;
     QList<QAction *> m_editorActions; ///< those that need an open editor
     QMenu *m_deviceMenu = nullptr;
     QMenu *m_storeMenu = nullptr;

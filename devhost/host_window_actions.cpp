@@ -79,6 +79,8 @@ void HostWindow::fillDeviceMenu(QMenu *menu)
     m_recallMenu = menu->addMenu(tr("&Recall Preset"));
     fillPresetMenu(m_recallMenu, tr("Bring back the settings of one of the device's presets"), false);
     menu->addSeparator();
+    m_refusals = addAction(menu, tr("R&efused Changes..."), tr("Ctrl+R"),
+                           tr("Show what the device refused, and why"), &HostWindow::showSelectedRefusals);
     m_faultMenu = menu->addMenu(tr("Simulated &Faults"));
     fillFaultMenu();
     menu->addSeparator();
@@ -123,7 +125,9 @@ void HostWindow::createContextMenu()
     menu->addSeparator();
     menu->addActions({m_editorActions.at(1), m_editorActions.at(2)});
     menu->addSeparator();
-    menu->addActions({m_storeMenu->menuAction(), m_recallMenu->menuAction(), m_faultMenu->menuAction()});
+    menu->addActions({m_storeMenu->menuAction(), m_recallMenu->menuAction()});
+    menu->addSeparator();
+    menu->addActions({m_refusals, m_faultMenu->menuAction()});
     menu->addSeparator();
     menu->addAction(tr("Copy &Name"), this,
                     [this] { QGuiApplication::clipboard()->setText(m_devices->selectedDevice()->name()); });
@@ -188,6 +192,12 @@ void HostWindow::closeSelected()
         session->end();
 }
 
+void HostWindow::showSelectedRefusals()
+{
+    if (const KnownDevice *device = m_devices->selectedDevice())
+        showRefusals(device->name());
+}
+
 void HostWindow::saveSnapshot()
 {
     if (EditorSession *session = selectedSession())
@@ -221,7 +231,7 @@ bool HostWindow::askToStore(const EditorSession &session, int number)
                  tr("Store the settings of %1 as its preset %2?").arg(session.deviceName()).arg(number),
                  QMessageBox::Cancel, this);
     box.setInformativeText(tr("What preset %1 holds now is lost.").arg(number));
-    QPushButton *store = box.addButton(tr("Store"), QMessageBox::AcceptRole);
+    QPushButton *store = box.addButton(tr("&Store"), QMessageBox::AcceptRole);
     store->setObjectName(QStringLiteral("storeButton"));
     box.setDefaultButton(QMessageBox::Cancel);
     box.exec();
@@ -245,6 +255,7 @@ void HostWindow::refreshActions()
     m_open->setEnabled(served && (device->isPresent() || selectedSession()));
     for (QAction *action : qAsConst(m_editorActions))
         action->setEnabled(selectedSession());
+    m_refusals->setEnabled(device && m_host->refusals()->count(device->name()) > 0);
     const SimulatedDevice *simulated = selectedSimulated();
     m_faultMenu->menuAction()->setEnabled(simulated);
     for (QAction *action : m_faultMenu->actions())

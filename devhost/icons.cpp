@@ -65,6 +65,11 @@ QPainterPath drawing(Picture picture)
     case Picture::Faults: // lightning
         line(&path, {{9.5, 1.5}, {4, 9}, {8, 9}, {6.5, 14.5}, {12, 7}, {8, 7}, {9.5, 1.5}});
         break;
+    case Picture::Refused: // a triangle with an exclamation mark
+        line(&path, {{8, 2}, {14.5, 13.5}, {1.5, 13.5}, {8, 2}});
+        line(&path, {{8, 6.5}, {8, 9.5}});
+        line(&path, {{8, 11.5}, {8, 11.6}});
+        break;
     }
     return path;
 }
@@ -79,13 +84,11 @@ public:
 
     void paint(QPainter *painter, const QRect &place, QIcon::Mode mode, QIcon::State) override
     {
-        const bool off = mode == QIcon::Disabled;
-        const char *color = off ? "off" : (mode == QIcon::Selected ? "selectedText" : "text");
         painter->save();
         painter->setRenderHint(QPainter::Antialiasing);
         painter->translate(place.topLeft());
         painter->scale(place.width() / Grid, place.height() / Grid);
-        painter->setPen(QPen(lookColor(color), 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+        painter->setPen(QPen(lookColor(colorFor(mode)), 1.4, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
         painter->drawPath(drawing(m_picture));
         painter->restore();
     }
@@ -102,6 +105,15 @@ public:
     QIconEngine *clone() const override { return new DrawnEngine(m_picture); }
 
 private:
+    const char *colorFor(QIcon::Mode mode) const
+    {
+        if (m_picture == Picture::Refused)
+            return "refused";
+        if (mode == QIcon::Disabled)
+            return "off";
+        return mode == QIcon::Selected ? "selectedText" : "text";
+    }
+
     Picture m_picture;
 };
 

@@ -73,7 +73,7 @@ QWidget *OverwriteDialog::createList(const QVector<SnapshotChange> &changes)
 QWidget *OverwriteDialog::createButtons()
 {
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Cancel);
-    QPushButton *overwrite = buttons->addButton(tr("Overwrite"), QDialogButtonBox::AcceptRole);
+    QPushButton *overwrite = buttons->addButton(tr("&Overwrite"), QDialogButtonBox::AcceptRole);
     overwrite->setObjectName(QStringLiteral("overwriteButton"));
     overwrite->setAutoDefault(false);
     QPushButton *cancel = buttons->button(QDialogButtonBox::Cancel);

@@ -59,16 +59,17 @@ void addElement(Settings *settings, const QString &name, const QString &text)
         settings->add(name, text);
 }
 
-Settings settingsOf(const QByteArray &document)
+/// Calls @p see with the name and the text of each element that has no others in it.
+template <typename See>
+void walkElements(const QByteArray &document, const See &see)
 {
-    Settings settings;
     QXmlStreamReader reader(document);
     QString text;
     bool isLeaf = false;
     while (!reader.atEnd()) {
         switch (reader.readNext()) {
         case QXmlStreamReader::DTD: // could make a small document a huge one
-            return settings;
+            return;
         case QXmlStreamReader::StartElement:
             text.clear();
             isLeaf = true;
@@ -78,13 +79,21 @@ Settings settingsOf(const QByteArray &document)
             break;
         case QXmlStreamReader::EndElement:
             if (isLeaf)
-                addElement(&settings, reader.name().toString(), text);
+                see(reader.name().toString(), text);
             isLeaf = false;
             break;
         default:
             break;
         }
     }
+}
+
+Settings settingsOf(const QByteArray &document)
+{
+    Settings settings;
+    walkElements(document, [&settings](const QString &name, const QString &text) {
+        addElement(&settings, name, text);
+    });
     return settings;
 }
 
@@ -100,6 +109,19 @@ QVector<SnapshotChange> snapshotChanges(const QByteArray &now, const QByteArray 
             changes.append({path, present.values.value(path), future.values.value(path)});
     }
     return changes;
+}
+
+QStringList snapshotPaths(const QByteArray &document)
+{
+    QStringList paths;
+    walkElements(document, [&paths](const QString &, const QString &text) {
+        const QJsonObject reply = QJsonDocument::fromJson(text.toUtf8()).object();
+        const QString path = reply.value(QLatin1String("param")).toString();
+        if (!path.isEmpty())
+            paths.append(path);
+    });
+    paths.removeDuplicates();
+    return paths;
 }
 
 } // namespace devhost

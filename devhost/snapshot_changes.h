@@ -1,7 +1,7 @@
 #pragma once
 
 #include <QByteArray>
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace devhost {
@@ -18,5 +18,8 @@ struct SnapshotChange
 /// compared setting by setting where they are replies as a device gives them, else as they are. A document
 /// that cannot be read has no settings. Bounded by the documents' size; neither may have a document type.
 QVector<SnapshotChange> snapshotChanges(const QByteArray &now, const QByteArray &then);
+
+/// The paths that a snapshot names, each once, in its order.
+QStringList snapshotPaths(const QByteArray &document);
 
 } // namespace devhost

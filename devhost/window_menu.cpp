@@ -5,7 +5,6 @@
 #include "devhost/window_memory.h"
 
 #include <QApplication>
-#include <QPointer>
 #include <QScreen>
 #include <QStyle>
 
@@ -120,11 +119,8 @@ void WindowMenu::fill()
         QString title = titleOf(window);
         if (title.size() > LongestTitle)
             title = title.left(LongestTitle) + QChar(0x2026);
-        const QPointer<QWidget> target(window); // it may close while the menu is open
-        QAction *action = addAction(title.replace(QLatin1Char('&'), QLatin1String("&&")), this, [target] {
-            if (target)
-                bringForward(target);
-        });
+        QAction *action = addAction(title.replace(QLatin1Char('&'), QLatin1String("&&")));
+        connect(action, &QAction::triggered, window, [window] { bringForward(window); });
         action->setCheckable(true);
         action->setChecked(window->isActiveWindow());
     }

@@ -83,6 +83,8 @@ public:
 
     /// Whether text queries wait to be sent; the one in flight does not count.
     bool hasWaitingQueries() const { return m_text.hasQueries(); }
+    /// Text requests that wait for a reply or to be sent.
+    int waitingRequests() const { return m_text.waitingRequests(); }
     /// Whether the text request in flight is a query.
     bool isQueryInFlight() const { return m_text.isQueryInFlight(); }
     /// Takes back the text queries that wait to be sent. Commands stay, and so does the request in flight.

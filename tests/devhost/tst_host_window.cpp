@@ -4,6 +4,7 @@
 #include "devhost/known_device.h"
 #include "devhost/options.h"
 #include "devhost/overwrite_dialog.h"
+#include "devhost/refusal_dialog.h"
 #include "devhost/tour/file_dialogs.h"
 #include "devhost/tour/hands.h"
 #include "devhost/whole_file.h"
@@ -21,6 +22,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <QTreeView>
 
 using namespace devhost;
 
@@ -59,6 +61,7 @@ private slots:
     void saysWhyNoEditorOpens();
     void refusesSnapshot_data();
     void refusesSnapshot();
+    void tellsRefusalsUntilSeen();
     void showsNamesAsTheyAre();
     void leavesEditorAloneInFlood();
     void closingWindowEndsEditors();
@@ -191,6 +194,33 @@ void Window::refusesSnapshot()
     const QString text = asked.isEmpty() ? answerer.seen().value(0).text : asked;
     QVERIFY2(text.contains(box), qPrintable(text));
     QCOMPARE(plugin()->property("applied"), QVariant());
+}
+
+void Window::tellsRefusalsUntilSeen()
+{
+    openEditor();
+    const QStringList entry{QStringLiteral("Refused Changes...")};
+    plugin()->queueVelmarAsciiMsg(QStringLiteral("KBX-0001"), R"({"set":"/usb/mode","value":"9x9"})", true);
+    QTRY_COMPARE(m_device->heard().size(), 1);
+    m_device->answer(R"({"cmd":"set","param":"/usb/mode","result":"no <i>such</i> mode"})");
+    QTRY_VERIFY2(cell(6).startsWith(QStringLiteral("1 refused")), qPrintable(cell(6)));
+    const auto *notice = m_window->findChild<QLabel *>(QStringLiteral("notice"));
+    QCOMPARE(notice->text(),
+             QStringLiteral("KBX-0001 refused to set /usb/mode to \"9x9\": no <i>such</i> mode."));
+    QString listed;
+    QTimer close;
+    connect(&close, &QTimer::timeout, this, [&listed] {
+        auto *dialog = qobject_cast<RefusalDialog *>(QApplication::activeModalWidget());
+        if (!dialog)
+            return;
+        const auto *model = dialog->findChild<QTreeView *>()->model();
+        listed = model->index(0, 2).data().toString();
+        dialog->reject();
+    });
+    close.start(5);
+    QCOMPARE(menu(entry), QString());
+    QCOMPARE(listed, QStringLiteral("no <i>such</i> mode"));
+    QVERIFY(!cell(6).contains(QStringLiteral("refused")) && !notice->isVisible());
 }
 
 void Window::showsNamesAsTheyAre()
