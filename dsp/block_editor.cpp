@@ -11,7 +11,8 @@
 BlockEditor::BlockEditor(QWidget *parent)
     : QDialog(parent)
 {
-    connect(new QShortcut(QKeySequence::Close, this), &QShortcut::activated, this, &BlockEditor::reject);
+    connect(new QShortcut(QKeySequence(Qt::CTRL + Qt::Key_W), this), &QShortcut::activated, this,
+            &BlockEditor::reject);
 }
 
 void BlockEditor::setBlockTitle(const QString &title)

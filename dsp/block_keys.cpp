@@ -3,6 +3,8 @@
 #include "dsp/blocks.h"
 #include "dsp/directions.h"
 
+#include <QAccessible>
+#include <QCoreApplication>
 #include <QKeyEvent>
 #include <QPointer>
 #include <QQuickItem>
@@ -30,14 +32,18 @@ bool opens(int key)
 /// The keyboard stays with the container: a view that had it would not give it back at Tab.
 class BlockKeys : public QObject
 {
+    Q_DECLARE_TR_FUNCTIONS(BlockKeys)
+
 public:
     BlockKeys(QWidget *container, QQuickView *view, QObject *backend)
         : QObject(container)
+        , m_container(container)
         , m_scene(view->rootObject())
         , m_backend(backend)
     {
         container->setFocusPolicy(Qt::TabFocus);
-        container->setAccessibleName(QObject::tr("Block diagram: arrow keys choose, Enter opens"));
+        container->setAccessibleName(tr("Block diagram"));
+        container->setAccessibleDescription(tr("Arrow keys choose a block, Enter opens it."));
         container->installEventFilter(this);
     }
 
@@ -71,7 +77,15 @@ private:
         if (blockAt(next))
             m_last = next;
         frame(m_last);
+        announce();
         return true;
+    }
+
+    /// Screen readers say what has the keyboard anew; of its name alone they need not.
+    void announce()
+    {
+        QAccessibleEvent event(m_container, QAccessible::Focus);
+        QAccessible::updateAccessibility(&event);
     }
 
     void frame(const QPoint &place)
@@ -79,8 +93,11 @@ private:
         const BlockInfo *block = blockAt(place);
         if (m_scene)
             m_scene->setProperty("chosen", block ? m_scene->property(block->area) : QVariant());
+        m_container->setAccessibleName(block ? tr("Block diagram: %1").arg(block->title)
+                                             : tr("Block diagram"));
     }
 
+    QWidget *m_container;
     QPointer<QQuickItem> m_scene; ///< goes before the container; null when it did not load
     QObject *m_backend;
     QPoint m_last = blocks().front().place;

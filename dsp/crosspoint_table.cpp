@@ -33,6 +33,8 @@ QWidget *focusable(QWidget *cell)
 
 void reveal(QScrollBar *bar, const QHeaderView *sections, int section, int room)
 {
+    if (section == 0) // a header, always in sight
+        return;
     const int start = sections->sectionPosition(section);
     const int least = start + sections->sectionSize(section) - room;
     const int most = start - sections->sectionSize(0);
@@ -68,6 +70,19 @@ void CrosspointTable::setCell(int row, int column, QWidget *widget)
     widget->installEventFilter(this);
     for (QWidget *part : widget->findChildren<QWidget *>())
         part->installEventFilter(this);
+    if (!widget->focusProxy())
+        return;
+    widget->focusProxy()->setFocusPolicy(Qt::ClickFocus);
+    if (!m_tabStop)
+        moveTabStop(widget->focusProxy());
+}
+
+void CrosspointTable::moveTabStop(QWidget *part)
+{
+    if (m_tabStop)
+        m_tabStop->setFocusPolicy(Qt::ClickFocus);
+    m_tabStop = part;
+    part->setFocusPolicy(Qt::StrongFocus);
 }
 
 QPoint CrosspointTable::placeOf(QObject *part) const
@@ -90,6 +105,12 @@ bool CrosspointTable::eventFilter(QObject *watched, QEvent *event)
     case QEvent::FocusIn:
         m_focused = place;
         showCell(place);
+        if (const QWidget *cell = cellWidget(place.y(), place.x()); cell && cell->focusProxy() == watched)
+            moveTabStop(cell->focusProxy());
+        break;
+    case QEvent::EnabledChange:
+        if (watched == m_tabStop && !m_tabStop->isEnabled()) // one that is off must not shut the grid off
+            moveTabStop(cellWidget(1, 1)->focusProxy());
         break;
     case QEvent::FocusOut:
         m_focused = Nowhere;

@@ -8,7 +8,7 @@ class AccessibleCrosspoints;
 
 /// A grid of widgets. Its first row and column, the headers, stay in place while the rest scrolls below them.
 /// Arrow keys go from one cell to the next that can have the keyboard; with a modifier they are the cell's
-/// own.
+/// own. The tab key stops once in the grid, at the cell that had the keyboard last.
 class CrosspointTable : public QTableWidget
 {
     Q_OBJECT
@@ -17,7 +17,7 @@ public:
     explicit CrosspointTable(QWidget *parent = nullptr);
     ~CrosspointTable() override;
 
-    /// Takes the widget over. Of its parts only the focus proxy, where it has one, moves on by arrow keys.
+    /// Takes the widget over. Its focus proxy makes it a cell of the grid; a widget without one is a header.
     void setCell(int row, int column, QWidget *widget);
 
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -33,6 +33,7 @@ protected:
 
 private:
     QPoint placeOf(QObject *part) const;
+    void moveTabStop(QWidget *part);
     bool goOn(const QPoint &from, int key);
     void showCell(const QPoint &place);
     void pinHeaders();
@@ -41,4 +42,5 @@ private:
     QHash<QObject *, QPoint> m_places; ///< column and row of each cell's widget
     QPoint m_hovered;
     QPoint m_focused;
+    QWidget *m_tabStop = nullptr; ///< a focus proxy
 };

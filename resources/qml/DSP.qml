@@ -8,6 +8,10 @@ DSPForm {
     height: 425
     anchors.centerIn: parent
 
+    // A dense screen gets the larger picture by its name's "@2x"; a view stretched this far needs it as well.
+    picture.source: width > 1000 ? "images/TarnKBX_DSP_Block_View_no_Meters@2x.png"
+                                 : "images/TarnKBX_DSP_Block_View_no_Meters.png"
+
     // The block that the arrow keys have come to; null while the keyboard is elsewhere.
     property Item chosen: null
 
@@ -19,7 +23,7 @@ DSPForm {
         height: visible ? parent.chosen.height : 0
         color: "transparent"
         border.width: 2
-        border.color: "#ffff9f07"
+        border.color: "#fff2f2f2"
     }
 
     Behavior on btInGain.color {

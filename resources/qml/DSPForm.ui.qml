@@ -9,6 +9,7 @@ Item {
     anchors.fill: parent && parent.width > 0 ? parent : undefined
     anchors.centerIn: parent
 
+    property alias picture: image
     property alias btInGain: rectangle_bt_in_gain
     property alias netRxGain: rectangle_netrx_gain
     property alias usbInGain: rectangle_usb_in_gain

@@ -39,14 +39,15 @@ private slots:
 
 void BlockViewTest::blockAnswersThePointer_data()
 {
+    QTest::addColumn<QString>("title");
     QTest::addColumn<QRectF>("area"); // shares of the picture
-    QTest::newRow("btInGain") << QRectF(0.008, 0.153, 0.16, 0.082);
-    QTest::newRow("netRxGain") << QRectF(0.01, 0.338, 0.16, 0.314);
-    QTest::newRow("usbInGain") << QRectF(0.01, 0.798, 0.16, 0.082);
-    QTest::newRow("matrixMixer") << QRectF(0.428, 0.124, 0.08, 0.75);
-    QTest::newRow("btOutGain") << QRectF(0.83, 0.153, 0.16, 0.082);
-    QTest::newRow("netTxGain") << QRectF(0.828, 0.338, 0.161, 0.327);
-    QTest::newRow("usbOutGain") << QRectF(0.83, 0.798, 0.16, 0.082);
+    QTest::newRow("btInGain") << "Bluetooth In" << QRectF(0.008, 0.153, 0.16, 0.082);
+    QTest::newRow("netRxGain") << "Dante Network Rx" << QRectF(0.01, 0.338, 0.16, 0.314);
+    QTest::newRow("usbInGain") << "USB Playback" << QRectF(0.01, 0.798, 0.16, 0.082);
+    QTest::newRow("matrixMixer") << "Matrix Mixer" << QRectF(0.428, 0.124, 0.08, 0.75);
+    QTest::newRow("btOutGain") << "Bluetooth Out" << QRectF(0.83, 0.153, 0.16, 0.082);
+    QTest::newRow("netTxGain") << "Dante Network Tx" << QRectF(0.828, 0.338, 0.161, 0.327);
+    QTest::newRow("usbOutGain") << "USB Record" << QRectF(0.83, 0.798, 0.16, 0.082);
 }
 
 void BlockViewTest::blockAnswersThePointer()
@@ -92,6 +93,8 @@ void BlockViewTest::blockAnswersThePointer()
     press(Qt::Key_Up, 2);
     press(Qt::Key_Down, int(middle.y() * 3));
     QCOMPARE(view->rootObject()->property("chosen").value<QQuickItem *>(), frame);
+    QFETCH(QString, title);
+    QCOMPARE(container->accessibleName(), QStringLiteral("Block diagram: ") + title);
     QTest::keyClick(container, Qt::Key_Return);
     QCOMPARE(backend.clicked, QByteArrayList({block, block, block}));
     container->clearFocus();

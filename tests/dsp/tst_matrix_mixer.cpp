@@ -111,6 +111,12 @@ void MatrixMixerTest::leadsTheUserAround()
     QTest::keyClick(form.focusWidget(), Qt::Key_PageUp);
     QCOMPARE(dial(8, 1)->Val(), 6.0);
 
+    // One stop of the tab key, from which it goes on to the last row's header.
+    QTest::keyClick(form.focusWidget(), Qt::Key_Tab);
+    QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("tone_gen_en_checkBox"));
+    QTest::keyClick(form.focusWidget(), Qt::Key_Backtab);
+    QCOMPARE(form.focusWidget(), dial(8, 1));
+
     const QString names = namesIn(QAccessible::queryAccessibleInterface(&form));
     for (const char *name : {"R1 to U 1, 0 dB", "Cue to T2, 6 dB", "Clear", "Frequency", "Level", "Enable"})
         QVERIFY2(names.contains(QLatin1Char('\n') + QLatin1String(name) + QLatin1Char('\n')), name);

@@ -127,8 +127,8 @@ void DspTest::opensOnceAndCloses()
     QTest::keyClick(editor, Qt::Key_Escape);
     QTRY_VERIFY(!editor);
     const QPointer<QWidget> again = open(block);
-    QVERIFY(again);
-    again->close();
+    QVERIFY(QTest::qWaitForWindowActive(again));
+    QTest::keyClick(again, Qt::Key_W, Qt::ControlModifier);
     QTRY_VERIFY(!again);
 }
 
@@ -230,6 +230,10 @@ void DspTest::stripChangesAreSentAndTakenOver()
     QVERIFY(session->plugin->getSettingsChanged());
     // What the device confirmed is in the cache, from which another editor reads it.
     editor->close();
+    QCOMPARE(sentBy([&] {
+                 emit qobject_cast<StripEditor *>(editor)->uiChanged({0, {0, true}});
+             }),
+             QByteArray());
     editor = open(block);
     QCOMPARE(editor->findChildren<VmDspGain *>().last()->Gain(), 2.0);
     QVERIFY(
