@@ -46,11 +46,12 @@ void ControlService::serve(const QByteArray &request, const QHostAddress &addres
     const Fate fate = m_faults.next();
     if (fate.loseRequest)
         return;
-    Reply reply{m_answer(request), address, port, fate};
-    if (fate.garbage)
-        reply.bytes = m_faults.garbage();
-    if (!fate.loseReply)
-        delay(reply);
+    for (const Answer &answer : m_answer(request)) {
+        Reply reply{fate.garbage ? m_faults.garbage() : answer.bytes, address, port, fate};
+        reply.fate.delayMs += answer.afterMs;
+        if (!fate.loseReply)
+            delay(reply);
+    }
     emit answered();
 }
 

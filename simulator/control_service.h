@@ -11,6 +11,12 @@
 
 namespace sim {
 
+struct Answer
+{
+    QByteArray bytes;
+    int afterMs = 0; ///< time that the device takes for it
+};
+
 /// Takes control requests from a UDP port and sends each reply to whoever asked, by way of the faults that
 /// the link is to have.
 class ControlService : public QObject
@@ -18,7 +24,8 @@ class ControlService : public QObject
     Q_OBJECT
 
 public:
-    using Answerer = std::function<QByteArray(const QByteArray &request)>;
+    /// No answers at all are possible.
+    using Answerer = std::function<QVector<Answer>(const QByteArray &request)>;
 
     /// `holdMs` limits how long a reordered reply waits for another one to overtake it.
     ControlService(quint32 seed, int holdMs, const Answerer &answer, QObject *parent = nullptr);

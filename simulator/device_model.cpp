@@ -49,7 +49,7 @@ Outcome DeviceModel::jsonAnswer(const Request &request)
     if (request.kind == Request::Kind::Bad)
         return {{}, request.text};
     if (isRefused(m_refuse, request))
-        return Outcome::refuse(path, QStringLiteral("refused on request (%1)").arg(m_refuse));
+        return refusedOnRequest(m_refuse, request);
     if (request.kind == Request::Kind::Set)
         return path.startsWith(QLatin1String("/control/")) ? run(path, request.value)
                                                            : set(path, request.value);

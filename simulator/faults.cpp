@@ -17,6 +17,11 @@ bool matchesPattern(const QString &pattern, const QString &path)
 
 } // namespace
 
+Outcome refusedOnRequest(const QString &refuse, const Request &request)
+{
+    return Outcome::refuse(request.path, QStringLiteral("refused on request (%1)").arg(refuse));
+}
+
 FaultSettings faultSettings(const QJsonObject &faults)
 {
     FaultSettings settings;

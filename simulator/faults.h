@@ -57,5 +57,6 @@ private:
 
 /// Whether a request is one of those that FaultSettings::refuse names.
 bool isRefused(const QString &refuse, const Request &request);
+Outcome refusedOnRequest(const QString &refuse, const Request &request);
 
 } // namespace sim

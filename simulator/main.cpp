@@ -1,9 +1,10 @@
 #include "simulator/exit_signals.h"
-#include "simulator/options.h"
+#include "simulator/replay.h"
 #include "simulator/simulator.h"
 #include "simulator/standard_streams.h"
 
 #include <QCoreApplication>
+#include <QDir>
 
 namespace {
 
@@ -17,6 +18,12 @@ void print(const QString &text)
 void printError(const QString &text)
 {
     streams->print(sim::StandardStreams::Error, text.toUtf8());
+}
+
+int fail(const QString &problem)
+{
+    printError(QStringLiteral("kbx-simulator: %1").arg(problem));
+    return 1;
 }
 
 /// Whoever shows these lines knows where they come from.
@@ -36,22 +43,41 @@ void takeOrders(sim::Orders *orders)
     streams->read(sim::Orders::MostBytes);
 }
 
+/// Puts a Simulator or a Replay on the network and stays until the end is asked for.
+template <class Device>
+int run(Device *device, const QString &name, const sim::Options &options)
+{
+    const QString problem = device->start();
+    if (!problem.isEmpty())
+        return fail(problem);
+    print(QStringLiteral("%1 on %2:%3").arg(name, options.address.toString()).arg(device->port()));
+    if (options.orders)
+        takeOrders(device->orders());
+    return QCoreApplication::exec();
+}
+
+int runReplay(const sim::Options &options)
+{
+    const sim::RecordingRead read = sim::readRecording(options.replay, options.replayed);
+    const QString about = QDir::toNativeSeparators(options.replay) + QStringLiteral(": ");
+    if (!read.error.isEmpty())
+        return fail(about + read.error);
+    for (const QString &note : read.notes)
+        printError(about + note);
+    sim::Replay replay(read.recording, options, sim::Intervals());
+    return run(&replay, read.recording.device.value(QStringLiteral("device")).toString(), options);
+}
+
 int run(const sim::Options &options)
 {
     sim::ExitSignals signalSource;
     QObject::connect(&signalSource, &sim::ExitSignals::exitRequested, qApp, &QCoreApplication::quit);
     if (options.exitWithParent)
         signalSource.exitWithParent(options.parent);
+    if (!options.replay.isEmpty())
+        return runReplay(options);
     sim::Simulator simulator(options, sim::Intervals());
-    const QString problem = simulator.start();
-    if (!problem.isEmpty()) {
-        printError(QStringLiteral("kbx-simulator: %1").arg(problem));
-        return 1;
-    }
-    print(QStringLiteral("%1 on %2:%3").arg(options.name, options.address.toString()).arg(simulator.port()));
-    if (options.orders)
-        takeOrders(simulator.orders());
-    return QCoreApplication::exec();
+    return run(&simulator, options.name, options);
 }
 
 } // namespace

@@ -33,6 +33,16 @@ Request parseJson(const QByteArray &bytes)
     return {Request::Kind::Set, set.toString(), value, {}};
 }
 
+} // namespace
+
+Request parseRequest(const QByteArray &bytes)
+{
+    const QByteArray trimmed = bytes.trimmed();
+    if (trimmed.startsWith('{'))
+        return parseJson(trimmed);
+    return {Request::Kind::Text, {}, {}, QString::fromLatin1(trimmed)};
+}
+
 QString commandWord(Request::Kind kind)
 {
     switch (kind) {
@@ -43,16 +53,6 @@ QString commandWord(Request::Kind kind)
     default:
         return {};
     }
-}
-
-} // namespace
-
-Request parseRequest(const QByteArray &bytes)
-{
-    const QByteArray trimmed = bytes.trimmed();
-    if (trimmed.startsWith('{'))
-        return parseJson(trimmed);
-    return {Request::Kind::Text, {}, {}, QString::fromLatin1(trimmed)};
 }
 
 QByteArray replyBytes(const Request &request, const Outcome &outcome)

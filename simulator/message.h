@@ -22,6 +22,9 @@ struct Request
     QString text;
 };
 
+/// "get" or "set"; empty for other kinds.
+QString commandWord(Request::Kind kind);
+
 /// Reads a request. Whatever begins with "{" is meant as JSON, everything else as a plain command.
 Request parseRequest(const QByteArray &bytes);
 

@@ -73,6 +73,7 @@ constexpr OptionText OptionTexts[] = {
     {"port", "PORT", "47800", "UDP port of the control service, 0 for any free one."},
     {"state", "FILE", "", "Keep settings, presets and pairings in FILE."},
     {"seed", "N", "1", "Seed of everything that looks like chance."},
+    {"replay", "FILE", "", "Answer as the device in this recording did (--name: which one)."},
     {"keep-upload", "FILE", "", "Write each fetched voice cue to FILE as it came."},
     {"latency", "MS", "0", "Every reply is this late."},
     {"jitter", "MS", "0", "Up to this much is added to the latency."},
@@ -129,6 +130,9 @@ Options readOptions(const QCommandLineParser &parser, ValueReader *reader)
     options.interface = reader->text("interface");
     options.port = quint16(reader->whole("port", 65535));
     options.stateFile = reader->text("state");
+    options.replay = reader->text("replay");
+    if (parser.isSet(QStringLiteral("name")))
+        options.replayed = options.name;
     options.keepUpload = reader->text("keep-upload");
     options.seed = reader->whole("seed", 0xffffffffU);
     options.exitWithParent = parser.isSet(QStringLiteral("exit-with-parent"));
@@ -161,6 +165,10 @@ ParsedOptions parseOptions(const QStringList &arguments)
     }
     ValueReader reader(parser, &parsed.error);
     parsed.options = readOptions(parser, &reader);
+    if (!parsed.options.replay.isEmpty()
+        && (parser.isSet(QStringLiteral("state")) || parser.isSet(QStringLiteral("keep-upload"))))
+        parsed.error
+            = QStringLiteral("--replay goes without --state and --keep-upload: a recording has neither.");
     return parsed;
 }
 

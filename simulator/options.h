@@ -14,6 +14,8 @@ struct Options
     QString interface; ///< by name; the loopback interface when empty
     quint16 port = 47800; ///< 0: any free one
     QString stateFile; ///< none when empty
+    QString replay; ///< recording to answer from; none when empty
+    QString replayed; ///< name of the device in it; the first one when empty
     QString keepUpload; ///< file that receives each fetched file as it came; none when empty
     quint32 seed = 1;
     bool exitWithParent = false;

@@ -59,10 +59,16 @@ QString Presence::open()
     return {};
 }
 
-void Presence::setFaults(const FaultSettings &faults)
+void Presence::applyOrder(const QString &path, const QJsonValue &order, const FaultSettings &faults)
 {
     m_control.setFaults(faults);
     m_returnAfterMs = faults.returnAfterMs;
+    const QString counted = QStringLiteral("vanish-after");
+    if (path == QStringLiteral("/faults/") + counted
+        || (path == QLatin1String("/faults") && order.toObject().contains(counted)))
+        m_untilVanishing = faults.vanishAfter;
+    if (path == QLatin1String("/present"))
+        order.toBool() ? appear() : vanish();
 }
 
 void Presence::appear()

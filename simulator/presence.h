@@ -28,10 +28,9 @@ public:
     QString open();
     quint16 port() const { return m_control.port(); }
 
-    void setFaults(const FaultSettings &faults);
-
-    /// Goes silent with the reply to the request that many from now; 0 for never.
-    void vanishAfter(int requests) { m_untilVanishing = requests; }
+    /// Does what an order for "/faults" or "/present" has just changed; `faults` are those that hold now.
+    /// Other orders are none of its business.
+    void applyOrder(const QString &path, const QJsonValue &order, const FaultSettings &faults);
 
     bool isHere() const { return !m_control.isSilent(); }
     void appear();
@@ -42,6 +41,7 @@ public:
 
     /// Levels for so long from now.
     void streamLevels(int ms) { m_levels.start(ms); }
+    void sendLevels() { m_levels.sendNow(); }
     void stopLevels() { m_levels.stop(); }
 
 signals:

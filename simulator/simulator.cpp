@@ -41,7 +41,7 @@ Simulator::Simulator(const Options &options, const Intervals &intervals, QObject
     , m_model(Identity(options.name, options.address), options.seed)
     , m_orders(allOrders(), options.faults)
     , m_presence(options, intervals,
-                 {[this](const QByteArray &request) { return m_model.answer(request); },
+                 {[this](const QByteArray &request) { return QVector<Answer>{{m_model.answer(request)}}; },
                   [this](quint16 port) { return m_model.identity().announcement(port); },
                   [this] { return levelPacket(); }})
     , m_fetcher(intervals, TftpFaultSettings(), options.seed)
@@ -117,36 +117,18 @@ void Simulator::live()
     m_model.advance(int(m_lived.restart()));
 }
 
-/// Does what an order has just changed; setting again what is already so does no harm.
 void Simulator::follow(const QString &path, const QJsonValue &order)
-{
-    if (path.startsWith(QLatin1String("/faults"))) {
-        followFaults(path == QLatin1String("/faults/vanish-after")
-                         ? order
-                         : order.toObject().value(QStringLiteral("vanish-after")));
-    } else if (path == QLatin1String("/present")) {
-        m_orders.value(path).toBool() ? m_presence.appear() : m_presence.vanish();
-    } else if (path == QLatin1String("/phone")) {
-        m_model.setPhoneRange(PhoneRange(choice(m_orders, "/phone")));
-    } else if (path == QLatin1String("/usb")) {
-        m_model.setUsbPlug(UsbHost::Plug(choice(m_orders, "/usb")));
-    } else {
-        if (path == QLatin1String("/clip"))
-            m_clipTimer.start();
-        pushLevels();
-    }
-}
-
-/// @p vanishAfter is undefined when the order leaves it as it is.
-void Simulator::followFaults(const QJsonValue &vanishAfter)
 {
     const QJsonObject faults = m_orders.value(QStringLiteral("/faults")).toObject();
     const FaultSettings settings = faultSettings(faults);
-    m_presence.setFaults(settings);
+    m_presence.applyOrder(path, order, settings);
     m_model.setRefusePattern(settings.refuse);
     m_fetcher.setFaults(tftpFaultSettings(faults));
-    if (!vanishAfter.isUndefined())
-        m_presence.vanishAfter(settings.vanishAfter);
+    m_model.setPhoneRange(PhoneRange(choice(m_orders, "/phone")));
+    m_model.setUsbPlug(UsbHost::Plug(choice(m_orders, "/usb")));
+    if (path == QLatin1String("/clip"))
+        m_clipTimer.start();
+    pushLevels();
 }
 
 void Simulator::pushLevels()

@@ -33,7 +33,6 @@ private:
     QString restore();
     void live();
     void follow(const QString &path, const QJsonValue &order);
-    void followFaults(const QJsonValue &vanishAfter);
     void handlePresence(bool here);
     void pushLevels();
     void startFetch(const TftpUri &source);

@@ -1,10 +1,9 @@
 #include "simulator/control_service.h"
 #include "simulator/options.h"
-
-#include <QNetworkDatagram>
-#include <QTest>
+#include "tests/simulator/client.h"
 
 using namespace sim;
+using namespace support;
 
 Q_DECLARE_METATYPE(sim::FaultSettings)
 
@@ -37,32 +36,6 @@ QStringList fates(const FaultSettings &settings, quint32 seed)
         texts << textOf(dealer.next());
     return texts;
 }
-
-QHostAddress deviceAddress()
-{
-    return QHostAddress(QStringLiteral("127.0.0.11"));
-}
-
-/// Asks control services and keeps what comes back, in its order.
-struct Client
-{
-    Client()
-    {
-        socket.bind(QHostAddress(QHostAddress::LocalHost));
-        QObject::connect(&socket, &QUdpSocket::readyRead, [this] {
-            while (socket.hasPendingDatagrams())
-                received << socket.receiveDatagram().data();
-        });
-    }
-
-    void ask(const ControlService &service, const char *request)
-    {
-        socket.writeDatagram(request, deviceAddress(), service.port());
-    }
-
-    QUdpSocket socket;
-    QByteArrayList received;
-};
 
 } // namespace
 
@@ -114,17 +87,17 @@ void FaultsTest::link()
 {
     QFETCH(FaultSettings, faults);
     QFETCH(QByteArrayList, replies);
-    const auto answer = [](const QByteArray &request) { return "re " + request; };
+    const auto answer = [](const QByteArray &request) { return QVector<Answer>{{"re " + request}}; };
     ControlService service(1, 60000, answer);
     service.setFaults(faults);
     ControlService fence(1, 0, answer); // what it answers later comes after all that is to come
     QVERIFY(service.listen(deviceAddress(), 0));
     QVERIFY(fence.listen(deviceAddress(), 0));
-    Client client;
-    client.ask(service, "1");
-    client.ask(service, "2");
+    Receiver client;
+    client.ask(service.port(), "1");
+    client.ask(service.port(), "2");
     QTRY_COMPARE(client.received.size(), replies.size());
-    client.ask(fence, "end");
+    client.ask(fence.port(), "end");
     QTRY_VERIFY(client.received.contains("re end"));
     QCOMPARE(client.received, replies + QByteArrayList{"re end"});
 }
@@ -133,17 +106,17 @@ void FaultsTest::heldReplyIsReleased()
 {
     FaultSettings faults;
     faults.reorder = 1;
-    ControlService service(1, 20, [](const QByteArray &request) { return request; });
+    ControlService service(1, 20, [](const QByteArray &request) { return QVector<Answer>{{request}}; });
     service.setFaults(faults);
     QVERIFY(service.listen(deviceAddress(), 0));
-    Client client;
-    client.ask(service, "alone");
+    Receiver client;
+    client.ask(service.port(), "alone");
     QTRY_COMPARE(client.received, QByteArrayList{"alone"});
-    client.ask(service, "lost");
+    client.ask(service.port(), "lost");
     service.setSilent(true); // once it has been taken and held, or before: nothing more comes either way
-    ControlService fence(1, 0, [](const QByteArray &request) { return request; });
+    ControlService fence(1, 0, [](const QByteArray &request) { return QVector<Answer>{{request}}; });
     QVERIFY(fence.listen(deviceAddress(), 0));
-    client.ask(fence, "fence");
+    client.ask(fence.port(), "fence");
     QTRY_VERIFY(client.received.contains("fence"));
     QCOMPARE(client.received.size(), 2);
 }
@@ -165,6 +138,8 @@ void FaultsTest::badOption_data()
     row("unknown", {QStringLiteral("--volume=3")}, "Unknown option 'volume'.");
     row("long name", {QStringLiteral("--name=") + QString(65, QLatin1Char('x'))},
         "--name takes a text of up to 64 characters, not");
+    row("replay", {QStringLiteral("--replay=a"), QStringLiteral("--state=b")},
+        "--replay goes without --state");
     row("positional", {QStringLiteral("lo")}, "\"lo\" is no option.");
 }
 

@@ -1,25 +1,21 @@
 #include "simulator/simulator.h"
 #include "simulator/state_file.h"
-#include "tests/support/loopback.h"
+#include "tests/simulator/client.h"
 #include "tests/support/tftp_peer.h"
 
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
-#include <QNetworkDatagram>
 #include <QProcess>
 #include <QSignalSpy>
 #include <QTemporaryDir>
-#include <QTest>
 
 using namespace sim;
+using support::ask;
+using support::deviceAddress;
+using support::Receiver;
 
 namespace {
-
-QHostAddress deviceAddress()
-{
-    return QHostAddress(QStringLiteral("127.0.0.11"));
-}
 
 Options optionsOf(const QString &stateFile = {})
 {
@@ -44,38 +40,9 @@ Intervals quick()
     return intervals;
 }
 
-/// Keeps what arrives at a socket.
-struct Receiver
-{
-    /// In a multicast group on the loopback interface, or, without one, at a port of its own.
-    explicit Receiver(const char *group = nullptr, quint16 port = 0)
-    {
-        socket.bind(QHostAddress::AnyIPv4, port,
-                    QAbstractSocket::ShareAddress | QAbstractSocket::ReuseAddressHint);
-        if (group)
-            socket.joinMulticastGroup(QHostAddress(QLatin1String(group)), loopbackInterface());
-        QObject::connect(&socket, &QUdpSocket::readyRead, [this] {
-            while (socket.hasPendingDatagrams())
-                received << socket.receiveDatagram();
-        });
-    }
-
-    QUdpSocket socket;
-    QList<QNetworkDatagram> received;
-};
-
-/// Asks a simulator and waits for its answer; empty when none comes within half a second.
-QByteArray ask(const Simulator &simulator, const QByteArray &request)
-{
-    Receiver client;
-    client.socket.writeDatagram(request, deviceAddress(), simulator.port());
-    return QTest::qWaitFor([&] { return !client.received.isEmpty(); }, 500) ? client.received.first().data()
-                                                                            : QByteArray();
-}
-
 QJsonValue valueOf(const Simulator &simulator, const char *path)
 {
-    const QByteArray reply = ask(simulator, QByteArray("{\"get\":\"") + path + "\"}");
+    const QByteArray reply = ask(simulator.port(), QByteArray("{\"get\":\"") + path + "\"}");
     return QJsonDocument::fromJson(reply).object().value(QStringLiteral("value"));
 }
 
@@ -109,16 +76,16 @@ void LifeTest::reboot()
 {
     Simulator simulator(optionsOf(), quick());
     QCOMPARE(simulator.start(), QString());
-    ask(simulator, R"({"set":"/preset/dsp/dante_rx/0/gain", "value":5})");
-    ask(simulator, R"({"set":"/control/save_preset", "value":"6"})");
-    QVERIFY(ask(simulator, R"({"set":"/control/reboot", "value":true})").contains("\"OK\""));
+    ask(simulator.port(), R"({"set":"/preset/dsp/dante_rx/0/gain", "value":5})");
+    ask(simulator.port(), R"({"set":"/control/save_preset", "value":"6"})");
+    QVERIFY(ask(simulator.port(), R"({"set":"/control/reboot", "value":true})").contains("\"OK\""));
 
     QVERIFY(isUp(simulator)); // for whoever takes leave of it
     QVERIFY(QTest::qWaitFor([&] { return !isUp(simulator); }));
     QTRY_VERIFY(isUp(simulator));
 
     QCOMPARE(valueOf(simulator, "/preset/dsp/dante_rx/0/gain").toInt(), 5);
-    QCOMPARE(ask(simulator, "LOAD 6\r"), QByteArray("ACK LOAD 6\r"));
+    QCOMPARE(ask(simulator.port(), "LOAD 6\r"), QByteArray("ACK LOAD 6\r"));
 }
 
 /// Orders hold in the running device, which tells what comes about by itself.
@@ -134,7 +101,8 @@ void LifeTest::followsOrders()
     };
 
     QVERIFY(order("/faults", R"({"refuse":"set:/control/i*","return-after":300})"));
-    QVERIFY(ask(simulator, R"({"set":"/control/identify","value":true})").contains("refused on request"));
+    QVERIFY(
+        ask(simulator.port(), R"({"set":"/control/identify","value":true})").contains("refused on request"));
     QVERIFY(order("/phone", R"("near")"));
     QTRY_COMPARE(valueOf(simulator, "/status/bluetooth/device/rssi").toInt(), -50);
     QVERIFY(order("/phone", R"("away")"));
@@ -143,13 +111,13 @@ void LifeTest::followsOrders()
     QCOMPARE(valueOf(simulator, "/status/usb/state").toString(), QStringLiteral("disconnected"));
 
     Receiver meters("239.255.77.10", 47710);
-    const auto shown = [&](int byte) { return int(meters.received.last().data().at(byte)); };
+    const auto shown = [&](int byte) { return int(meters.received.last().at(byte)); };
     QVERIFY(order("/levels/dante_tx/3", "-7"));
     QVERIFY(order("/clip", R"("dante_rx/0")"));
-    ask(simulator, R"({"set":"/control/req_metering", "value":100})");
+    ask(simulator.port(), R"({"set":"/control/req_metering", "value":100})");
     QTRY_VERIFY(!meters.received.isEmpty() && shown(3) == 3 && shown(15) == -7);
     QTRY_COMPARE(said, QByteArrayList{R"({"cmd":"now","param":"/clip","value":""})"});
-    ask(simulator, R"({"set":"/control/req_metering", "value":100})");
+    ask(simulator.port(), R"({"set":"/control/req_metering", "value":100})");
     QTRY_VERIFY(shown(3) < 3 && shown(15) == -7);
 
     QVERIFY(order("/present", "false"));
@@ -204,19 +172,19 @@ void LifeTest::stateFile()
     {
         Simulator simulator(optionsOf(file), quick());
         QCOMPARE(simulator.start(), QString());
-        ask(simulator, R"({"set":"/system/usb/mode","value":"speakerphone_ec"})");
+        ask(simulator.port(), R"({"set":"/system/usb/mode","value":"speakerphone_ec"})");
         QTRY_VERIFY(QFile::exists(file)); // written without waiting for the end
-        ask(simulator, R"({"set":"/preset/dsp/mixer/6/9", "value":-7})");
-        ask(simulator, R"({"set":"/control/save_preset", "value":"1"})");
-        ask(simulator, R"({"set":"/control/bluetooth/clear_list","value":true})");
+        ask(simulator.port(), R"({"set":"/preset/dsp/mixer/6/9", "value":-7})");
+        ask(simulator.port(), R"({"set":"/control/save_preset", "value":"1"})");
+        ask(simulator.port(), R"({"set":"/control/bluetooth/clear_list","value":true})");
     }
     Simulator again(optionsOf(file), quick());
     QCOMPARE(again.start(), QString());
     QCOMPARE(valueOf(again, "/system/usb/mode").toString(), QStringLiteral("speakerphone_ec"));
     QCOMPARE(valueOf(again, "/preset/dsp/mixer/6/9").toInt(), -7);
     QCOMPARE(valueOf(again, "/status/bluetooth/list_size").toInt(), 1);
-    QCOMPARE(ask(again, "LOAD 1\r"), QByteArray("ACK LOAD 1\r"));
-    QCOMPARE(ask(again, "LOAD 2\r"), QByteArray("NACK LOAD 2\r"));
+    QCOMPARE(ask(again.port(), "LOAD 1\r"), QByteArray("ACK LOAD 1\r"));
+    QCOMPARE(ask(again.port(), "LOAD 2\r"), QByteArray("NACK LOAD 2\r"));
 }
 
 void LifeTest::damagedStateFile_data()
@@ -278,7 +246,7 @@ void LifeTest::voiceCue()
     const QByteArray uri = "tftp://127.0.0.2:" + QByteArray::number(server.localPort()) + "/cue.wav";
     const QByteArray order
         = R"({"set":"/control/fwdl","value":{"target":"VC_BT_SUCCESS","uri":")" + uri + "\"}}";
-    QVERIFY(ask(simulator, order).contains("\"OK\""));
+    QVERIFY(ask(simulator.port(), order).contains("\"OK\""));
     server.take();
     server.answer(QStringLiteral("00030001") + QLatin1String(file.toHex()));
     QCOMPARE(server.take(), QStringLiteral("4/1/0"));
@@ -340,7 +308,7 @@ void LifeTest::outlivesItsReader()
         client.socket.writeDatagram("{\"get\":\"/status/usb\"}", QHostAddress(QStringLiteral("127.0.0.12")),
                                     47800);
         return QTest::qWaitFor([&] { return !client.received.isEmpty(); }, 100)
-            && client.received.last().data().contains('"' + state + '"');
+            && client.received.last().contains('"' + state + '"');
     };
     QTRY_VERIFY(computerIs("disconnected"));
     reader.kill();
