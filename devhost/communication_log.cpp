@@ -115,7 +115,7 @@ qint64 CommunicationLog::append(const LogEntry &entry)
     m_bytes += bytesOf(entry);
     if (!m_showing.isActive())
         m_showing.start();
-    return m_first + qint64(m_entries.size()) - 1;
+    return newest();
 }
 
 void CommunicationLog::append(LogSource source, const QString &device, const QString &text)

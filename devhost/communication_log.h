@@ -33,6 +33,8 @@ public:
 
     const LogEntry &entry(int row) const { return m_entries[std::size_t(row)]; }
     qint64 numberOf(int row) const { return m_first + row; }
+    /// -1 before the first entry.
+    qint64 newest() const { return m_first + qint64(m_entries.size()) - 1; }
     /// Null when the log no longer has it; a row may still have to come for it.
     const LogEntry *numbered(qint64 number) const;
 

@@ -42,21 +42,22 @@ void DeviceTransport::removeRoute(const QString &name)
         m_askers.erase(asker);
 }
 
-void DeviceTransport::send(const QString &name, const QByteArray &bytes)
+bool DeviceTransport::send(const QString &name, const QByteArray &bytes)
 {
     const auto route = m_routes.constFind(name);
     if (route == m_routes.constEnd()) {
         emit problem(tr("A message for %1 was not sent: no such device is present.").arg(name));
-        return;
+        return false;
     }
     if (m_socket.writeDatagram(bytes, route->first, route->second) != bytes.size()) {
         emit problem(tr("A message of %1 bytes for %2 was not sent (%3). Check the network interface.")
                          .arg(bytes.size())
                          .arg(name, m_socket.errorString()));
-        return;
+        return false;
     }
     m_askers.insert(*route, name);
     emit sent(name, bytes);
+    return true;
 }
 
 void DeviceTransport::readPending()

@@ -27,8 +27,9 @@ public:
     /// Nothing can be sent to @p name any more.
     void removeRoute(const QString &name);
 
-    /// Sends one message. What cannot be sent is told by problem(), never lost without a word.
-    void send(const QString &name, const QByteArray &bytes);
+    /// Sends one message. What cannot be sent is told by problem(), never lost without a word, and the answer
+    /// is false.
+    bool send(const QString &name, const QByteArray &bytes);
 
 signals:
     void sent(const QString &name, const QByteArray &bytes);

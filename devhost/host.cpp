@@ -30,10 +30,11 @@ Host::Host(QObject *parent)
     , m_sessions(&m_registry, {&m_devices, &m_text, &m_aes67, nullptr, 0})
 {
     wireSimulated();
-    for (DeviceTransport *transport : {&m_text, &m_aes67})
+    for (DeviceTransport *transport : transports())
         connect(transport, &DeviceTransport::problem, this,
                 [this](const QString &text) { reportProblem(text); });
-    wireText(&m_text, &m_requests);
+    wireText(&m_text, &m_requests, false);
+    wireText(&m_byHand, &m_requestsByHand, true);
     wireBinary(&m_aes67);
     connect(&m_finder, &DeviceFinder::forgotten, &m_refusals,
             [this](const KnownDevice *device) { m_refusals.clear(device->name()); });
@@ -53,7 +54,7 @@ bool Host::isSimulated(const KnownDevice &device) const
 
 void Host::start(const Options &options, const QNetworkInterface &interface)
 {
-    for (DeviceTransport *transport : {&m_text, &m_aes67})
+    for (DeviceTransport *transport : transports())
         reportProblem(transport->open());
     QStringList plugins = options.plugins;
     if (plugins.isEmpty())
@@ -70,6 +71,11 @@ void Host::useInterface(const QNetworkInterface &interface)
     reportProblem(m_finder.listenOn(interface));
     m_sessions.setInterfaceIndex(interface.index());
     emit interfaceChanged();
+}
+
+qint64 Host::sendByHand(const QString &deviceName, const QByteArray &message)
+{
+    return m_byHand.send(deviceName, message) ? m_log.newest() : -1;
 }
 
 void Host::reportProblem(const QString &sentence, const QString &deviceName)
@@ -95,11 +101,13 @@ void Host::wireSimulated()
             [this](const QString &name, const QString &sentence) { reportProblem(sentence, name); });
 }
 
-void Host::wireText(DeviceTransport *transport, RequestWatch *requests)
+void Host::wireText(DeviceTransport *transport, RequestWatch *requests, bool isByHand)
 {
     connect(transport, &DeviceTransport::sent, this,
-            [this, requests](const QString &name, const QByteArray &bytes) {
-                requests->noteSent(name, bytes, m_log.append(requestEntry(name, bytes)));
+            [this, requests, isByHand](const QString &name, const QByteArray &bytes) {
+                LogEntry entry = requestEntry(name, bytes);
+                entry.isByHand = isByHand;
+                requests->noteSent(name, bytes, m_log.append(entry));
             });
     connect(transport, &DeviceTransport::received, this,
             [this, requests](const QString &name, const QByteArray &bytes) {
@@ -126,7 +134,7 @@ void Host::wireBinary(DeviceTransport *transport)
 void Host::wireDevice(KnownDevice *device)
 {
     const auto route = [this, device] {
-        for (DeviceTransport *transport : {&m_text, &m_aes67})
+        for (DeviceTransport *transport : transports())
             transport->setRoute(device->name(), device->ipAddress(), device->controlPort());
     };
     route();
@@ -145,7 +153,7 @@ void Host::wireDevice(KnownDevice *device)
 
 void Host::dropRoute(const KnownDevice *device)
 {
-    for (DeviceTransport *transport : {&m_text, &m_aes67})
+    for (DeviceTransport *transport : transports())
         transport->removeRoute(device->name());
 }
 

@@ -13,6 +13,8 @@
 #include <QNetworkInterface>
 #include <QObject>
 
+#include <array>
+
 namespace devhost {
 
 struct Options;
@@ -46,6 +48,10 @@ public:
     SimulatedDevices *simulated() { return &m_simulated; }
     CommunicationLog *log() { return &m_log; }
 
+    /// Sends a message of the user's own, past the editors' channels, and awaits its reply apart from theirs.
+    /// The answer is its number in the log; negative when it was not sent, which problem() tells.
+    qint64 sendByHand(const QString &deviceName, const QByteArray &message);
+
     /// Logs @p sentence and tells the window; an empty one is no problem.
     void reportProblem(const QString &sentence, const QString &deviceName = QString());
     void reportStatus(const QString &text, const QString &deviceName = QString());
@@ -60,9 +66,10 @@ signals:
     void sessionNotice(const QString &deviceName, const QString &sentence);
 
 private:
+    std::array<DeviceTransport *, 3> transports() { return {&m_text, &m_aes67, &m_byHand}; }
     void wireSimulated();
     /// Logs what the transport carries, paired by @p requests.
-    void wireText(DeviceTransport *transport, RequestWatch *requests);
+    void wireText(DeviceTransport *transport, RequestWatch *requests, bool isByHand);
     void wireBinary(DeviceTransport *transport);
     void wireDevice(KnownDevice *device);
     void dropRoute(const KnownDevice *device);
@@ -74,8 +81,10 @@ private:
     DeviceFinder m_finder;
     DeviceTransport m_text;
     DeviceTransport m_aes67;
+    DeviceTransport m_byHand;
     RequestWatch m_requests;
     Refusals m_refusals{&m_requests};
+    RequestWatch m_requestsByHand;
     PluginRegistry m_registry;
     SimulatedDevices m_simulated;
     QNetworkInterface m_interface;

@@ -116,6 +116,13 @@ void HostWindow::setUpConnections()
     connect(m_host, &Host::status, this, [this](const QString &text) { showStatus(text, false); });
     connect(m_log, &LogPanel::problem, this, [this](const QString &text) { m_host->reportProblem(text); });
     connect(m_log, &LogPanel::saved, this, [this](const QString &text) { m_host->reportStatus(text); });
+    connect(m_log, &LogPanel::sendRequested, this, [this](const QString &name, const QByteArray &message) {
+        m_log->showSent(m_host->sendByHand(name, message));
+    });
+    connect(m_devices, &DeviceView::selectionMoved, this, [this] {
+        const KnownDevice *device = m_devices->selectedDevice();
+        m_log->setTarget(device ? device->name() : QString());
+    });
     connect(m_host, &Host::interfaceChanged, this, &HostWindow::showInterface);
     connect(m_snapshots, &SnapshotDialogs::saved, this,
             [this](const QString &text) { m_host->reportStatus(text); });

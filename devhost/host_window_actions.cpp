@@ -56,6 +56,7 @@ void HostWindow::createMenus()
 void HostWindow::fillLogMenu(QMenu *menu)
 {
     menu->addAction(tr("&Filter"), m_log, &LogPanel::focusFilter, QKeySequence::Find);
+    menu->addAction(tr("&Message to Device"), m_log, &LogPanel::focusMessage, tr("Ctrl+M"));
     menu->addAction(tr("&Copy Lines"), m_log, &LogPanel::copySelected, tr("Ctrl+Shift+C"));
     menu->addAction(tr("&Save..."), m_log, &LogPanel::saveShown, tr("Ctrl+Shift+L"));
     menu->addAction(tr("C&lear"), m_host->log(), &CommunicationLog::clear);

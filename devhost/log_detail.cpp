@@ -4,10 +4,12 @@
 #include "devhost/look.h"
 
 #include <QEvent>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
 #include <QRegularExpression>
 #include <QSyntaxHighlighter>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace devhost {
@@ -37,33 +39,10 @@ protected:
     }
 };
 
-QString outcomeOf(const LogEntry &entry)
-{
-    const QString time = milliseconds(entry.replyMs);
-    switch (entry.outcome) {
-    case Outcome::None:
-        return QString();
-    case Outcome::Waiting:
-        return LogDetail::tr("waits for its reply");
-    case Outcome::Lost:
-        return LogDetail::tr("never answered");
-    case Outcome::Unasked:
-        return LogDetail::tr("a reply that no request waits for");
-    case Outcome::Refused:
-        return LogDetail::tr("refused after %1").arg(time);
-    case Outcome::Unreadable:
-        return LogDetail::tr("answered after %1 with what is no reply").arg(time);
-    default:
-        return entry.isLate ? LogDetail::tr("answered late, after %1").arg(time)
-                            : LogDetail::tr("answered after %1").arg(time);
-    }
-}
-
 QString headingOf(const LogEntry &entry)
 {
-    QStringList parts{entry.time.toString(QStringLiteral("HH:mm:ss.zzz")), entry.device, outcomeOf(entry)};
-    parts.removeAll(QString());
-    return parts.join(QStringLiteral("  \u00b7  "));
+    const QString outcome = outcomeText(entry);
+    return outcome.isEmpty() ? entry.time.toString(QStringLiteral("HH:mm:ss.zzz  ")) + entry.device : outcome;
 }
 
 QString textOf(const LogEntry &entry)
@@ -81,6 +60,7 @@ QString textOf(const LogEntry &entry)
 LogDetail::LogDetail(const CommunicationLog *log, QWidget *parent)
     : QWidget(parent)
     , m_log(log)
+    , m_top(new QHBoxLayout)
     , m_heading(new QLabel(this))
     , m_text(new QPlainTextEdit(this))
 {
@@ -91,13 +71,13 @@ LogDetail::LogDetail(const CommunicationLog *log, QWidget *parent)
     m_text->setAccessibleName(tr("Whole text of the chosen message and its reply"));
     m_text->setReadOnly(true);
     m_text->setTabChangesFocus(true);
-    m_text->setLineWrapMode(QPlainTextEdit::NoWrap);
     m_text->setFont(fixedFont());
     m_text->setPlaceholderText(tr("Choose a message to see all of it."));
-    new JsonColors(m_text->document());
+    m_colors = new JsonColors(m_text->document());
+    m_top->addWidget(m_heading, 1);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(6, 0, 0, 0);
-    column->addWidget(m_heading);
+    column->addLayout(m_top);
     column->addWidget(m_text);
     connect(log, &CommunicationLog::entryChanged, this, [this](qint64 number) {
         if (number == m_number)
@@ -112,6 +92,14 @@ void LogDetail::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
 }
 
+void LogDetail::addButton(QAction *action)
+{
+    auto *button = new QToolButton(this);
+    button->setDefaultAction(action);
+    button->setFocusPolicy(Qt::StrongFocus);
+    m_top->addWidget(button);
+}
+
 void LogDetail::show(qint64 number)
 {
     if (number == m_number)
@@ -124,6 +112,7 @@ void LogDetail::refresh()
 {
     const LogEntry *entry = m_log->numbered(m_number);
     m_heading->setText(entry ? headingOf(*entry) : QString());
+    m_colors->setDocument(entry && entry->isNote() ? nullptr : m_text->document());
     m_text->setPlainText(entry ? textOf(*entry) : QString());
 }
 

@@ -2,8 +2,11 @@
 
 #include <QWidget>
 
+class QAction;
+class QHBoxLayout;
 class QLabel;
 class QPlainTextEdit;
+class QSyntaxHighlighter;
 
 namespace devhost {
 
@@ -19,6 +22,8 @@ public:
     /// @p log is not owned.
     explicit LogDetail(const CommunicationLog *log, QWidget *parent = nullptr);
 
+    /// Puts a button for @p action beside the heading.
+    void addButton(QAction *action);
     /// @p number as in CommunicationLog.
     void show(qint64 number);
     /// The entry's number; -1 when none is shown.
@@ -32,8 +37,10 @@ private:
 
     const CommunicationLog *m_log;
     qint64 m_number = -1;
+    QHBoxLayout *m_top;
     QLabel *m_heading;
     QPlainTextEdit *m_text;
+    QSyntaxHighlighter *m_colors;
 };
 
 } // namespace devhost

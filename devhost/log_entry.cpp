@@ -13,6 +13,11 @@ namespace {
 // Laying out a line of a whole datagram takes longer than its row is on screen.
 constexpr int MostShown = 300;
 
+class Words
+{
+    Q_DECLARE_TR_FUNCTIONS(LogEntry)
+};
+
 const char *wordOf(LogSource source)
 {
     constexpr const char *words[] = {"tx", "rx", "plugin", "host", "problem"};
@@ -24,9 +29,8 @@ QString beginningOf(const QString &text)
     return text.size() <= MostShown ? text : text.left(MostShown) + QStringLiteral(" ...");
 }
 
-QString summaryOf(const QByteArray &message)
+QString summaryOf(const QByteArray &message, const RequestText &request)
 {
-    const RequestText request = readRequest(message);
     if (request.path.isEmpty())
         return beginningOf(readable(message));
     const QString words = request.command + QLatin1Char(' ') + request.path;
@@ -37,8 +41,7 @@ QString summaryOf(const QByteArray &message)
 QString summaryOf(const QByteArray &bytes, const ReplyText &reply)
 {
     if (reply.verdict == Verdict::Refused)
-        return beginningOf(
-            QCoreApplication::translate("LogEntry", "Refused: %1").arg(readable(reply.reason.toUtf8())));
+        return beginningOf(Words::tr("Refused: %1").arg(readable(reply.reason.toUtf8())));
     if (reply.verdict == Verdict::Confirmed && !reply.value.isUndefined())
         return beginningOf(compact(reply.value));
     return beginningOf(readable(bytes));
@@ -114,7 +117,9 @@ LogEntry requestEntry(const QString &device, const QByteArray &message)
 {
     LogEntry entry = newEntry(LogSource::Sent, device);
     entry.message = message;
-    entry.summary = summaryOf(message);
+    const RequestText request = readRequest(message);
+    entry.path = request.path;
+    entry.summary = summaryOf(message, request);
     entry.outcome = Outcome::Waiting;
     return entry;
 }
@@ -136,15 +141,38 @@ LogEntry binaryEntry(LogSource source, const QString &device, const QByteArray &
     return entry;
 }
 
+QString outcomeText(const LogEntry &entry)
+{
+    const QString time = milliseconds(entry.replyMs);
+    switch (entry.outcome) {
+    case Outcome::None:
+        return QString();
+    case Outcome::Waiting:
+        return Words::tr("waits for its reply");
+    case Outcome::Lost:
+        return Words::tr("never answered");
+    case Outcome::Unasked:
+        return Words::tr("a reply that no request waits for");
+    case Outcome::Refused:
+        return Words::tr("refused after %1").arg(time);
+    case Outcome::Unreadable:
+        return Words::tr("answered after %1 with what is no reply").arg(time);
+    default:
+        return entry.isLate ? Words::tr("answered late, after %1").arg(time)
+                            : Words::tr("answered after %1").arg(time);
+    }
+}
+
 QString milliseconds(double ms)
 {
     const int decimals = ms < 10 ? 2 : ms < 100 ? 1 : 0;
-    return QCoreApplication::translate("LogEntry", "%1 ms").arg(ms, 0, 'f', decimals);
+    return Words::tr("%1 ms").arg(ms, 0, 'f', decimals);
 }
 
 qint64 bytesOf(const LogEntry &entry)
 {
-    const int characters = entry.device.size() + entry.summary.size() + entry.replySummary.size();
+    const int characters
+        = entry.device.size() + entry.summary.size() + entry.path.size() + entry.replySummary.size();
     return qint64(sizeof(LogEntry)) + entry.message.size() + entry.reply.size()
         + qint64(sizeof(QChar)) * characters;
 }

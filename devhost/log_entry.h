@@ -23,6 +23,7 @@ struct LogEntry
     QString device; ///< empty for what concerns no device
     QByteArray message; ///< a request's bytes, or a note in UTF-8; empty for a reply alone
     QString summary; ///< the beginning of the message, in one line
+    QString path; ///< that a request is about; empty where there is none
     bool isByHand = false; ///< sent by the user, not by an editor
     Outcome outcome = Outcome::None;
     bool isLate = false;
@@ -47,6 +48,9 @@ LogEntry replyEntry(const QString &device, const QByteArray &bytes, const Reques
 
 /// A message of the binary side, sent or received, which is not paired.
 LogEntry binaryEntry(LogSource source, const QString &device, const QByteArray &bytes);
+
+/// What became of a request, for the user; empty for a note.
+QString outcomeText(const LogEntry &entry);
 
 /// A time with its unit, to three digits.
 QString milliseconds(double ms);

@@ -2,11 +2,14 @@
 
 #include "devhost/log_detail.h"
 #include "devhost/look.h"
+#include "devhost/message_bar.h"
 #include "devhost/plain_text.h"
 #include "devhost/request_watch.h"
+#include "devhost/seen_paths.h"
 #include "devhost/whole_file.h"
 #include "devhost/window_memory.h"
 
+#include <QAction>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
@@ -54,6 +57,8 @@ LogPanel::LogPanel(CommunicationLog *log, const RequestWatch *requests, QWidget 
     , m_filter(new LogFilter(log, this))
     , m_view(new QTableView(this))
     , m_detail(new LogDetail(log, this))
+    , m_paths(new SeenPaths(this))
+    , m_message(new MessageBar(m_paths, this))
     , m_filterEdit(new QLineEdit(this))
     , m_devices(new QComboBox(this))
     , m_figures(new QLabel(this))
@@ -72,12 +77,16 @@ LogPanel::LogPanel(CommunicationLog *log, const RequestWatch *requests, QWidget 
     splitter->setChildrenCollapsible(false);
     column->addLayout(createFilterRow());
     column->addWidget(splitter, 1);
+    column->addWidget(m_message);
     column->addLayout(createBottomRow());
     setUpView();
+    setUpActions();
     setUpFollowing();
     connect(m_log, &QAbstractItemModel::rowsInserted, this,
-            [this](const QModelIndex &, int first, int last) { noteDevices(first, last); });
+            [this](const QModelIndex &, int first, int last) { noteNews(first, last); });
     connect(m_requests, &RequestWatch::figuresChanged, this, &LogPanel::showFigures);
+    connect(m_log, &CommunicationLog::entryChanged, this, &LogPanel::handleChange);
+    connect(m_message, &MessageBar::sendRequested, this, &LogPanel::sendRequested);
     showFigures();
 }
 
@@ -135,105 +144,6 @@ void LogPanel::setUpFollowing()
     });
 }
 
-QHBoxLayout *LogPanel::createFilterRow()
-{
-    auto *row = new QHBoxLayout;
-    m_filterEdit->setObjectName(QStringLiteral("logFilter"));
-    markRemembered(m_filterEdit);
-    m_filterEdit->setAccessibleName(tr("Log filter"));
-    m_filterEdit->setPlaceholderText(tr("Filter the log, for example: usb -status"));
-    m_filterEdit->setToolTip(tr("Show the messages that hold every word; -word hides messages (Ctrl+F)"));
-    m_filterEdit->setClearButtonEnabled(true);
-    connect(m_filterEdit, &QLineEdit::textChanged, m_filter, &LogFilter::setText);
-    // The style sheet gives the placeholder another colour than a text.
-    connect(m_filterEdit, &QLineEdit::textChanged, m_filterEdit,
-            [this] { m_filterEdit->style()->polish(m_filterEdit); });
-    row->addWidget(m_filterEdit, 1);
-    m_devices->setObjectName(QStringLiteral("logDevice"));
-    m_devices->setAccessibleName(tr("Device whose messages are shown"));
-    m_devices->setToolTip(tr("Show the messages of this device"));
-    m_devices->setSizeAdjustPolicy(QComboBox::AdjustToContents);
-    m_devices->addItem(tr("All devices"));
-    connect(m_devices, QOverload<int>::of(&QComboBox::currentIndexChanged), this, [this] {
-        m_filter->setDevice(m_devices->currentData().toString());
-        showFigures();
-        followIfWanted();
-    });
-    row->addWidget(m_devices);
-    addShownSwitch(row, LogFilter::Polling, QStringLiteral("logPolling"), tr("Polling"),
-                   tr("Show the status and level requests that repeat themselves"));
-    addShownSwitch(row, LogFilter::Echoes, QStringLiteral("logEchoes"), tr("Echoes"),
-                   tr("Show what plugins write about the messages that are here anyway"));
-    addShownSwitch(row, LogFilter::Notes, QStringLiteral("logNotes"), tr("Notes"),
-                   tr("Show what plugins, host and simulator write"));
-    QToolButton *problems = addSwitch(
-        row, QStringLiteral("logProblems"), tr("Problems only"),
-        tr("Show only what was refused, late, lost, unreadable or not asked for, and warnings"), false);
-    connect(problems, &QToolButton::toggled, this, [this](bool only) {
-        m_filter->setOnlyProblems(only);
-        followIfWanted();
-    });
-    return row;
-}
-
-QHBoxLayout *LogPanel::createBottomRow()
-{
-    auto *row = new QHBoxLayout;
-    m_figures->setObjectName(QStringLiteral("logFigures"));
-    m_figures->setAccessibleName(tr("How devices answer"));
-    m_figures->setTextFormat(Qt::PlainText);
-    m_figures->setProperty("role", QStringLiteral("caption"));
-    m_figures->setMinimumWidth(1);
-    m_figures->setToolTip(
-        tr("Requests of editors. Late: answered after two seconds. Lost: not answered within ten."));
-    row->addWidget(m_figures, 1);
-    QToolButton *details = addSwitch(row, QStringLiteral("logDetails"), tr("Details"),
-                                     tr("Show the whole text of the chosen message"), true);
-    connect(details, &QToolButton::toggled, m_detail, &QWidget::setVisible);
-    m_follow = addSwitch(row, QStringLiteral("logFollow"), tr("Follow"),
-                         tr("Keep the newest message in view"), true);
-    connect(m_follow, &QToolButton::toggled, this, &LogPanel::followIfWanted);
-    connect(addButton(row, tr("Copy"), tr("Copy the selected messages, or all shown ones (Ctrl+Shift+C)")),
-            &QToolButton::clicked, this, &LogPanel::copySelected);
-    connect(addButton(row, tr("Save..."),
-                      tr("Save the shown messages to a file, as text or as JSON lines (Ctrl+Shift+L)")),
-            &QToolButton::clicked, this, &LogPanel::saveShown);
-    connect(addButton(row, tr("Clear"), tr("Empty the log")), &QToolButton::clicked, m_log,
-            &CommunicationLog::clear);
-    return row;
-}
-
-QToolButton *LogPanel::addButton(QHBoxLayout *row, const QString &text, const QString &tip)
-{
-    auto *button = new QToolButton(this);
-    button->setText(text);
-    button->setFocusPolicy(Qt::StrongFocus); // the Tab key reaches it
-    button->setToolTip(tip);
-    row->addWidget(button);
-    return button;
-}
-
-QToolButton *LogPanel::addSwitch(QHBoxLayout *row, const QString &name, const QString &text,
-                                 const QString &tip, bool on)
-{
-    QToolButton *button = addButton(row, text, tip);
-    button->setCheckable(true);
-    button->setChecked(on);
-    button->setObjectName(name);
-    markRemembered(button);
-    return button;
-}
-
-void LogPanel::addShownSwitch(QHBoxLayout *row, LogFilter::Kind kind, const QString &name,
-                              const QString &text, const QString &tip)
-{
-    connect(addSwitch(row, name, text, tip, m_filter->isShown(kind)), &QToolButton::toggled, this,
-            [this, kind](bool shown) {
-                m_filter->setShown(kind, shown);
-                followIfWanted();
-            });
-}
-
 void LogPanel::followIfWanted()
 {
     if (m_follow->isChecked())
@@ -244,13 +154,85 @@ void LogPanel::showChosen()
 {
     const QModelIndex current = m_view->currentIndex();
     if (current.isValid())
-        m_detail->show(m_filter->numberOf(current.row()));
+        choose(m_filter->numberOf(current.row()));
 }
 
-void LogPanel::noteDevices(int first, int last)
+void LogPanel::choose(qint64 number)
+{
+    m_detail->show(number);
+    const bool isRequest = chosenRequest();
+    m_sendAgain->setEnabled(isRequest);
+    m_edit->setEnabled(isRequest);
+}
+
+void LogPanel::setUpActions()
+{
+    m_sendAgain
+        = addAction(tr("Send Again"), tr("Ctrl+R"), tr("Send the chosen message to its device once more"));
+    connect(m_sendAgain, &QAction::triggered, this, [this] {
+        if (const LogEntry *request = chosenRequest())
+            emit sendRequested(request->device, QByteArray(request->message));
+    });
+    m_edit = addAction(tr("Edit"), tr("Ctrl+E"), tr("Put the chosen message into the message box"));
+    connect(m_edit, &QAction::triggered, this, [this] {
+        if (const LogEntry *request = chosenRequest())
+            m_message->edit(request->message);
+    });
+    QAction *copy = new QAction(tr("Copy"), this);
+    connect(copy, &QAction::triggered, this, &LogPanel::copySelected);
+    m_view->addAction(copy);
+    m_view->setContextMenuPolicy(Qt::ActionsContextMenu);
+    choose(-1);
+}
+
+QAction *LogPanel::addAction(const QString &text, const QKeySequence &keys, const QString &tip)
+{
+    auto *action = new QAction(text, this);
+    action->setShortcut(keys);
+    action->setToolTip(QStringLiteral("%1 (%2)").arg(tip, keys.toString(QKeySequence::NativeText)));
+    m_view->addAction(action);
+    m_detail->addButton(action);
+    return action;
+}
+
+const LogEntry *LogPanel::chosenRequest() const
+{
+    const LogEntry *entry = m_log->numbered(m_detail->number());
+    return entry && entry->source == LogSource::Sent ? entry : nullptr;
+}
+
+void LogPanel::setTarget(const QString &deviceName)
+{
+    m_message->setDevice(deviceName);
+}
+
+void LogPanel::showSent(qint64 number)
+{
+    m_sent = number;
+    if (number < 0) {
+        m_message->setState(tr("Not sent."));
+        return;
+    }
+    m_details->setChecked(true);
+    choose(number);
+    handleChange(number);
+}
+
+void LogPanel::handleChange(qint64 number)
+{
+    const LogEntry *entry = m_log->numbered(number);
+    if (!entry)
+        return;
+    m_paths->note(*entry);
+    if (number == m_sent)
+        m_message->setState(outcomeText(*entry));
+}
+
+void LogPanel::noteNews(int first, int last)
 {
     for (int row = first; row <= last; ++row) {
         const LogEntry &entry = m_log->entry(row);
+        m_paths->note(entry);
         if (entry.source != LogSource::Sent || m_knownDevices.contains(entry.device)
             || m_knownDevices.size() == MostDevices)
             continue;
@@ -264,6 +246,11 @@ void LogPanel::showFigures()
     const QString chosen = m_devices->currentData().toString();
     m_figures->setText(
         figuresText(chosen.isEmpty() ? m_requests->figuresOfAll() : m_requests->figures(chosen)));
+}
+
+void LogPanel::focusMessage()
+{
+    m_message->takeFocus();
 }
 
 void LogPanel::focusFilter()

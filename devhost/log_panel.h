@@ -6,6 +6,7 @@
 #include <QTimer>
 #include <QWidget>
 
+class QAction;
 class QComboBox;
 class QHBoxLayout;
 class QLabel;
@@ -16,7 +17,9 @@ class QToolButton;
 namespace devhost {
 
 class LogDetail;
+class MessageBar;
 class RequestWatch;
+class SeenPaths;
 
 /// The communication log on screen: what of it is shown, the whole of a message, how devices answer, and
 /// copying and saving.
@@ -29,6 +32,11 @@ public:
     LogPanel(CommunicationLog *log, const RequestWatch *requests, QWidget *parent = nullptr);
 
     void focusFilter();
+    void focusMessage();
+    /// The device that the user's messages go to; empty when there is none.
+    void setTarget(const QString &deviceName);
+    /// Shows what becomes of the entry of that number; of none when it is negative.
+    void showSent(qint64 number);
     void copySelected();
     /// Asks for a file and writes the shown entries into it, as JSON lines if its name ends in ".jsonl".
     void saveShown();
@@ -37,6 +45,8 @@ signals:
     /// A sentence for the user.
     void problem(const QString &sentence);
     void saved(const QString &sentence);
+    /// The user has a message for a device; showSent() is to follow.
+    void sendRequested(const QString &deviceName, const QByteArray &message);
 
 protected:
     void changeEvent(QEvent *event) override;
@@ -45,6 +55,8 @@ private:
     void setUpView();
     void wearFont();
     void setUpFollowing();
+
+    // Tools (log_panel_tools.cpp)
     QHBoxLayout *createFilterRow();
     QHBoxLayout *createBottomRow();
     QToolButton *addButton(QHBoxLayout *row, const QString &text, const QString &tip);
@@ -54,8 +66,14 @@ private:
                         const QString &tip);
     void followIfWanted();
     void showChosen();
-    void noteDevices(int first, int last);
+    void choose(qint64 number);
+    void noteNews(int first, int last);
     void showFigures();
+    void setUpActions();
+    QAction *addAction(const QString &text, const QKeySequence &keys, const QString &tip);
+    void handleChange(qint64 number);
+    /// Null when none is chosen, or the chosen one is no request.
+    const LogEntry *chosenRequest() const;
     QList<int> selectedRows() const;
 
     CommunicationLog *m_log;
@@ -63,10 +81,16 @@ private:
     LogFilter *m_filter;
     QTableView *m_view;
     LogDetail *m_detail;
+    SeenPaths *m_paths;
+    MessageBar *m_message;
+    qint64 m_sent = -1; ///< the last message from the message box
+    QAction *m_sendAgain = nullptr;
+    QAction *m_edit = nullptr;
     QLineEdit *m_filterEdit;
     QComboBox *m_devices;
     QLabel *m_figures;
     QToolButton *m_follow = nullptr;
+    QToolButton *m_details = nullptr;
     QSet<QString> m_knownDevices;
     QTimer m_following;
 };

@@ -2,17 +2,22 @@
 #include "devhost/device_transport.h"
 #include "devhost/log_filter.h"
 #include "devhost/log_panel.h"
+#include "devhost/message_bar.h"
 #include "devhost/message_recorder.h"
 #include "devhost/request_watch.h"
+#include "devhost/seen_paths.h"
 #include "devhost/whole_file.h"
 
 #include <QAbstractItemModelTester>
+#include <QAbstractItemView>
 #include <QAccessible>
+#include <QCompleter>
 #include <QDir>
 #include <QFile>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QSignalSpy>
 #include <QTableView>
@@ -61,6 +66,9 @@ private slots:
     void filters_data();
     void filters();
     void showsWholeMessages();
+    void takesTypedMessages_data();
+    void takesTypedMessages();
+    void helpsTyping();
     void exportsMessages();
     void pairsReplies_data();
     void pairsReplies();
@@ -221,6 +229,67 @@ void Log::showsWholeMessages()
     };
     const QWidget *unnamed = nameless();
     QVERIFY2(!unnamed, unnamed ? unnamed->metaObject()->className() : "");
+}
+
+void Log::takesTypedMessages_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QByteArray>("bytes");
+    QTest::newRow("JSON") << QStringLiteral(R"({"set":"/a","value":"\\r\"\u00e9"})")
+                          << QByteArray(R"({"set":"/a","value":"\\r\"\u00e9"})");
+    QTest::newRow("broken JSON") << QStringLiteral("{\\x00") << QByteArray("{\\x00");
+    QTest::newRow("plain") << QStringLiteral("LOAD 3\\r") << QByteArray("LOAD 3\r");
+    QTest::newRow("backslash") << QStringLiteral("a\\x5cr") << QByteArray("a\\r");
+    QTest::newRow("binary") << QStringLiteral("\\x7b\\x00\\xff\\n") << QByteArray("{\0\xff\n", 4);
+}
+
+void Log::takesTypedMessages()
+{
+    QFETCH(const QString, typed);
+    QFETCH(const QByteArray, bytes);
+    QCOMPARE(MessageBar::bytesOf(typed), bytes);
+    QCOMPARE(MessageBar::typedFor(bytes), typed);
+}
+
+void Log::helpsTyping()
+{
+    SeenPaths paths;
+    LogEntry entry = requestEntry(QString(), R"({"get":"/system/usb"})");
+    const QByteArray reply = R"({"result":"OK","value":{"mode":"2x2","priority":false}})";
+    entry.setReply(reply, {1, 1, false, readReply(reply)});
+    paths.note(requestEntry(QString(), R"({"get":"/info"})"));
+    paths.note(entry);
+    QCOMPARE(paths.stringList(),
+             (QStringList{QStringLiteral("/info"), QStringLiteral("/system/usb"),
+                          QStringLiteral("/system/usb/mode"), QStringLiteral("/system/usb/priority")}));
+    MessageBar bar(&paths);
+    QList<QByteArray> sent;
+    connect(&bar, &MessageBar::sendRequested, this,
+            [&sent](const QString &, const QByteArray &message) { sent.append(message); });
+    auto *field = bar.findChild<QLineEdit *>(QStringLiteral("messageField"));
+    auto *completer = bar.findChild<QCompleter *>();
+    const auto choose = [&](const QString &typed) {
+        field->clear();
+        QTest::keyClicks(field, typed);
+        emit completer->activated(completer->currentCompletion());
+        completer->popup()->hide();
+        QTest::keyClick(field, Qt::Key_Return);
+    };
+    choose(QStringLiteral("/in"));
+    QCOMPARE(sent, QList<QByteArray>()); // to nobody
+    bar.setDevice(QStringLiteral("KBX-1"));
+    choose(QStringLiteral("/in"));
+    choose(QStringLiteral("{\"set\":\"/system/usb/m"));
+    choose(QString());
+    QCOMPARE(sent, (QList<QByteArray>{R"({"get":"/info"})", R"({"set":"/system/usb/mode)"}));
+    field->setText(QStringLiteral("draft"));
+    QStringList recalled;
+    for (int key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down}) {
+        QTest::keyClick(field, Qt::Key(key));
+        recalled.append(field->text().left(7));
+    }
+    QCOMPARE(recalled.join(QLatin1Char(' ')),
+             QStringLiteral(R"({"set": {"get": {"get": {"set": draft draft)"));
 }
 
 void Log::exportsMessages()

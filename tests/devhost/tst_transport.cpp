@@ -1,4 +1,6 @@
-#include "devhost/device_transport.h"
+#include "devhost/host.h"
+#include "devhost/known_device.h"
+#include "devhost/options.h"
 #include "tests/devhost/fake_device.h"
 
 #include <QEventLoop>
@@ -28,6 +30,7 @@ private slots:
     void keepsDeliveringInsideNestedLoop();
     void saysWhatWasNotSent_data();
     void saysWhatWasNotSent();
+    void sendsByHandApartFromEditors();
 
 private:
     QScopedPointer<DeviceTransport> m_transport;
@@ -127,6 +130,31 @@ void Transport::saysWhatWasNotSent()
     QCOMPARE(sent.count(), 0);
     QCOMPARE(problem.count(), 1);
     QVERIFY(problem.first().first().toString().contains(device));
+}
+
+void Transport::sendsByHandApartFromEditors()
+{
+    Host host;
+    Options options;
+    options.plugins = QStringList{QStringLiteral("none")};
+    host.start(options, loopbackInterface());
+    QSignalSpy editors(host.transport(), &DeviceTransport::received);
+    m_device->announce(name().toUtf8());
+    QTRY_VERIFY(host.finder()->device(name()));
+    host.transport()->send(name(), "of an editor");
+    QTRY_COMPARE(m_device->heard().size(), 1);
+    const QByteArray binary = QByteArray::fromHex("00ff0d");
+    const qint64 number = host.sendByHand(name(), binary);
+    QTRY_COMPARE(m_device->heard().last(), binary);
+    m_device->answer("NACK");
+    QTRY_COMPARE(host.log()->numbered(number)->outcome, Outcome::Refused);
+    QCOMPARE(host.log()->numbered(number)->message, binary);
+    QCOMPARE(editors.count(), 0);
+    QCOMPARE(host.requests()->figures(name()).waiting, 1);
+    QCOMPARE(host.requests()->figures(name()).refused, 0);
+    QCOMPARE(host.sendByHand(name(), QByteArray(70000, 'x')), qint64(-1));
+    host.finder()->device(name())->setPresent(false);
+    QCOMPARE(host.sendByHand(name(), "gone"), qint64(-1));
 }
 
 QTEST_MAIN(Transport)
