@@ -55,6 +55,7 @@ DeviceTableModel::DeviceTableModel(Host *host, QObject *parent)
         refresh(name);
     });
     connect(host->sessions(), &EditorSessions::closed, this, &DeviceTableModel::refresh);
+    connect(host->simulated(), &SimulatedDevices::changed, this, &DeviceTableModel::refresh);
     connect(host->refusals(), &Refusals::changed, this, &DeviceTableModel::refresh);
 }
 
@@ -128,6 +129,9 @@ QString DeviceTableModel::statusWithMarks(const KnownDevice &device) const
     const EditorSession *session = m_host->sessions()->session(device.name());
     if (session && !session->hint().isEmpty())
         parts.append(session->hint());
+    const SimulatedDevice *simulated = m_host->simulated()->device(device.name());
+    if (simulated && !simulated->summary().isEmpty())
+        parts.append(tr("Fault: %1").arg(simulated->summary()));
     return (parts << statusOf(device)).join(QStringLiteral("  \u00b7  "));
 }
 

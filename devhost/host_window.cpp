@@ -2,6 +2,7 @@
 
 #include "devhost/device_table_model.h"
 #include "devhost/device_view.h"
+#include "devhost/fault_panel.h"
 #include "devhost/host.h"
 #include "devhost/known_device.h"
 #include "devhost/log_panel.h"
@@ -43,6 +44,7 @@ HostWindow::HostWindow(Host *host, WindowMemory *memory, const QString &snapshot
     , m_interfaces(new QComboBox(this))
     , m_status(new QLabel(this))
     , m_counts(new QLabel(this))
+    , m_faultPanel(new FaultPanel(this))
 {
     setWindowTitle(tr("Plexo Development Host"));
     setObjectName(QStringLiteral("hostWindow"));

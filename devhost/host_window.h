@@ -14,6 +14,7 @@ namespace devhost {
 class DeviceTableModel;
 class DeviceView;
 class EditorSession;
+class FaultPanel;
 class Host;
 class KnownDevice;
 class LogPanel;
@@ -52,7 +53,6 @@ private:
     void fillLogMenu(QMenu *menu);
     void fillDeviceMenu(QMenu *menu);
     void fillPresetMenu(QMenu *menu, const QString &tip, bool store);
-    void fillFaultMenu();
     void createContextMenu();
     void createToolBar();
     void addMenuButton(QToolBar *bar, QMenu *menu, const QIcon &icon, const QString &text);
@@ -66,7 +66,7 @@ private:
     void loadSnapshot();
     void usePreset(int number, bool store);
     bool askToStore(const EditorSession &session, int number);
-    void applyFaults(const QString &text, const QStringList &arguments);
+    void showFaults();
     void useInterface(const QString &name);
     void showSelectedRefusals();
     void reopen(const QString &deviceName);
@@ -100,7 +100,8 @@ private:
     QMenu *m_deviceMenu = nullptr;
     QMenu *m_storeMenu = nullptr;
     QMenu *m_recallMenu = nullptr;
-    QMenu *m_faultMenu = nullptr;
+    QAction *m_faults = nullptr;
+    FaultPanel *m_faultPanel;
 };
 
 } // namespace devhost

@@ -1,7 +1,7 @@
 // The menus, the tool bar and what their actions do.
 
 #include "devhost/device_view.h"
-#include "devhost/fault_choices.h"
+#include "devhost/fault_panel.h"
 #include "devhost/help_menu.h"
 #include "devhost/host.h"
 #include "devhost/host_window.h"
@@ -14,7 +14,6 @@
 #include "devhost/snapshot_dialogs.h"
 #include "devhost/window_menu.h"
 
-#include <QActionGroup>
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMenuBar>
@@ -82,12 +81,15 @@ void HostWindow::fillDeviceMenu(QMenu *menu)
     menu->addSeparator();
     m_refusals = addAction(menu, tr("R&efused Changes..."), tr("Ctrl+R"),
                            tr("Show what the device refused, and why"), &HostWindow::showSelectedRefusals);
-    m_faultMenu = menu->addMenu(tr("Simulated &Faults"));
-    fillFaultMenu();
+    m_faults = addAction(menu, tr("Simulated &Faults..."), tr("Ctrl+D"),
+                         tr("Let the simulated device misbehave while it runs"), &HostWindow::showFaults);
     menu->addSeparator();
     menu->addAction(tr("&Quit"), this, &QWidget::close, QKeySequence::Quit);
-    const QPair<QAction *, Picture> pictures[]
-        = {{m_open, Picture::Open}, {close, Picture::Close}, {save, Picture::Save}, {load, Picture::Load}};
+    const QPair<QAction *, Picture> pictures[] = {{m_open, Picture::Open},
+                                                  {close, Picture::Close},
+                                                  {save, Picture::Save},
+                                                  {load, Picture::Load},
+                                                  {m_faults, Picture::Faults}};
     for (const auto &picture : pictures)
         picture.first->setIcon(drawnIcon(picture.second));
     m_editorActions = {close, save, load, m_storeMenu->menuAction(), m_recallMenu->menuAction()};
@@ -104,21 +106,6 @@ void HostWindow::fillPresetMenu(QMenu *menu, const QString &tip, bool store)
     }
 }
 
-void HostWindow::fillFaultMenu()
-{
-    m_faultMenu->setToolTip(tr("Let the simulated device misbehave; it starts anew with its settings kept"));
-    m_faultMenu->setToolTipsVisible(true);
-    auto *group = new QActionGroup(m_faultMenu);
-    for (const FaultChoice &choice : faultChoices()) {
-        QAction *action = m_faultMenu->addAction(
-            choice.text, this, [this, choice] { applyFaults(choice.text, choice.arguments); });
-        action->setToolTip(choice.tip);
-        action->setCheckable(true);
-        action->setData(choice.arguments);
-        group->addAction(action);
-    }
-}
-
 void HostWindow::createContextMenu()
 {
     auto *menu = new QMenu(m_devices);
@@ -128,7 +115,7 @@ void HostWindow::createContextMenu()
     menu->addSeparator();
     menu->addActions({m_storeMenu->menuAction(), m_recallMenu->menuAction()});
     menu->addSeparator();
-    menu->addActions({m_refusals, m_faultMenu->menuAction()});
+    menu->addActions({m_refusals, m_faults});
     menu->addSeparator();
     menu->addAction(tr("Copy &Name"), this,
                     [this] { QGuiApplication::clipboard()->setText(m_devices->selectedDevice()->name()); });
@@ -154,7 +141,8 @@ void HostWindow::createToolBar()
     bar->addSeparator();
     addMenuButton(bar, m_storeMenu, drawnIcon(Picture::Store), tr("Store Preset"));
     addMenuButton(bar, m_recallMenu, drawnIcon(Picture::Recall), tr("Recall Preset"));
-    addMenuButton(bar, m_faultMenu, drawnIcon(Picture::Faults), tr("Faults"));
+    bar->addSeparator();
+    bar->addAction(m_faults);
 }
 
 void HostWindow::addMenuButton(QToolBar *bar, QMenu *menu, const QIcon &icon, const QString &text)
@@ -239,14 +227,12 @@ bool HostWindow::askToStore(const EditorSession &session, int number)
     return box.clickedButton() == store && alive;
 }
 
-void HostWindow::applyFaults(const QString &text, const QStringList &arguments)
+void HostWindow::showFaults()
 {
-    SimulatedDevice *simulated = selectedSimulated();
-    if (!simulated)
-        return;
-    simulated->start(arguments);
-    m_host->reportStatus(tr("%1 starts anew: %2.").arg(simulated->name(), text), simulated->name());
-    refreshActions();
+    m_faultPanel->setDevice(selectedSimulated());
+    m_faultPanel->show();
+    m_faultPanel->raise();
+    m_faultPanel->activateWindow();
 }
 
 void HostWindow::refreshActions()
@@ -257,10 +243,10 @@ void HostWindow::refreshActions()
     for (QAction *action : qAsConst(m_editorActions))
         action->setEnabled(selectedSession());
     m_refusals->setEnabled(device && m_host->refusals()->count(device->name()) > 0);
-    const SimulatedDevice *simulated = selectedSimulated();
-    m_faultMenu->menuAction()->setEnabled(simulated);
-    for (QAction *action : m_faultMenu->actions())
-        action->setChecked(simulated && action->data().toStringList() == simulated->faults());
+    SimulatedDevice *simulated = selectedSimulated();
+    m_faults->setEnabled(simulated);
+    if (m_faultPanel->isVisible() && m_faultPanel->device() != simulated)
+        m_faultPanel->setDevice(simulated);
 }
 
 } // namespace devhost

@@ -1,5 +1,11 @@
 #include "devhost/simulated_device.h"
 
+#include "devhost/faults.h"
+#include "devhost/refusals.h"
+
+#include <QJsonArray>
+#include <QJsonDocument>
+
 namespace devhost {
 
 namespace {
@@ -13,11 +19,12 @@ SimulatedDevice::SimulatedDevice(const QString &name, const QString &program, co
                                  QObject *parent)
     : QObject(parent)
     , m_name(name)
-    , m_arguments(arguments)
 {
     m_process.setProgram(program);
+    m_process.setArguments(arguments + QStringList{QStringLiteral("--orders")});
     m_process.setProcessChannelMode(QProcess::MergedChannels);
-    connect(&m_process, &QProcess::readyReadStandardOutput, this, &SimulatedDevice::passOnOutput);
+    connect(&m_process, &QProcess::started, this, &SimulatedDevice::changed);
+    connect(&m_process, &QProcess::readyReadStandardOutput, this, &SimulatedDevice::readOutput);
     connect(&m_process, QOverload<int, QProcess::ExitStatus>::of(&QProcess::finished), this,
             &SimulatedDevice::handleFinished);
     connect(&m_process, &QProcess::errorOccurred, this, [this](QProcess::ProcessError error) {
@@ -39,39 +46,88 @@ SimulatedDevice::~SimulatedDevice()
     m_process.waitForFinished(EndMs);
 }
 
-void SimulatedDevice::start(const QStringList &faults)
+void SimulatedDevice::start()
 {
-    m_faults = faults;
-    if (m_process.state() == QProcess::NotRunning) {
-        launch();
-        return;
+    if (m_process.state() == QProcess::NotRunning)
+        m_process.start();
+}
+
+void SimulatedDevice::order(const QString &path, const QJsonValue &value)
+{
+    if (isRunning())
+        send({{QStringLiteral("set"), path}, {QStringLiteral("value"), value}});
+    else
+        emit refused(tr("The simulated device %1 does not run. Press Start Again.").arg(m_name));
+}
+
+void SimulatedDevice::orderAllWell()
+{
+    const QVector<Order> orders = allWell(m_nodes);
+    for (const Order &each : orders)
+        order(each.path, each.value);
+}
+
+void SimulatedDevice::send(const QJsonObject &order)
+{
+    m_process.write(QJsonDocument(order).toJson(QJsonDocument::Compact) + '\n');
+}
+
+QJsonValue SimulatedDevice::value(const QString &path) const
+{
+    QJsonValue value = m_nodes;
+    for (const QString &part : path.split(QLatin1Char('/'), Qt::SkipEmptyParts)) {
+        if (value.isArray())
+            value = value.toArray().at(part.toInt());
+        else
+            value = value.toObject().value(part);
     }
-    m_restarting = true;
-    m_process.terminate();
+    return value;
 }
 
-void SimulatedDevice::launch()
+QStringList SimulatedDevice::channels() const
 {
-    m_restarting = false;
-    m_process.setArguments(m_arguments + m_faults);
-    m_process.start();
+    return channelsOf(m_nodes);
 }
 
-void SimulatedDevice::passOnOutput()
+QString SimulatedDevice::summary() const
 {
-    while (m_process.canReadLine())
-        emit said(QString::fromUtf8(m_process.readLine()).trimmed());
+    return isRunning() ? summaryOf(m_nodes) : tr("does not run");
+}
+
+void SimulatedDevice::readOutput()
+{
+    while (m_process.canReadLine()) {
+        const QByteArray line = m_process.readLine().trimmed();
+        if (line.startsWith('{'))
+            readAnswer(line);
+        else
+            emit said(QString::fromUtf8(line));
+    }
+}
+
+void SimulatedDevice::readAnswer(const QByteArray &line)
+{
+    const QJsonObject answer = QJsonDocument::fromJson(line).object();
+    const QString path = answer.value(QLatin1String("param")).toString();
+    const QString result = answer.value(QLatin1String("result")).toString(QStringLiteral("OK"));
+    const QString node = path.section(QLatin1Char('/'), 1, 1);
+    if (result != QLatin1String("OK")) {
+        emit refused(tr("The simulated device %1 did not do that: %2.").arg(m_name, shortened(result)));
+        emit changed(); // what was shown as wanted is not so
+    } else if (path == QLatin1Char('/') + node) {
+        m_nodes.insert(node, answer.value(QLatin1String("value")));
+        emit changed();
+    } else if (!node.isEmpty()) {
+        send({{QStringLiteral("get"), QString(QLatin1Char('/') + node)}});
+    }
 }
 
 void SimulatedDevice::handleFinished()
 {
-    passOnOutput();
-    if (m_restarting) {
-        launch();
-        return;
-    }
-    emit failed(tr("The simulated device %1 ended by itself (code %2). Choose No faults in its menu of "
-                   "faults to start it again.")
+    readOutput();
+    m_nodes = {};
+    emit changed();
+    emit failed(tr("The simulated device %1 ended by itself (code %2). Start it again in its faults.")
                     .arg(m_name)
                     .arg(m_process.exitCode()));
 }

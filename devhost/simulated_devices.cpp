@@ -50,8 +50,11 @@ void SimulatedDevices::start(int count)
                 [this, name](const QString &line) { emit said(name, line); });
         connect(device, &SimulatedDevice::failed, this,
                 [this, name](const QString &sentence) { emit failed(name, sentence); });
+        connect(device, &SimulatedDevice::refused, this,
+                [this, name](const QString &sentence) { emit failed(name, sentence); });
+        connect(device, &SimulatedDevice::changed, this, [this, name] { emit changed(name); });
         m_devices.append(device);
-        device->start({});
+        device->start();
     }
 }
 

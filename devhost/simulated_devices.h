@@ -27,7 +27,10 @@ public:
 
 signals:
     void said(const QString &deviceName, const QString &line);
+    /// A sentence for the user on what was not done, or on a device that ended.
     void failed(const QString &deviceName, const QString &sentence);
+    /// Other things are on than before.
+    void changed(const QString &deviceName);
 
 private:
     QStringList argumentsOf(int index, const QString &name) const;

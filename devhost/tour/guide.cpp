@@ -91,9 +91,9 @@ QWidget *Guide::editor() const
     return session() ? session()->editor() : nullptr;
 }
 
-void Guide::restartDevice(const QStringList &faults) const
+void Guide::order(const QString &path, const QJsonValue &value) const
 {
-    m_host->simulated()->device(device()->name())->start(faults);
+    m_host->simulated()->device(device()->name())->order(path, value);
 }
 
 QWidget *Guide::windowTitled(const QString &title) const

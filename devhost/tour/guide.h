@@ -41,8 +41,8 @@ public:
     DeviceView *deviceView() const;
     QModelIndex deviceRow() const;
     EditorSession *session() const;
-    /// Starts the simulated device anew with these options of its program, its settings kept.
-    void restartDevice(const QStringList &faults) const;
+    /// Tells the simulated device to misbehave, or no longer.
+    void order(const QString &path, const QJsonValue &value) const;
     TrafficWatch &traffic() { return m_traffic; }
     DeviceProbe &probe() { return m_probe; }
 

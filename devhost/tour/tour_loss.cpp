@@ -61,7 +61,7 @@ Step closing(Guide &guide, const QString &name, QMessageBox::StandardButton butt
 Step fallSilent(Guide &guide, const QString &name, const QString &picture)
 {
     const auto act = [&guide] {
-        guide.restartDevice({QStringLiteral("--drop"), QStringLiteral("1")});
+        guide.order(QStringLiteral("/faults/drop"), 1);
         return QString();
     };
     return question(guide, name, act, TimedOut, picture);
@@ -70,7 +70,8 @@ Step fallSilent(Guide &guide, const QString &name, const QString &picture)
 Step comeBack(Guide &guide)
 {
     Step step = guide.heard(QStringLiteral("the device is back and answers"), [&guide] {
-        guide.restartDevice({});
+        guide.order(QStringLiteral("/faults/drop"), 0);
+        guide.order(QStringLiteral("/present"), true);
         guide.probe().read(*guide.device(), {UsbStatus});
         return QString();
     });
@@ -107,7 +108,7 @@ Steps timeoutSteps(Guide &guide)
 Step loseDevice(Guide &guide)
 {
     const auto act = [&guide] {
-        guide.restartDevice({QStringLiteral("--vanish-after"), QStringLiteral("1")});
+        guide.order(QStringLiteral("/present"), false);
         return QString();
     };
     Step step = question(guide, QStringLiteral("the device is gone, and the editor says so"), act, Failed,
