@@ -12,7 +12,7 @@ namespace devhost {
 /// In bytes; a longer datagram is no announcement.
 constexpr int LongestAnnouncement = 4096;
 
-/// What a device says about itself once a second (docs/simulated-device.md, "Announcement").
+/// What a device says about itself once a second (docs/device-guide.md, "Announcement").
 struct Announcement
 {
     QString name;

@@ -7,7 +7,7 @@ namespace sim {
 
 /// Every path of this model: what it takes and what it holds as the device leaves the factory. The values of
 /// "/control/..." are the arguments of commands.
-const std::vector<Row> &deviceTable();
+std::vector<Row> deviceTable();
 
 /// The parameters as the device of that name leaves the factory.
 ParameterTree factoryTree(const Identity &identity);

@@ -1,5 +1,6 @@
 #include "simulator/options.h"
 
+#include "simulator/description.h"
 #include "simulator/ipv4_text.h"
 #include "simulator/orders.h"
 
@@ -98,6 +99,8 @@ void describe(QCommandLineParser *parser)
     for (const OptionText &text : OptionTexts)
         parser->addOption({QString::fromLatin1(text.name), QString::fromLatin1(text.description),
                            QString::fromLatin1(text.valueName), QString::fromLatin1(text.standard)});
+    parser->addOption(
+        {QStringLiteral("describe"), QStringLiteral("Print the tables of the device guide and end.")});
     parser->addOption({QStringLiteral("orders"), QStringLiteral("Take orders from the standard input.")});
     parser->addOption(
         {QStringLiteral("exit-with-parent"), QStringLiteral("End when the parent process ends.")});
@@ -157,6 +160,10 @@ ParsedOptions parseOptions(const QStringList &arguments)
     }
     if (parser.isSet(QStringLiteral("help"))) {
         parsed.help = parser.helpText();
+        return parsed;
+    }
+    if (parser.isSet(QStringLiteral("describe"))) {
+        parsed.help = deviceDescription();
         return parsed;
     }
     if (!parser.positionalArguments().isEmpty()) {

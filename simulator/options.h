@@ -28,7 +28,7 @@ struct ParsedOptions
 {
     Options options;
     QString error; ///< a sentence for the user; empty when all is well
-    QString help; ///< the help text, when it was asked for
+    QString help; ///< what to print instead of running: the help, or the description
 };
 
 /// `arguments` begins with the program's name.

@@ -247,7 +247,8 @@ QString takenBy(const Node &node)
     case Kind::Word:
         return QStringLiteral("one of ") + node.names.join(QStringLiteral(", "));
     case Kind::Text:
-        return range("a text whose UTF-8 has") + QStringLiteral(" bytes");
+        return node.most == 0 ? QStringLiteral("a text")
+                              : range("a text whose UTF-8 has") + QStringLiteral(" bytes");
     case Kind::Address:
         return QStringLiteral("a dotted IPv4 address");
     case Kind::Netmask:

@@ -62,6 +62,7 @@ struct Row
     Type type;
     /// JSON; below an array either one value for all elements or an array with one each. Empty for none.
     const char *factory;
+    const char *about = ""; ///< for the device guide
     bool settable = true; ///< from outside
 };
 
