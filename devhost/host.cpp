@@ -36,6 +36,10 @@ Host::Host(QObject *parent)
     wireText(&m_text, &m_requests, false);
     wireText(&m_byHand, &m_requestsByHand, true);
     wireBinary(&m_aes67);
+    for (const DeviceTransport *transport : {&m_text, &m_byHand})
+        m_recorder.follow(transport);
+    connect(&m_recorder, &SessionRecorder::problem, this,
+            [this](const QString &text) { reportProblem(text); });
     connect(&m_finder, &DeviceFinder::forgotten, &m_refusals,
             [this](const KnownDevice *device) { m_refusals.clear(device->name()); });
     connect(&m_refusals, &Refusals::refused, this,
@@ -69,6 +73,7 @@ void Host::useInterface(const QNetworkInterface &interface)
 {
     m_interface = interface;
     reportProblem(m_finder.listenOn(interface));
+    m_recorder.setInterface(interface);
     m_sessions.setInterfaceIndex(interface.index());
     emit interfaceChanged();
 }

@@ -7,6 +7,7 @@
 #include "devhost/plugin_registry.h"
 #include "devhost/refusals.h"
 #include "devhost/request_watch.h"
+#include "devhost/session_recorder.h"
 #include "devhost/simulated_devices.h"
 #include "host/px_devices.h"
 
@@ -47,6 +48,7 @@ public:
     EditorSessions *sessions() { return &m_sessions; }
     SimulatedDevices *simulated() { return &m_simulated; }
     CommunicationLog *log() { return &m_log; }
+    SessionRecorder *recorder() { return &m_recorder; }
 
     /// Sends a message of the user's own, past the editors' channels, and awaits its reply apart from theirs.
     /// The answer is its number in the log; negative when it was not sent, which problem() tells.
@@ -82,6 +84,7 @@ private:
     DeviceTransport m_text;
     DeviceTransport m_aes67;
     DeviceTransport m_byHand;
+    SessionRecorder m_recorder{&m_finder};
     RequestWatch m_requests;
     Refusals m_refusals{&m_requests};
     RequestWatch m_requestsByHand;

@@ -11,6 +11,7 @@
 #include "devhost/look_menu.h"
 #include "devhost/network_choice.h"
 #include "devhost/plain_text.h"
+#include "devhost/record_action.h"
 #include "devhost/snapshot_dialogs.h"
 #include "devhost/window_menu.h"
 
@@ -58,6 +59,9 @@ void HostWindow::fillLogMenu(QMenu *menu)
     menu->addAction(tr("&Message to Device"), m_log, &LogPanel::focusMessage, tr("Ctrl+M"));
     menu->addAction(tr("&Copy Lines"), m_log, &LogPanel::copySelected, tr("Ctrl+Shift+C"));
     menu->addAction(tr("&Save..."), m_log, &LogPanel::saveShown, tr("Ctrl+Shift+L"));
+    auto *record = new RecordAction(m_host, m_memory, this);
+    menu->addAction(record);
+    m_log->addTool(record);
     menu->addAction(tr("C&lear"), m_host->log(), &CommunicationLog::clear);
 }
 

@@ -38,6 +38,8 @@ public:
     /// Shows what becomes of the entry of that number; of none when it is negative.
     void showSent(qint64 number);
     void copySelected();
+    /// Puts a button for @p action below the log; not owned.
+    void addTool(QAction *action);
     /// Asks for a file and writes the shown entries into it, as JSON lines if its name ends in ".jsonl".
     void saveShown();
 
@@ -89,6 +91,7 @@ private:
     QLineEdit *m_filterEdit;
     QComboBox *m_devices;
     QLabel *m_figures;
+    QHBoxLayout *m_tools = nullptr;
     QToolButton *m_follow = nullptr;
     QToolButton *m_details = nullptr;
     QSet<QString> m_knownDevices;

@@ -57,6 +57,7 @@ QHBoxLayout *LogPanel::createFilterRow()
 QHBoxLayout *LogPanel::createBottomRow()
 {
     auto *row = new QHBoxLayout;
+    m_tools = row;
     m_figures->setObjectName(QStringLiteral("logFigures"));
     m_figures->setAccessibleName(tr("How devices answer"));
     m_figures->setTextFormat(Qt::PlainText);
@@ -79,6 +80,14 @@ QHBoxLayout *LogPanel::createBottomRow()
     connect(addButton(row, tr("Clear"), tr("Empty the log")), &QToolButton::clicked, m_log,
             &CommunicationLog::clear);
     return row;
+}
+
+void LogPanel::addTool(QAction *action)
+{
+    auto *button = new QToolButton(this);
+    button->setDefaultAction(action);
+    button->setFocusPolicy(Qt::StrongFocus);
+    m_tools->insertWidget(m_tools->count() - 1, button);
 }
 
 QToolButton *LogPanel::addButton(QHBoxLayout *row, const QString &text, const QString &tip)

@@ -104,6 +104,11 @@ int main(int argc, char *argv[])
     styleSource.setStyleSheet(application.styleSheet());
     devhost::Host host;
     host.sessions()->setStyleSource(&styleSource);
+    if (!parsed.options.recordFile.isEmpty()) {
+        const QString error = host.recorder()->start(parsed.options.recordFile);
+        if (!error.isEmpty())
+            return complain(error);
+    }
     devhost::HostWindow window(&host, &memory, parsed.options.snapshotFolder);
     host.start(parsed.options, choice.interface);
     window.show();

@@ -1,10 +1,7 @@
 #include "devhost/message_recorder.h"
 
 #include "devhost/device_transport.h"
-
-#include <QDir>
-#include <QJsonDocument>
-#include <QJsonObject>
+#include "devhost/message_line.h"
 
 namespace devhost {
 
@@ -19,21 +16,14 @@ MessageRecorder::MessageRecorder(const DeviceTransport *transport, QObject *pare
 
 QString MessageRecorder::start(const QString &path)
 {
-    m_file.setFileName(path);
     m_clock.start();
-    if (m_file.open(QIODevice::WriteOnly | QIODevice::Truncate))
-        return QString();
-    return tr("%1 cannot be written: %2. Choose another folder.").arg(QDir::toNativeSeparators(path), m_file.errorString());
+    return m_file.open(path, QIODevice::Truncate);
 }
 
 void MessageRecorder::write(const char *direction, const QString &device, const QByteArray &message)
 {
-    const QJsonObject line{{QStringLiteral("t_ms"), m_clock.elapsed()},
-                           {QStringLiteral("dir"), QLatin1String(direction)},
-                           {QStringLiteral("device"), device},
-                           {QStringLiteral("text"), QString::fromUtf8(message)}};
-    m_file.write(QJsonDocument(line).toJson(QJsonDocument::Compact) + '\n');
-    m_file.flush();
+    if (m_file.isOpen())
+        m_file.write(messageLine(m_clock.elapsed(), direction, device, message));
 }
 
 } // namespace devhost

@@ -1,21 +1,22 @@
 #pragma once
 
+#include "devhost/line_file.h"
+
 #include <QElapsedTimer>
-#include <QFile>
 #include <QObject>
 
 namespace devhost {
 
 class DeviceTransport;
 
-/// Writes the messages that a transport carries into a file, one JSON object a line: `t_ms` (milliseconds
-/// since the recording began), `dir` ("tx" or "rx"), `device`, `text`. Bytes that are no UTF-8 become
-/// replacement characters.
+/// Writes the messages that a transport carries into a file, a line each as in message_line.h. Times count
+/// from the beginning of the file, `dir` is "tx" or "rx".
 class MessageRecorder : public QObject
 {
     Q_OBJECT
 
 public:
+    /// @p transport is not owned.
     explicit MessageRecorder(const DeviceTransport *transport, QObject *parent = nullptr);
 
     /// Begins a new file. The answer is empty, or a sentence on what failed.
@@ -24,7 +25,7 @@ public:
 private:
     void write(const char *direction, const QString &device, const QByteArray &message);
 
-    QFile m_file;
+    LineFile m_file;
     QElapsedTimer m_clock;
 };
 

@@ -27,6 +27,10 @@ void describe(QCommandLineParser *parser)
          QStringLiteral("N"), QStringLiteral("0")},
         {QStringLiteral("snapshot-dir"), QStringLiteral("Folder in which snapshot files are kept."),
          QStringLiteral("DIR")},
+        {QStringLiteral("record"),
+         QStringLiteral("Record the session from its start into FILE, which must not be there yet. "
+                        "kbx-simulator --replay FILE answers as its devices did."),
+         QStringLiteral("FILE")},
         {QStringLiteral("tour"),
          QStringLiteral("Open the first simulated device, use every page of its editor, write pictures and "
                         "the messages into DIR, and end."),
@@ -86,6 +90,7 @@ ParsedOptions parseOptions(const QStringList &arguments)
     parsed.options.plugins = parser.values(QStringLiteral("plugin"));
     parsed.options.interface = parser.value(QStringLiteral("interface"));
     parsed.options.snapshotFolder = parser.value(QStringLiteral("snapshot-dir"));
+    parsed.options.recordFile = parser.value(QStringLiteral("record"));
     parsed.options.tourFolder = parser.value(QStringLiteral("tour"));
     parsed.options.tourRealDevice = parser.isSet(QStringLiteral("tour-changes-real-device"));
     parsed.error = readCount(parser.value(QStringLiteral("simulate")), &parsed.options.simulate);

@@ -26,8 +26,11 @@ public:
 
     void announce(const QByteArray &name, const QByteArray &model = "FAKE")
     {
-        m_announcer.writeDatagram(announcement(name, model), QHostAddress(QStringLiteral("239.255.77.1")),
-                                  47700);
+        multicast(announcement(name, model), QStringLiteral("239.255.77.1"), 47700);
+    }
+    void multicast(const QByteArray &bytes, const QString &group, quint16 port)
+    {
+        m_announcer.writeDatagram(bytes, QHostAddress(group), port);
     }
     QByteArray announcement(const QByteArray &name, const QByteArray &model) const
     {

@@ -1,4 +1,5 @@
 #include "devhost/communication_log.h"
+#include "devhost/device_finder.h"
 #include "devhost/device_transport.h"
 #include "devhost/log_filter.h"
 #include "devhost/log_panel.h"
@@ -6,7 +7,9 @@
 #include "devhost/message_recorder.h"
 #include "devhost/request_watch.h"
 #include "devhost/seen_paths.h"
+#include "devhost/session_recorder.h"
 #include "devhost/whole_file.h"
+#include "host/px_devices.h"
 
 #include <QAbstractItemModelTester>
 #include <QAbstractItemView>
@@ -74,6 +77,7 @@ private slots:
     void pairsReplies();
     void losesWhatIsNeverAnswered();
     void recordsMessages();
+    void keepsWhatFitsOfARecording();
     void writesAllOrNothing();
 };
 
@@ -414,7 +418,40 @@ void Log::recordsMessages()
     const QJsonObject received = QJsonDocument::fromJson(lines.at(1)).object();
     QCOMPARE(received.value(QStringLiteral("dir")).toString(), QStringLiteral("rx"));
     QCOMPARE(received.value(QStringLiteral("device")).toString(), QStringLiteral("Büro"));
-    QVERIFY(received.value(QStringLiteral("text")).toString().startsWith(QStringLiteral("a\n")));
+    QCOMPARE(received.value(QStringLiteral("bytes")).toString(), QStringLiteral("YQr/"));
+}
+
+void Log::keepsWhatFitsOfARecording()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("session.jsonl"));
+    pxDevices devices;
+    const DeviceFinder finder(&devices);
+    DeviceTransport transport;
+    SessionRecorder recorder(&finder);
+    recorder.follow(&transport);
+    QSignalSpy problem(&recorder, &SessionRecorder::problem);
+    QSignalSpy changed(&recorder, &SessionRecorder::changed);
+    QVERIFY(
+        recorder.start(folder.filePath(QStringLiteral("no/such/folder"))).contains(QStringLiteral("cannot")));
+    QCOMPARE(recorder.start(path), QString());
+    QByteArray before;
+    {
+        const FileSizeLimit full(5000);
+        for (int count = 0; count < 100; ++count)
+            emit transport.sent(QStringLiteral("KBX-1"), QByteArray(100, 'x'));
+        before = readWholeFile(path, 10000).bytes;
+    }
+    QVERIFY(before.size() > 4800);
+    QVERIFY(before.endsWith("\"}\n"));
+    QVERIFY(!recorder.isRecording());
+    QCOMPARE(problem.count(), 1);
+    QCOMPARE(changed.count(), 2);
+    QVERIFY(problem.first().first().toString().contains(QString::number(before.count('\n'))));
+    // One that is there stays as it is.
+    QVERIFY(recorder.start(path).contains(QStringLiteral("there already")));
+    emit transport.sent(QStringLiteral("KBX-1"), "x");
+    QCOMPARE(readWholeFile(path, 10000).bytes, before);
 }
 
 void Log::writesAllOrNothing()

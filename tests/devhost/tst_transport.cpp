@@ -4,7 +4,9 @@
 #include "tests/devhost/fake_device.h"
 
 #include <QEventLoop>
+#include <QRegularExpression>
 #include <QSignalSpy>
+#include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 
@@ -31,6 +33,7 @@ private slots:
     void saysWhatWasNotSent_data();
     void saysWhatWasNotSent();
     void sendsByHandApartFromEditors();
+    void recordsDevicesMessagesAndLevels();
 
 private:
     QScopedPointer<DeviceTransport> m_transport;
@@ -155,6 +158,53 @@ void Transport::sendsByHandApartFromEditors()
     QCOMPARE(host.sendByHand(name(), QByteArray(70000, 'x')), qint64(-1));
     host.finder()->device(name())->setPresent(false);
     QCOMPARE(host.sendByHand(name(), "gone"), qint64(-1));
+}
+
+void Transport::recordsDevicesMessagesAndLevels()
+{
+    const QTemporaryDir folder;
+    const QString path = folder.filePath(QStringLiteral("session.jsonl"));
+    Host host;
+    Options options;
+    options.plugins = QStringList{QStringLiteral("none")};
+    host.start(options, loopbackInterface());
+    m_device->announce(name().toUtf8());
+    QTRY_VERIFY(host.finder()->device(name()));
+    // Before the recording, which has to know the group all the same.
+    host.transport()->send(name(), "metering?");
+    QTRY_COMPARE(m_device->heard().size(), 1);
+    m_device->answer(
+        R"({"cmd":"get","param":"/system/metering","result":"OK","value":{"ip":"239.255.77.10","port":47710}})");
+    QTRY_VERIFY(host.log()->numbered(host.log()->newest())->isProblem());
+    QCOMPARE(host.recorder()->start(path), QString());
+    QUdpSocket stranger;
+    QVERIFY(stranger.bind(QHostAddress(QStringLiteral("127.0.0.2")), 0));
+    stranger.setMulticastInterface(loopbackInterface());
+    stranger.writeDatagram("no", QHostAddress(QStringLiteral("239.255.77.10")), 47710);
+    m_device->multicast(QByteArray::fromHex("8100"), QStringLiteral("239.255.77.10"), 47710);
+    QTRY_COMPARE(host.recorder()->lines(), qint64(3));
+    host.sendByHand(name(), "get");
+    QTRY_COMPARE(m_device->heard().last(), QByteArray("get"));
+    m_device->answer(QByteArray::fromHex("ff"));
+    QTRY_COMPARE(host.recorder()->lines(), qint64(5));
+    host.recorder()->stop();
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QString text = QString::fromUtf8(file.readAll());
+    text.replace(QRegularExpression(QStringLiteral("\"t_ms\":\\d+|\\d{4}-\\d\\d-\\d\\dT[\\d:]+Z")),
+                 QStringLiteral("T"));
+    text.replace(QRegularExpression(QStringLiteral("\"host\":\"[^\"]+\"")), QStringLiteral("V"));
+    const QString common = QStringLiteral("\"device\":\"KBX-0001\"");
+    QCOMPARE(
+        text.split(QLatin1Char('\n')),
+        (QStringList{
+            QStringLiteral("{\"created\":\"T\",V,\"recording\":1}"),
+            QStringLiteral("{%1,\"dir\":\"device\",\"feature_level\":1,\"mac\":\"02:4B:42:58:00:01\","
+                           "\"model\":\"FAKE\",\"product\":\"TarnKBX\",T,\"type\":1,\"version\":\"1.2.0\"}")
+                .arg(common),
+            QStringLiteral("{\"bytes\":\"gQA=\",%1,\"dir\":\"levels\",T}").arg(common),
+            QStringLiteral("{%1,\"dir\":\"tx\",T,\"text\":\"get\"}").arg(common),
+            QStringLiteral("{\"bytes\":\"/w==\",%1,\"dir\":\"rx\",T}").arg(common), QString()}));
 }
 
 QTEST_MAIN(Transport)
