@@ -7,6 +7,7 @@
 #include "devhost/known_device.h"
 #include "devhost/tour/hands.h"
 #include "devhost/tour/tour_files.h"
+#include "host/plexo_plugin.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -89,6 +90,12 @@ EditorSession *Guide::session() const
 QWidget *Guide::editor() const
 {
     return session() ? session()->editor() : nullptr;
+}
+
+void Guide::setReplyTimeout(int ms) const
+{
+    if (auto *plugin = editor() ? qobject_cast<PlexoPlugin *>(editor()->parentWidget()) : nullptr)
+        plugin->setVelmarAsciiTimeout(ms);
 }
 
 void Guide::order(const QString &path, const QJsonValue &value) const

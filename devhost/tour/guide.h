@@ -24,6 +24,9 @@ namespace devhost::tour {
 /// The editor's pages by position.
 enum Page { ConfigPage, AudioPage, CuePage, DspPage };
 
+/// Reply time-outs in ms: an editor's own, and one that no machine with other work to do comes near.
+enum ReplyTimeout { UsualTimeout = 2000, PatientTimeout = 30000 };
+
 /// Knows where things are on screen and what the device has said; the steps of every area use it.
 class Guide
 {
@@ -41,6 +44,8 @@ public:
     DeviceView *deviceView() const;
     QModelIndex deviceRow() const;
     EditorSession *session() const;
+    /// How long the open editor waits for a reply, in ms.
+    void setReplyTimeout(int ms) const;
     /// Tells the simulated device to misbehave, or no longer.
     void order(const QString &path, const QJsonValue &value) const;
     TrafficWatch &traffic() { return m_traffic; }

@@ -61,6 +61,7 @@ Step closing(Guide &guide, const QString &name, QMessageBox::StandardButton butt
 Step fallSilent(Guide &guide, const QString &name, const QString &picture)
 {
     const auto act = [&guide] {
+        guide.setReplyTimeout(UsualTimeout);
         guide.order(QStringLiteral("/faults/drop"), 1);
         return QString();
     };
@@ -85,8 +86,10 @@ Step comeBack(Guide &guide)
 
 Step retry(Guide &guide)
 {
-    Step step = guide.heard(QStringLiteral("Retry, and the editor is live again"),
-                            [] { return answer(QMessageBox::Retry); });
+    Step step = guide.heard(QStringLiteral("Retry, and the editor is live again"), [&guide] {
+        guide.setReplyTimeout(PatientTimeout);
+        return answer(QMessageBox::Retry);
+    });
     step.missing = [&guide] {
         return unless(!messageBox() && guide.traffic().count(QStringLiteral("get"), UsbStatus) > 1,
                       QStringLiteral("no poll has been answered"));
@@ -111,15 +114,8 @@ Step loseDevice(Guide &guide)
         guide.order(QStringLiteral("/present"), false);
         return QString();
     };
-    Step step = question(guide, QStringLiteral("the device is gone, and the editor says so"), act, Failed,
-                         QStringLiteral("device-lost"));
-    step.missing = [&guide, missing = step.missing] {
-        // A request may be overdue before the device is.
-        if (isAsked(TimedOut) && !guide.device()->isPresent())
-            return answer(QMessageBox::Retry);
-        return missing();
-    };
-    return step;
+    return question(guide, QStringLiteral("the device is gone, and the editor says so"), act, Failed,
+                    QStringLiteral("device-lost"));
 }
 
 Steps lostSteps(Guide &guide)

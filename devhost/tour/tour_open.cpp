@@ -32,7 +32,9 @@ Step open(Guide &guide)
 {
     Step step = guide.heard(QStringLiteral("open its editor with a double-click"), [&guide] {
         const DeviceView *view = guide.deviceView();
-        return hands::doubleClick(view->viewport(), view->visualRect(guide.deviceRow()).center());
+        QString why = hands::doubleClick(view->viewport(), view->visualRect(guide.deviceRow()).center());
+        guide.setReplyTimeout(PatientTimeout);
+        return why;
     });
     step.missing = [&guide] {
         return unless(guide.editor() && guide.editor()->isVisible(), QStringLiteral("no editor is shown"));
