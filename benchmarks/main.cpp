@@ -25,13 +25,17 @@ constexpr Area Areas[] = {
 
 } // namespace
 
-/// Arguments name the areas to measure; without any, all are.
+/// Arguments name the areas to measure; without any, all are. `--save FILE` also writes the table to a file.
 int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     QApplication::setQuitOnLastWindowClosed(false);
-    const QStringList wanted = QApplication::arguments().mid(1);
-    for (const QString &name : wanted) {
+    QStringList wanted = QApplication::arguments().mid(1);
+    const int save = wanted.indexOf(QStringLiteral("--save"));
+    const QString file = save < 0 ? QString() : wanted.value(save + 1);
+    if (save >= 0)
+        wanted = wanted.mid(0, save) + wanted.mid(save + 2);
+    for (const QString &name : qAsConst(wanted)) {
         const auto isNamed = [&name](const Area &area) { return name == QLatin1String(area.name); };
         if (std::none_of(std::begin(Areas), std::end(Areas), isNamed)) {
             QTextStream(stderr) << "There is no area " << name << "; ./bench without arguments measures all."
@@ -45,5 +49,9 @@ int main(int argc, char **argv)
             area.measure(report);
     }
     report.print();
+    if (!file.isEmpty() && !report.save(file)) {
+        QTextStream(stderr) << "The table cannot be written to " << file << Qt::endl;
+        return 2;
+    }
     return report.allGoalsMet() ? 0 : 1;
 }

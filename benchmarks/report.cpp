@@ -1,5 +1,6 @@
 #include "benchmarks/report.h"
 
+#include <QSaveFile>
 #include <QTextStream>
 
 #include <cmath>
@@ -47,6 +48,23 @@ void Report::print() const
                .arg(QStringLiteral("goal"));
     for (const Row &row : m_rows)
         out << QStringLiteral("%1 %2  %3\n").arg(row.what, -66).arg(row.figure, 16).arg(row.goal);
+    for (const QString &note : m_notes)
+        out << note << Qt::endl;
+}
+
+bool Report::save(const QString &fileName) const
+{
+    QSaveFile file(fileName);
+    if (!file.open(QIODevice::WriteOnly | QIODevice::Text))
+        return false;
+    QTextStream out(&file);
+    out << "| measured | figure | goal |\n|---|---|---|\n";
+    for (const Row &row : m_rows)
+        out << QStringLiteral("| %1 | %2 | %3 |\n").arg(row.what, row.figure, row.goal);
+    for (const QString &note : m_notes)
+        out << '\n' << note << ".\n";
+    out.flush();
+    return file.commit();
 }
 
 } // namespace bench

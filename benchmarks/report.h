@@ -1,10 +1,11 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QString>
+#include <QStringList>
 #include <QVector>
 
 #include <algorithm>
+#include <ctime>
 #include <limits>
 
 namespace bench {
@@ -20,7 +21,12 @@ public:
     /// A figure that shall not fall below @p least.
     void addAtLeast(const QString &what, double figure, const QString &unit, double least);
 
+    /// What the table does not show, in words.
+    void note(const QString &text) { m_notes.append(text); }
+
     void print() const;
+    /// Writes the rows as a table in Markdown. False when the file cannot be written.
+    bool save(const QString &fileName) const;
     bool allGoalsMet() const { return m_allMet; }
 
 private:
@@ -33,6 +39,7 @@ private:
         QString goal;
     };
     QVector<Row> m_rows;
+    QStringList m_notes;
     bool m_allMet = true;
 };
 
@@ -42,16 +49,16 @@ inline double median(QVector<double> figures)
     return figures.isEmpty() ? std::numeric_limits<double>::quiet_NaN() : figures.at(figures.size() / 2);
 }
 
-/// Microseconds that @p work takes, the median of @p runs.
+/// Microseconds of processor time that @p work takes, the median of @p runs: what else runs on the machine
+/// counts less that way.
 template <typename Work>
 double medianMicroseconds(int runs, Work work)
 {
     QVector<double> figures;
     for (int run = 0; run < runs; ++run) {
-        QElapsedTimer timer;
-        timer.start();
+        const std::clock_t before = std::clock();
         work();
-        figures.append(double(timer.nsecsElapsed()) / 1000.0);
+        figures.append(double(std::clock() - before) * 1e6 / CLOCKS_PER_SEC);
     }
     return median(figures);
 }

@@ -38,7 +38,16 @@ void BtPriorityPairingDialog::setDeviceName(const QString &name)
 
 void BtPriorityPairingDialog::showStatus(const QJsonObject &status)
 {
+    if (status == m_shown)
+        return;
+    m_shown = status;
     ui->tableWidget->showStatus(status);
+}
+
+void BtPriorityPairingDialog::showEvent(QShowEvent *event)
+{
+    m_shown.reset(); // from now on the user may tick
+    QDialog::showEvent(event);
 }
 
 void BtPriorityPairingDialog::on_buttonBox_accepted()

@@ -4,6 +4,8 @@
 #include <QJsonObject>
 #include <QScopedPointer>
 
+#include <optional>
+
 namespace Ui {
 class BtPriorityPairingDialog;
 }
@@ -19,7 +21,7 @@ public:
     ~BtPriorityPairingDialog() override;
 
     void setDeviceName(const QString &name);
-    /// Rebuilds the table from the "value" of the Bluetooth status.
+    /// Fills the table from the "value" of the Bluetooth status.
     void showStatus(const QJsonObject &status);
 
 signals:
@@ -31,8 +33,10 @@ private slots:
 
 protected:
     void closeEvent(QCloseEvent *event) override;
+    void showEvent(QShowEvent *event) override;
 
 private:
     QScopedPointer<Ui::BtPriorityPairingDialog> ui;
     QString m_deviceName;
+    std::optional<QJsonObject> m_shown; ///< what the table shows for sure; none once the user may have ticked
 };

@@ -18,22 +18,30 @@ BtPriorityTableWidget::BtPriorityTableWidget(QWidget *parent)
 
 void BtPriorityTableWidget::showStatus(const QJsonObject &status)
 {
-    setRowCount(0);
-    setRowCount(qBound(0, json::number(status, "list_size"), MostRows));
-    // The style decides how much room the heading needs.
-    horizontalHeader()->resizeSection(
-        0, qMax(horizontalHeader()->defaultSectionSize(), horizontalHeader()->sectionSizeHint(0)));
-    const QJsonArray phones = json::array(status, "list");
+    setRowCount(qBound(0, status.value(QLatin1String("list_size")).toInt(), MostRows));
+    const QJsonArray phones = status.value(QLatin1String("list")).toArray();
     for (int row = 0; row < rowCount(); ++row)
         fillRow(row, phones.at(row).toObject());
 }
 
+void BtPriorityTableWidget::showEvent(QShowEvent *event)
+{
+    // The style decides how much room the heading needs.
+    horizontalHeader()->resizeSection(
+        0, qMax(horizontalHeader()->defaultSectionSize(), horizontalHeader()->sectionSizeHint(0)));
+    QTableWidget::showEvent(event);
+}
+
+/// Items are kept: every reply comes here, and new ones would have the table laid out anew.
 void BtPriorityTableWidget::fillRow(int row, const QJsonObject &phone)
 {
-    auto *address = new QTableWidgetItem(json::text(phone, "mac"));
-    address->setCheckState(json::flag(phone, "keep") ? Qt::Checked : Qt::Unchecked);
-    setItem(row, 0, address);
-    setItem(row, 1, new QTableWidgetItem(json::text(phone, "name")));
+    for (int column = 0; column < columnCount(); ++column) {
+        if (!item(row, column))
+            setItem(row, column, new QTableWidgetItem);
+    }
+    item(row, 0)->setText(phone.value(QLatin1String("mac")).toString());
+    item(row, 0)->setCheckState(phone.value(QLatin1String("keep")).toBool() ? Qt::Checked : Qt::Unchecked);
+    item(row, 1)->setText(phone.value(QLatin1String("name")).toString());
 }
 
 bool BtPriorityTableWidget::isProtected(int row) const

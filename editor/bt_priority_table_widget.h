@@ -14,13 +14,16 @@ public:
     void setDeviceName(const QString &name) { m_deviceName = name; }
     QString deviceName() const { return m_deviceName; }
 
-    /// Rebuilds the rows from "list_size" and "list" of the Bluetooth status; rows without an entry are
-    /// blank.
+    /// Makes the rows those of "list_size" and "list" of the Bluetooth status, whatever the user has ticked;
+    /// rows without an entry are blank.
     void showStatus(const QJsonObject &status);
     bool isProtected(int row) const;
 
 signals:
     void priorityChanged();
+
+protected:
+    void showEvent(QShowEvent *event) override;
 
 private:
     void fillRow(int row, const QJsonObject &phone);

@@ -3,6 +3,7 @@
 #include "editor/tarnkbx_main_window.h"
 
 #include "editor/bt_priority_pairing_dialog.h"
+#include "editor/field_text.h"
 #include "editor/rssi_band.h"
 #include "protocol/paths.h"
 #include "protocol/value_words.h"
@@ -25,9 +26,9 @@ void TarnKBX_MainWindow::showBluetoothStatus()
     const QJsonObject status = m_caches->object(Section::StatusBluetooth);
     const QJsonObject device = json::object(status, "device");
     const QString state = json::text(status, "state");
-    ui->bt_status_lineEdit->setText(state);
-    ui->bt_connected_dev_lineEdit->setText(isConnected(state) ? json::text(device, "name") : QString());
-    on_bt_sig_spinBox_valueChanged(json::number(device, "rssi"));
+    showText(ui->bt_status_lineEdit, state);
+    showText(ui->bt_connected_dev_lineEdit, isConnected(state) ? json::text(device, "name") : QString());
+    showSignal(isConnected(state), json::number(device, "rssi"));
     ui->bt_album_label->setText(json::text(device, "album"));
     ui->bt_artist_label->setText(json::text(device, "artist"));
     ui->bt_track_label->setText(json::text(device, "song"));
@@ -38,13 +39,18 @@ void TarnKBX_MainWindow::showBluetoothStatus()
 
 void TarnKBX_MainWindow::on_bt_sig_spinBox_valueChanged(int arg1)
 {
+    showSignal(isConnected(json::text(m_caches->object(Section::StatusBluetooth), "state")), arg1);
+}
+
+/// @p rssi in dBm.
+void TarnKBX_MainWindow::showSignal(bool connected, int rssi)
+{
     const QSignalBlocker quiet(ui->bt_sig_spinBox);
-    const bool connected = isConnected(json::text(m_caches->object(Section::StatusBluetooth), "state"));
-    const SignalBand band = connected ? signalBand(arg1) : SignalBand::None;
+    const SignalBand band = connected ? signalBand(rssi) : SignalBand::None;
     ui->bt_sig_good_vmled->setState(band == SignalBand::Good);
     ui->bt_sig_avg_vmled->setState(band == SignalBand::Average);
     ui->bt_sig_bad_vmled->setState(band == SignalBand::Bad);
-    ui->bt_sig_spinBox->setValue(connected ? arg1 : NoSignal);
+    ui->bt_sig_spinBox->setValue(connected ? rssi : NoSignal);
 }
 
 void TarnKBX_MainWindow::showBluetoothSettings()

@@ -13,16 +13,12 @@
 
 namespace {
 
-bool isBinary(const QByteArray &bytes)
-{
-    return bytes.contains("get_bin") || bytes.contains("set_bin");
-}
-
 /// The JSON part of a reply; a binary payload may follow it behind a zero byte.
 QJsonObject parse(const QByteArray &bytes)
 {
-    const int end = isBinary(bytes) ? bytes.indexOf('\0') : -1;
-    return QJsonDocument::fromJson(end < 0 ? bytes : bytes.left(end)).object();
+    const int end = bytes.indexOf('\0');
+    const bool isBinary = end >= 0 && (bytes.contains("get_bin") || bytes.contains("set_bin"));
+    return QJsonDocument::fromJson(isBinary ? bytes.left(end) : bytes).object();
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include "dsp/metering_socket.h"
 #include "editor/address_checks.h"
 #include "editor/asked_device.h"
+#include "editor/field_text.h"
 #include "editor/guarded_signal_blocker.h"
 #include "editor/left_field_check.h"
 #include "editor/widgets_in_use.h"
@@ -86,9 +87,9 @@ void TarnKBX_MainWindow::showNetworkSettings()
 {
     const QSignalBlocker quiet(ui->dev_static_ip_checkBox);
     const QJsonObject network = m_caches->object(Section::Network);
-    ui->dev_ip_lineEdit->setText(json::text(network, "static_ip"));
-    ui->dev_netmask_lineEdit->setText(json::text(network, "static_netmask"));
-    ui->dev_gateway_lineEdit->setText(json::text(network, "static_gateway"));
+    showText(ui->dev_ip_lineEdit, json::text(network, "static_ip"));
+    showText(ui->dev_netmask_lineEdit, json::text(network, "static_netmask"));
+    showText(ui->dev_gateway_lineEdit, json::text(network, "static_gateway"));
     const bool isStatic = json::text(network, "ip_mode") == words::StaticAddress;
     ui->dev_static_ip_checkBox->setChecked(isStatic);
     on_dev_static_ip_checkBox_clicked(isStatic);
@@ -99,8 +100,8 @@ void TarnKBX_MainWindow::showNotificationSettings()
     const QSignalBlocker quiet(ui->en_multicast_async_notify_checkBox);
     const QJsonObject notifications = m_caches->object(Section::Notifications);
     ui->en_multicast_async_notify_checkBox->setChecked(json::flag(notifications, "enable"));
-    ui->multicast_async_notify_ip_lineEdit->setText(json::text(notifications, "ip"));
-    ui->multicast_async_notify_port_lineEdit->setText(QString::number(json::number(notifications, "port")));
+    showText(ui->multicast_async_notify_ip_lineEdit, json::text(notifications, "ip"));
+    showText(ui->multicast_async_notify_port_lineEdit, QString::number(json::number(notifications, "port")));
 }
 
 void TarnKBX_MainWindow::showMeteringSettings()
@@ -110,8 +111,8 @@ void TarnKBX_MainWindow::showMeteringSettings()
     if (json::text(metering, "ip") == ui->multicast_metering_ip_lineEdit->text()
         && json::text(metering, "port") == ui->multicast_metering_port_lineEdit->text())
         return;
-    ui->multicast_metering_ip_lineEdit->setText(json::text(metering, "ip"));
-    ui->multicast_metering_port_lineEdit->setText(QString::number(json::number(metering, "port")));
+    showText(ui->multicast_metering_ip_lineEdit, json::text(metering, "ip"));
+    showText(ui->multicast_metering_port_lineEdit, QString::number(json::number(metering, "port")));
     moveMeteringSocket();
 }
 

@@ -233,6 +233,7 @@ private:
 
     // Bluetooth, USB and voice cues
     void showBluetoothStatus();
+    void showSignal(bool connected, int rssi);
     void showBluetoothSettings();
     void showUsbStatus();
     void showUsbSettings();
