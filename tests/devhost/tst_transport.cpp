@@ -30,6 +30,7 @@ private slots:
     void carriesBytesUnchanged();
     void tellsDevicesApart();
     void keepsDeliveringInsideNestedLoop();
+    void givesOthersTheirTurn();
     void saysWhatWasNotSent_data();
     void saysWhatWasNotSent();
     void sendsByHandApartFromEditors();
@@ -113,6 +114,25 @@ void Transport::keepsDeliveringInsideNestedLoop()
     m_device->answer("open a dialog");
     QTRY_COMPARE(received.count(), 2);
     QVERIFY(openAtSecond);
+}
+
+/// However many replies wait.
+void Transport::givesOthersTheirTurn()
+{
+    constexpr int Replies = 100;
+    QSignalSpy received(m_transport.data(), &DeviceTransport::received);
+    m_transport->send(name(), "?");
+    QTRY_VERIFY(!m_device->heard().isEmpty());
+    for (int count = 0; count < Replies; ++count)
+        m_device->answer("!");
+    int before = 0;
+    int mostAtOnce = 0;
+    while (before < Replies) {
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+        mostAtOnce = qMax(mostAtOnce, received.count() - before);
+        before = received.count();
+    }
+    QVERIFY2(mostAtOnce < Replies / 2, QByteArray::number(mostAtOnce));
 }
 
 void Transport::saysWhatWasNotSent_data()
