@@ -4,6 +4,7 @@
 #include "tests/editor/live_editor_test.h"
 #include "tests/support/box_answerer.h"
 
+#include <QAbstractSpinBox>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QLineEdit>
@@ -26,11 +27,11 @@ private slots:
     void staticAddressEnablesItsFields();
 
 private:
+    /// By @p key where it chooses or counts, else by a click.
     QByteArray sentByUser(QWidget *control, Qt::Key key)
     {
-        if (qobject_cast<QComboBox *>(control))
-            return sentBy([&] { QTest::keyClick(control, key); });
-        return sentBy([&] { session->click(control); });
+        const bool byKey = qobject_cast<QComboBox *>(control) || qobject_cast<QAbstractSpinBox *>(control);
+        return sentBy([&] { byKey ? QTest::keyClick(control, key) : session->click(control); });
     }
 };
 
