@@ -16,7 +16,10 @@ namespace {
 
 constexpr qreal NoteShare = 0.85; // of the text size
 
-constexpr char ColorsProperty[] = "lookColors"; // of the application
+// Of the application.
+constexpr char ColorsProperty[] = "lookColors";
+constexpr char LightProperty[] = "lookIsLight";
+constexpr char SizeProperty[] = "lookTextPercent";
 
 /// What is worn; empty before.
 QJsonObject colors()
@@ -101,6 +104,8 @@ void wearLook(const Look &look)
     }
     const QString table = look.light ? QStringLiteral("light.json") : QStringLiteral("dark.json");
     qApp->setProperty(ColorsProperty, QJsonDocument::fromJson(resource(table)).object());
+    qApp->setProperty(LightProperty, look.light);
+    qApp->setProperty(SizeProperty, look.textPercent);
     QApplication::setPalette(palette());
     setTextSize(look.textPercent);
     const QString before = qApp->styleSheet();
@@ -110,6 +115,15 @@ void wearLook(const Look &look)
         if (!before.isEmpty() && widget->styleSheet() == before)
             widget->setStyleSheet(now);
     }
+}
+
+Look wornLook()
+{
+    Look look;
+    look.light = qApp->property(LightProperty).toBool();
+    if (qApp->property(SizeProperty).isValid())
+        look.textPercent = qApp->property(SizeProperty).toInt();
+    return look;
 }
 
 QColor lookColor(const char *name)

@@ -17,6 +17,9 @@ struct Look
 /// adopted the sheet before, as editors do, get the new one.
 void wearLook(const Look &look);
 
+/// What the application wears.
+Look wornLook();
+
 /// A colour of the style in use, by its name in the style sheet's tables; invalid for an unknown name, or
 /// before any look is worn.
 QColor lookColor(const char *name);

@@ -34,7 +34,7 @@ Look rememberedLook(const WindowMemory &memory)
 LookMenu::LookMenu(WindowMemory *memory, QWidget *parent)
     : QMenu(tr("&View"), parent)
     , m_memory(memory)
-    , m_look(rememberedLook(*memory))
+    , m_look(wornLook())
 {
     addStyle(tr("&Dark"), false);
     addStyle(tr("&Light"), true);

@@ -17,7 +17,7 @@ class LookMenu : public QMenu
     Q_OBJECT
 
 public:
-    /// @p memory is not owned. The look that it remembers is already worn.
+    /// @p memory is not owned. What is worn already is the choice to begin with.
     explicit LookMenu(WindowMemory *memory, QWidget *parent = nullptr);
 
 private:

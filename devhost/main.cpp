@@ -99,7 +99,10 @@ int main(int argc, char *argv[])
     // A tour looks and works alike wherever it is taken.
     const bool tour = !parsed.options.tourFolder.isEmpty();
     devhost::WindowMemory memory(tour ? QString() : devhost::WindowMemory::usersFile());
-    devhost::wearLook(devhost::rememberedLook(memory));
+    devhost::Look look = devhost::rememberedLook(memory);
+    if (!parsed.options.style.isEmpty())
+        look.light = parsed.options.style == QLatin1String("light");
+    devhost::wearLook(look);
     QWidget styleSource;
     styleSource.setStyleSheet(application.styleSheet());
     devhost::Host host;

@@ -31,6 +31,7 @@ void describe(QCommandLineParser *parser)
          QStringLiteral("Record the session from its start into FILE, which must not be there yet. "
                         "kbx-simulator --replay FILE answers as its devices did."),
          QStringLiteral("FILE")},
+        {QStringLiteral("style"), QStringLiteral("Look dark or light this time."), QStringLiteral("NAME")},
         {QStringLiteral("tour"),
          QStringLiteral("Open the first simulated device, use every page of its editor, write pictures and "
                         "the messages into DIR, and end."),
@@ -49,6 +50,13 @@ QString checkTour(const Options &options)
     return QStringLiteral(
         "--tour overwrites the settings of a device: give it a simulated one with --simulate 1, "
         "or permit a real one with --tour-changes-real-device.");
+}
+
+QString checkStyle(const QString &style)
+{
+    if (style.isEmpty() || style == QLatin1String("dark") || style == QLatin1String("light"))
+        return QString();
+    return QStringLiteral("--style is dark or light, not \"%1\".").arg(style);
 }
 
 QString readCount(const QString &text, int *count)
@@ -94,6 +102,9 @@ ParsedOptions parseOptions(const QStringList &arguments)
     parsed.options.tourFolder = parser.value(QStringLiteral("tour"));
     parsed.options.tourRealDevice = parser.isSet(QStringLiteral("tour-changes-real-device"));
     parsed.error = readCount(parser.value(QStringLiteral("simulate")), &parsed.options.simulate);
+    parsed.options.style = parser.value(QStringLiteral("style"));
+    if (parsed.error.isEmpty())
+        parsed.error = checkStyle(parsed.options.style);
     if (parsed.error.isEmpty())
         parsed.error = checkTour(parsed.options);
     return parsed;

@@ -13,6 +13,7 @@ struct Options
     int simulate = 0; ///< number of simulated devices
     QString snapshotFolder; ///< where the file dialogs begin; empty: the user's documents
     QString recordFile; ///< where the session is recorded; empty: not at once
+    QString style; ///< "dark" or "light"; empty: as the user chose last
     QString tourFolder; ///< empty: no tour
     bool tourRealDevice = false; ///< the tour may change a device that this host did not start
 };

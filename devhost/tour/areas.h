@@ -31,6 +31,8 @@ Steps closeSteps(Guide &guide);
 
 // What only a simulated device is put through
 
+/// The host's own windows.
+Steps hostSteps(Guide &guide);
 /// Opens the editor of a device that answers.
 Steps openAgainSteps(Guide &guide);
 /// How phones connect, and the end of it; needs a paired phone.
