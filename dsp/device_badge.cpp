@@ -38,8 +38,11 @@ void DeviceBadge::paintEvent(QPaintEvent *)
     painter.drawRoundedRect(rect(), 3.0, 3.0);
     painter.setBrush(m_color.isValid() ? vm::seenOn(window, m_color) : vm::mixed(window, ink, 0.5));
     painter.drawRoundedRect(QRect(0, 0, barWidth, height()), 2.0, 2.0);
+    QFont fitting = font();
+    fitting.setPixelSize(qMin(QFontInfo(fitting).pixelSize(), height() - 6));
+    painter.setFont(fitting);
     const QRect room = rect().adjusted(barWidth + gap, 0, -gap, 0);
     painter.setPen(ink);
     painter.drawText(room, Qt::AlignVCenter | Qt::AlignLeft,
-                     fontMetrics().elidedText(m_name, Qt::ElideRight, room.width()));
+                     QFontMetrics(fitting).elidedText(m_name, Qt::ElideRight, room.width()));
 }

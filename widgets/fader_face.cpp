@@ -181,7 +181,7 @@ void paintFader(QPainter &painter, const FaderGeometry &geometry, const FaderSta
     paintNumbers(painter, geometry, state);
     paintGroove(painter, geometry, state);
     if (state.focused)
-        paintFocusFrame(painter, geometry.focusFrame(), state.text);
+        paintFocusFrame(painter, geometry.focusFrame(), state.frame);
     paintHandle(painter, geometry, state);
 }
 

@@ -40,6 +40,7 @@ struct FaderState
     double highest = 20.0; ///< dB at the top
     bool endsNumbered = true; ///< false where numbers of the owner stand at the ends
     QColor accent;
+    QColor frame; ///< around a fader with the keyboard
     QColor window;
     QColor text;
     QFont font;

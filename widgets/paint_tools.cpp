@@ -41,6 +41,12 @@ QColor seenOn(const QColor &ground, const QColor &color)
     return mark;
 }
 
+QColor focusColor(const QPalette &palette)
+{
+    return seenOn(palette.color(QPalette::Active, QPalette::Window),
+                  palette.color(QPalette::Active, QPalette::Link));
+}
+
 qreal snapped(qreal coordinate, qreal pixelRatio)
 {
     return std::round(coordinate * pixelRatio) / pixelRatio;
@@ -56,9 +62,9 @@ void paintFocusFrame(QPainter &painter, const QRectF &rect, const QColor &color)
 {
     painter.save();
     painter.setRenderHint(QPainter::Antialiasing);
-    painter.setPen(QPen(color, 1.5));
+    painter.setPen(QPen(color, 2.0));
     painter.setBrush(Qt::NoBrush);
-    painter.drawRoundedRect(rect.adjusted(0.75, 0.75, -0.75, -0.75), 4.0, 4.0);
+    painter.drawRoundedRect(rect.adjusted(1.0, 1.0, -1.0, -1.0), 4.0, 4.0);
     painter.restore();
 }
 

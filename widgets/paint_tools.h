@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QColor>
+#include <QPalette>
 #include <QRectF>
 #include <QtGlobal>
 
@@ -22,7 +23,10 @@ qreal snapped(qreal coordinate, qreal pixelRatio);
 /// A line in device pixels: `pixels` logical pixels high (at least one device pixel), its upper edge snapped.
 QRectF sharpLine(qreal x, qreal y, qreal width, qreal pixels, qreal pixelRatio);
 
-/// A thin frame of the colour just inside the rectangle, for the keyboard focus.
+/// The colour around what has the keyboard: the palette's for links, seen on its window's.
+QColor focusColor(const QPalette &palette);
+
+/// A frame of two pixels just inside the rectangle, for the keyboard focus.
 void paintFocusFrame(QPainter &painter, const QRectF &rect, const QColor &color);
 
 } // namespace vm

@@ -49,5 +49,5 @@ void PeakReadout::paintEvent(QPaintEvent *)
                                         : vm::mixed(window, ink, isEnabled() ? 0.85 : 0.4));
     painter.drawText(rect(), Qt::AlignCenter, text());
     if (hasFocus())
-        vm::paintFocusFrame(painter, rect(), ink);
+        vm::paintFocusFrame(painter, rect(), vm::focusColor(palette()));
 }

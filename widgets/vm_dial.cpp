@@ -2,6 +2,7 @@
 
 #include "widgets/dial_face.h"
 #include "widgets/level_entry.h"
+#include "widgets/paint_tools.h"
 
 #include <QPainter>
 #include <QSignalBlocker>
@@ -114,7 +115,7 @@ void VmDial::paintEvent(QPaintEvent *)
     state.text = m_textColor.isValid() ? m_textColor : paletteText;
     state.base = m_baseColor.isValid() ? m_baseColor : paletteText;
     state.accent = accentColor();
-    state.frame = paletteText;
+    state.frame = vm::focusColor(palette());
     state.gauge = m_gaugeSize;
     state.hovered = underMouse() && isEnabled();
     state.focused = hasFocus();

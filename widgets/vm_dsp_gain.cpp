@@ -1,6 +1,7 @@
 #include "widgets/vm_dsp_gain.h"
 
 #include "widgets/level_entry.h"
+#include "widgets/paint_tools.h"
 #include "widgets/peak_readout.h"
 #include "widgets/vm_meter.h"
 
@@ -199,6 +200,7 @@ void VmDspGain::paintEvent(QPaintEvent *)
     state.highest = highest();
     state.endsNumbered = m_endsNumbered;
     state.accent = accentColor();
+    state.frame = vm::focusColor(palette());
     state.window = palette().color(QPalette::Active, QPalette::Window);
     state.text = palette().color(QPalette::Active, QPalette::WindowText);
     state.font = font();

@@ -23,7 +23,7 @@ DSPForm {
         height: visible ? parent.chosen.height : 0
         color: "transparent"
         border.width: 2
-        border.color: "#fff2f2f2"
+        border.color: "#ff7cc4ff"
     }
 
     Behavior on btInGain.color {
