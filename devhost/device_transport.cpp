@@ -6,8 +6,9 @@ namespace devhost {
 
 namespace {
 
-// However fast replies come, other events have their turn.
+// However fast replies come, and however large they are, other events have their turn.
 constexpr int MostATurn = 16;
+constexpr int MostBytesATurn = 64 * 1024;
 
 } // namespace
 
@@ -63,18 +64,19 @@ bool DeviceTransport::send(const QString &name, const QByteArray &bytes)
 void DeviceTransport::readPending()
 {
     // What is still there then, the socket reports again.
-    for (int count = 0; count < MostATurn; ++count) {
+    int bytes = 0;
+    for (int count = 0; count < MostATurn && bytes < MostBytesATurn; ++count) {
         const QNetworkDatagram datagram = m_socket.receiveDatagram();
         if (!datagram.isValid())
             return;
+        bytes += datagram.data().size();
         const QString name = m_askers.value({datagram.senderAddress(), quint16(datagram.senderPort())});
         if (name.isEmpty())
             continue;
         // Queued: a plugin may open a message box on a reply, and the socket reports nothing more, for any
         // device, until this function has returned.
         QMetaObject::invokeMethod(
-            this, [this, name, bytes = datagram.data()] { emit received(name, bytes); },
-            Qt::QueuedConnection);
+            this, [this, name, data = datagram.data()] { emit received(name, data); }, Qt::QueuedConnection);
     }
 }
 

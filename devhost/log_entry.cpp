@@ -32,7 +32,7 @@ QString beginningOf(const QString &text)
 QString summaryOf(const QByteArray &message, const RequestText &request)
 {
     if (request.path.isEmpty())
-        return beginningOf(readable(message));
+        return beginningOf(readable(message, MostShown + 1));
     const QString words = request.command + QLatin1Char(' ') + request.path;
     return request.value.isUndefined() ? words
                                        : beginningOf(words + QLatin1Char(' ') + compact(request.value));
@@ -41,10 +41,10 @@ QString summaryOf(const QByteArray &message, const RequestText &request)
 QString summaryOf(const QByteArray &bytes, const ReplyText &reply)
 {
     if (reply.verdict == Verdict::Refused)
-        return beginningOf(Words::tr("Refused: %1").arg(readable(reply.reason.toUtf8())));
+        return beginningOf(Words::tr("Refused: %1").arg(readable(reply.reason.toUtf8(), MostShown + 1)));
     if (reply.verdict == Verdict::Confirmed && !reply.value.isUndefined())
         return beginningOf(compact(reply.value));
-    return beginningOf(readable(bytes));
+    return beginningOf(readable(bytes, MostShown + 1));
 }
 
 Outcome outcomeOf(const RequestWatch::Answer &answer)
@@ -109,7 +109,7 @@ LogEntry noteEntry(LogSource source, const QString &device, const QString &text)
 {
     LogEntry entry = newEntry(source, device);
     entry.message = text.toUtf8();
-    entry.summary = beginningOf(readable(entry.message));
+    entry.summary = beginningOf(readable(entry.message, MostShown + 1));
     return entry;
 }
 

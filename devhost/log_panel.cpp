@@ -168,7 +168,7 @@ void LogPanel::choose(qint64 number)
 void LogPanel::setUpActions()
 {
     m_sendAgain
-        = addAction(tr("Send Again"), tr("Ctrl+R"), tr("Send the chosen message to its device once more"));
+        = addAction(tr("Resend"), tr("Ctrl+R"), tr("Send the chosen message to its device once more"));
     connect(m_sendAgain, &QAction::triggered, this, [this] {
         if (const LogEntry *request = chosenRequest())
             emit sendRequested(request->device, QByteArray(request->message));

@@ -10,6 +10,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QStyle>
 
 namespace devhost {
 
@@ -64,6 +65,8 @@ void MessageBar::setUpField()
     m_field->setMaxLength(MostTyped);
     m_field->setFont(fixedFont());
     m_field->installEventFilter(this);
+    // The style sheet gives the placeholder another colour than a text.
+    connect(m_field, &QLineEdit::textChanged, this, [this] { m_field->style()->polish(m_field); });
     m_completer->setWidget(m_field);
     m_completer->setCompletionMode(QCompleter::PopupCompletion);
     m_completer->setModelSorting(QCompleter::CaseSensitivelySortedModel);

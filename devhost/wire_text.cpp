@@ -50,16 +50,19 @@ QString withLineBreaks(const QString &json)
 {
     static const QRegularExpression tokens(
         QStringLiteral(R"re("(?:[^"\\]++|\\.)*+"|\[[^\[\]{}"]*\]|[^\s\[\]{}",:]+|[\[\]{},:])re"));
+    static const QRegularExpression comma(QStringLiteral("\\s*,\\s*"));
     int depth = 0;
     const auto lineBreak = [&depth] {
         return QLatin1Char('\n') + QString(4 * std::min(depth, DeepestIndent), QLatin1Char(' '));
     };
     QString lines;
     for (auto found = tokens.globalMatch(json); found.hasNext();) {
-        const QString token = found.next().captured();
+        QString token = found.next().captured();
         const bool closes = token == QLatin1String("}") || token == QLatin1String("]");
         const bool opens = token == QLatin1String("{") || token == QLatin1String("[");
         depth += opens ? 1 : closes ? -1 : 0;
+        if (token.startsWith(QLatin1Char('[')) && !opens)
+            token.replace(comma, QStringLiteral(", "));
         lines += (closes ? lineBreak() : QString()) + token;
         if (opens || token == QLatin1String(","))
             lines += lineBreak();
@@ -118,14 +121,13 @@ QString compact(const QJsonValue &value)
     return QString::fromUtf8(array.mid(1, array.size() - 2));
 }
 
-QString readable(const QByteArray &message)
+QString readable(const QByteArray &message, int most)
 {
     const QString text = QString::fromUtf8(message);
     if (!isText(message, text))
-        return QString::fromLatin1(message.toHex(' '));
+        return QString::fromLatin1(message.left(most).toHex(' '));
     QString line;
-    line.reserve(text.size());
-    for (const QChar character : text)
+    for (const QChar character : text.leftRef(most))
         line += character.category() == QChar::Other_Control ? escaped(character) : QString(character);
     return line;
 }

@@ -4,6 +4,8 @@
 #include <QJsonValue>
 #include <QString>
 
+#include <climits>
+
 namespace devhost {
 
 // What the host reads of messages for its own displays. It passes them on unread.
@@ -33,8 +35,9 @@ ReplyText readReply(const QByteArray &message);
 
 /// A value as JSON without blanks.
 QString compact(const QJsonValue &value);
-/// In one line: control characters as in C, bytes that are no UTF-8 text as hexadecimal numbers.
-QString readable(const QByteArray &message);
+/// In one line: control characters as in C, bytes that are no UTF-8 text as hexadecimal numbers. Of a long
+/// message no more than @p most characters are looked at.
+QString readable(const QByteArray &message, int most = INT_MAX);
 /// As indented JSON where it is JSON, else line by line as it is.
 QString indented(const QByteArray &message);
 

@@ -213,11 +213,11 @@ void Log::showsWholeMessages()
             "    \"cmd\": \"get\",\n    \"cmd\": \"get\",\n    \"result\": \"OK\"\n}"));
     QCOMPARE(view->model()->index(0, CommunicationLog::Reply).data().toString(),
              QStringLiteral("[1.5,\"a\\\"{,\"]"));
-    const QByteArray longest = "{\"a\":\"" + QByteArray(60000, 'x') + "\",\"b\":[1, 2]}";
+    const QByteArray longest = "{\"a\":\"" + QByteArray(60000, 'x') + "\",\"b\":[1,2]}";
     log.append(requestEntry(device, longest));
     QTRY_COMPARE(view->model()->rowCount(), 2);
     view->selectRow(1);
-    QCOMPARE(detail->toPlainText().size(), longest.size() + 13);
+    QCOMPARE(detail->toPlainText().size(), longest.size() + 14);
     QVERIFY(detail->toPlainText().endsWith(QStringLiteral("\n    \"b\": [1, 2]\n}")));
     const auto *figures = panel.findChild<QLabel *>(QStringLiteral("logFigures"));
     QTRY_VERIFY2(figures->text().startsWith(QStringLiteral("1 requests")), qPrintable(figures->text()));
