@@ -11,6 +11,7 @@ namespace devhost::tour {
 namespace {
 
 constexpr int PollMs = 20; // from asking a step whether it is confirmed to asking it again
+constexpr int PictureLimitMs = 10000; // after which there is nothing to be pictured
 constexpr int PaintMs = 400; // that a window gets to paint itself before its picture is taken
 
 } // namespace
@@ -85,18 +86,21 @@ void Tour::confirm()
 void Tour::photograph()
 {
     const Step &step = m_steps.at(m_current);
-    const QString name
-        = QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(step.picture);
-    noteFile(m_folder, name);
     const QRect area = step.area();
     // The screen, not the widget: a Quick view and the windows above are on it as the user sees them.
     const QPixmap picture
         = QGuiApplication::primaryScreen()->grabWindow(0, area.x(), area.y(), area.width(), area.height());
-    if (area.isEmpty() || picture.isNull() || !picture.save(m_folder.filePath(name))) {
-        end(QStringLiteral("the picture %1 could not be taken").arg(name));
-        return;
-    }
-    goOn();
+    const bool isThere = !area.isEmpty() && !picture.isNull();
+    if (!isThere && m_clock.elapsed() < PictureLimitMs)
+        return; // what is to be pictured may be on its way
+    const QString name
+        = QStringLiteral("%1-%2.png").arg(++m_pictures, 2, 10, QLatin1Char('0')).arg(step.picture);
+    noteFile(m_folder, name);
+    if (isThere && picture.save(m_folder.filePath(name)))
+        goOn();
+    else
+        end(QStringLiteral("the picture %1 could not be %2")
+                .arg(name, isThere ? QStringLiteral("written") : QStringLiteral("taken")));
 }
 
 void Tour::goOn()
