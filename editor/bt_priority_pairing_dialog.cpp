@@ -6,6 +6,7 @@
 #include "ui_bt_priority_pairing_dialog.h"
 
 #include <QCloseEvent>
+#include <QKeyEvent>
 #include <QPointer>
 #include <QPushButton>
 
@@ -71,4 +72,12 @@ void BtPriorityPairingDialog::closeEvent(QCloseEvent *event)
 {
     hide();
     event->ignore();
+}
+
+void BtPriorityPairingDialog::keyPressEvent(QKeyEvent *event)
+{
+    if (event->matches(QKeySequence::Close))
+        hide();
+    else
+        QDialog::keyPressEvent(event);
 }

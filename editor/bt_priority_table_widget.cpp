@@ -39,9 +39,12 @@ void BtPriorityTableWidget::fillRow(int row, const QJsonObject &phone)
         if (!item(row, column))
             setItem(row, column, new QTableWidgetItem);
     }
-    item(row, 0)->setText(phone.value(QLatin1String("mac")).toString());
-    item(row, 0)->setCheckState(phone.value(QLatin1String("keep")).toBool() ? Qt::Checked : Qt::Unchecked);
-    item(row, 1)->setText(phone.value(QLatin1String("name")).toString());
+    const QString address = json::text(phone, "mac");
+    const QString name = json::text(phone, "name");
+    item(row, 0)->setText(address);
+    item(row, 0)->setData(Qt::AccessibleTextRole, tr("Protect %1, %2").arg(name, address));
+    item(row, 0)->setCheckState(json::flag(phone, "keep") ? Qt::Checked : Qt::Unchecked);
+    item(row, 1)->setText(name);
 }
 
 bool BtPriorityTableWidget::isProtected(int row) const

@@ -12,6 +12,7 @@
 
 #include "ui_main_window.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
 #include <QSignalBlocker>
@@ -32,12 +33,23 @@ QByteArray contentsOf(const QString &name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+/// The music folder as the system names it, else as it is kept, else home: whichever exists.
+QString musicFolder()
+{
+    const auto music = QStandardPaths::MusicLocation;
+    for (const QString &folder :
+         {QStandardPaths::displayName(music), QStandardPaths::writableLocation(music)}) {
+        if (QFileInfo(folder).isDir())
+            return folder;
+    }
+    return QDir::homePath();
+}
+
 QString askForWavFile(QWidget *parent)
 {
     // On the heap: the window, and with it the dialog, may be destroyed while it is open.
     QPointer<QFileDialog> dialog(new QFileDialog(parent, TarnKBX_MainWindow::tr("Select WAV File"),
-                                                 QStandardPaths::displayName(QStandardPaths::MusicLocation),
-                                                 TarnKBX_MainWindow::tr("WAV (*.wav)")));
+                                                 musicFolder(), TarnKBX_MainWindow::tr("WAV (*.wav)")));
     dialog->setFileMode(QFileDialog::ExistingFile);
     const bool chosen = dialog->exec() == QDialog::Accepted;
     QString file = dialog && chosen ? dialog->selectedFiles().value(0) : QString();

@@ -5,6 +5,7 @@
 #include "tests/support/box_answerer.h"
 #include "transfer/update_dialog.h"
 
+#include <QAccessible>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDialogButtonBox>
@@ -25,6 +26,9 @@ private slots:
     void wordsSelectTheChoice_data();
     void wordsSelectTheChoice();
     void wheelPassesOver();
+    void keysWorkEverywhere();
+    void everyControlIsNamedAndReached_data();
+    void everyControlIsNamedAndReached();
     void namesStayIntact_data();
     void namesStayIntact();
     void priorityFollowsTheList_data();
@@ -152,6 +156,58 @@ void PagesTest::wheelPassesOver()
     }
 }
 
+void PagesTest::keysWorkEverywhere()
+{
+    auto *pages = session->find<QTabWidget>("tabWidget");
+    pages->setCurrentIndex(0);
+    auto *banner = session->find<QWidget>("identify_checkBox");
+    QTest::keyClick(banner, Qt::Key_Backtab, Qt::ControlModifier | Qt::ShiftModifier);
+    QCOMPARE(pages->currentIndex(), 3);
+    QTest::keyClick(banner, Qt::Key_Tab, Qt::ControlModifier);
+    QCOMPARE(pages->currentIndex(), 0);
+    QTest::keyClick(session->find<QWidget>("multicast_metering_port_lineEdit"), Qt::Key_Tab,
+                    Qt::ControlModifier);
+    QCOMPARE(pages->currentIndex(), 1);
+    auto *closing = session->find<QTimer>("close_timer");
+    QTest::keyClick(banner, Qt::Key_W, Qt::ControlModifier);
+    QTRY_VERIFY(closing->isActive());
+    closing->stop();
+}
+
+void PagesTest::everyControlIsNamedAndReached_data()
+{
+    QTest::addColumn<int>("page"); // of the editor; none for the dialog
+    for (int page : {0, 1, 2, 3, -1})
+        QTest::addRow("page %d", page) << page;
+}
+
+void PagesTest::everyControlIsNamedAndReached()
+{
+    QFETCH(int, page);
+    QWidget *window = page < 0 ? session->find<QWidget>("BtPriorityPairingDialog") : session->editor();
+    window->show();
+    QApplication::setActiveWindow(window);
+    session->find<QTabWidget>("tabWidget")->setCurrentIndex(page);
+    QSet<const QWidget *> reached;
+    for (int press = 0; press < 60; ++press) {
+        QTest::keyClick(window->focusWidget() ? window->focusWidget() : window, Qt::Key_Tab);
+        reached.insert(window->focusWidget());
+    }
+    for (QWidget *control : window->findChildren<QWidget *>()) {
+        const bool isPart
+            = control->window() != window->window() || control->objectName().startsWith(QLatin1String("qt_"));
+        if (isPart || control->focusProxy() || !control->isVisible()
+            || !(control->focusPolicy() & Qt::TabFocus))
+            continue;
+        const QString name
+            = QLatin1String(control->metaObject()->className()) + QLatin1Char(' ') + control->objectName();
+        const QAccessibleInterface *told = QAccessible::queryAccessibleInterface(control);
+        QVERIFY2(told && !told->text(QAccessible::Name).isEmpty(), qPrintable(name));
+        QVERIFY2(reached.contains(control) || !control->isEnabled(), qPrintable(name));
+    }
+    session->find<QWidget>("BtPriorityPairingDialog")->hide();
+}
+
 void PagesTest::namesStayIntact_data()
 {
     QTest::addColumn<QString>("name");
@@ -210,6 +266,8 @@ void PagesTest::priorityFollowsTheList()
         QCOMPARE(table()->item(row, 0)->checkState(), row == 0 ? Qt::Checked : Qt::Unchecked);
         QCOMPARE(table()->item(row, 0)->text() + table()->item(row, 1)->text(),
                  row == 0 ? QStringLiteral("AA:01会议 🎧") : QString());
+        QCOMPARE(table()->item(row, 0)->data(Qt::AccessibleTextRole).toString(),
+                 row == 0 ? QStringLiteral("Protect 会议 🎧, AA:01") : QStringLiteral("Protect , "));
     }
 }
 
@@ -241,15 +299,22 @@ void PagesTest::priorityIsAppliedRowByRow()
 void PagesTest::priorityIsLeftAloneWhileOpen()
 {
     auto *dialog = session->find<QDialog>("BtPriorityPairingDialog");
-    for (bool byEscape : {true, false}) {
+    const auto leave = [dialog](int way) {
+        if (way == 0)
+            QTest::keyClick(dialog, Qt::Key_Escape);
+        else if (way == 1)
+            QTest::keyClick(dialog, Qt::Key_W, Qt::ControlModifier);
+        else
+            dialog->close();
+    };
+    for (int way : {0, 1, 2}) {
         reportPhones(1, "{}");
         session->click("bt_priority_pairing_pushButton");
         table()->item(0, 0)->setCheckState(Qt::Checked);
         reportPhones(2, "{}");
         QCOMPARE(table()->rowCount(), 1);
         QCOMPARE(table()->item(0, 0)->checkState(), Qt::Checked);
-        QCOMPARE(sentBy([&] { byEscape ? QTest::keyClick(dialog, Qt::Key_Escape) : void(dialog->close()); }),
-                 QByteArray());
+        QCOMPARE(sentBy([&] { leave(way); }), QByteArray());
         QVERIFY(dialog->isHidden());
     }
 }

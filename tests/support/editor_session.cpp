@@ -32,11 +32,16 @@ EditorSession::~EditorSession()
     close();
 }
 
-bool EditorSession::goLive()
+void EditorSession::attach()
 {
     m_factory->attachDevice(plugin.data(), nullptr, &device);
     plugin->setNetInterfaceIndex(loopbackInterface().index());
     editor()->show();
+}
+
+bool EditorSession::goLive()
+{
+    attach();
     // The metering request is the first thing that a live editor sends.
     return QTest::qWaitFor([this] { return !script->commands().isEmpty(); }, 10000);
 }

@@ -22,6 +22,8 @@ public:
     explicit EditorSession(PlexoPluginFactory *factory);
     ~EditorSession();
 
+    /// Attaches the device and shows the editor.
+    void attach();
     /// Attaches the device, shows the editor and waits until it is live. Returns whether that happened.
     bool goLive();
 

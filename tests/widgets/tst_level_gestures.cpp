@@ -6,6 +6,7 @@
 #include <QDoubleSpinBox>
 #include <QMouseEvent>
 #include <QSignalSpy>
+#include <QToolTip>
 #include <QWheelEvent>
 #include <QtTest>
 #include <qtestspontaneevent.h>
@@ -76,6 +77,7 @@ private slots:
     void aLevelSetByProgramInterruptsNoDrag();
     void doubleClick();
     void typing();
+    void refusesWhatIsNoLevel();
 
 private:
     QVector<LevelControl *> controls() const { return {m_fader, m_dial}; }
@@ -211,6 +213,24 @@ void TestLevelGestures::typing()
             QTest::keyClick(entry, lastKey);
             QCOMPARE(typedAt->level(), lastKey == Qt::Key_Return ? -12.0 : -33.0);
             QVERIFY2(m_window->isVisible(), "the key reached the dialog");
+        }
+    }
+}
+
+void TestLevelGestures::refusesWhatIsNoLevel()
+{
+    for (LevelControl *typedAt : controls()) {
+        for (const QString &text : {QStringLiteral("55"), QStringLiteral("-7.5"), QStringLiteral("-101")}) {
+            set(typedAt, -33.0);
+            typedAt->setFocus();
+            QTest::keyClick(typedAt, text.at(0).toLatin1());
+            auto *entry = typedAt->findChild<QDoubleSpinBox *>(QStringLiteral("numericEntry"));
+            QTRY_VERIFY(entry && entry->hasFocus());
+            QTest::keyClicks(entry, text.mid(1));
+            QCOMPARE(entry->text(), text);
+            QTest::keyClick(entry, Qt::Key_Return);
+            QCOMPARE(typedAt->level(), -33.0);
+            QTRY_VERIFY(QToolTip::text().startsWith(text + QLatin1String(" is not possible")));
         }
     }
 }
