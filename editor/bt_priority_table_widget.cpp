@@ -18,8 +18,8 @@ BtPriorityTableWidget::BtPriorityTableWidget(QWidget *parent)
 
 void BtPriorityTableWidget::showStatus(const QJsonObject &status)
 {
-    setRowCount(qBound(0, status.value(QLatin1String("list_size")).toInt(), MostRows));
-    const QJsonArray phones = status.value(QLatin1String("list")).toArray();
+    setRowCount(qBound(0, json::number(status, "list_size"), MostRows));
+    const QJsonArray phones = json::array(status, "list");
     for (int row = 0; row < rowCount(); ++row)
         fillRow(row, phones.at(row).toObject());
 }

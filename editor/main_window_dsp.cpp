@@ -8,8 +8,8 @@
 #include "protocol/messages.h"
 #include "protocol/paths.h"
 
-/// The window itself hears dataChanged() first, by a connection made before: its onDataChanged() says which USB
-/// channels are available, and editors leave the strips of the others alone.
+/// The window itself hears dataChanged() first, by a connection made before: its onDataChanged() says which
+/// USB channels are available, and editors leave the strips of the others alone.
 void TarnKBX_MainWindow::connectBlockEditors()
 {
     using W = TarnKBX_MainWindow;
@@ -43,9 +43,9 @@ void TarnKBX_MainWindow::onMatrixMixerClicked()
 void TarnKBX_MainWindow::showToneGenerator()
 {
     const QJsonObject tone = m_caches->object(Section::ToneGenerator);
-    emit funcGenChanged({ToneEnable, tone.value(QLatin1String("enable")).toBool()});
-    emit funcGenChanged({ToneFrequency, tone.value(QLatin1String("frequency")).toInt()});
-    emit funcGenChanged({ToneLevel, tone.value(QLatin1String("amplitude")).toInt()});
+    emit funcGenChanged({ToneEnable, json::flag(tone, "enable")});
+    emit funcGenChanged({ToneFrequency, json::number(tone, "frequency")});
+    emit funcGenChanged({ToneLevel, json::number(tone, "amplitude")});
 }
 
 void TarnKBX_MainWindow::onUiDspMatrixChanged(QPair<QPair<int, int>, QPair<int, QVariant>> change)
