@@ -157,10 +157,10 @@ void UpdateDialog::handleFinished(bool error)
     if (m_ended)
         return;
     m_ended = true;
-    if (isStranger())
-        warn(updatetexts::finishedWithStranger(m_peer));
-    else if (error)
+    if (error)
         warn(updatetexts::failed(m_transfer ? m_transfer->failure() : VmTftp::Failure::NoAnswer));
+    else if (isStranger())
+        warn(updatetexts::finishedWithStranger(m_peer));
     else if (!m_unplayableKind.isEmpty())
         warn(updatetexts::finishedUnplayable(m_data.size()));
     else

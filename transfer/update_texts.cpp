@@ -63,7 +63,7 @@ QString unplayable(const QString &kind)
 
 QString stranger(const QHostAddress &peer, const QString &deviceName, const QHostAddress &deviceAddress)
 {
-    return tr("The file goes to %1, which asked for it first. That is not %2, whose address is %3.")
+    return tr("The file goes to %1, which asked for it first. That is not the address of %2, which is %3.")
         .arg(peer.toString(), deviceName, deviceAddress.toString());
 }
 
@@ -84,9 +84,9 @@ QString finishedUnplayable(int fileSize)
 
 QString finishedWithStranger(const QHostAddress &peer)
 {
-    return tr("The device has not got the file, because %1 asked first. End the program there that asks for "
-              "it, "
-              "then load the voice cue again.")
+    return tr("%1 has fetched the file. Unless that is another address of the device, the device has got "
+              "nothing: "
+              "end the program there that asks for files, then load the voice cue again.")
         .arg(peer.toString());
 }
 
