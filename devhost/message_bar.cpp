@@ -193,7 +193,7 @@ QByteArray MessageBar::bytesOf(const QString &typed)
 
 QString MessageBar::typedFor(const QByteArray &message)
 {
-    const QString text = QString::fromUtf8(message);
+    QString text = QString::fromUtf8(message);
     if (isTakenAsItIs(text) && text.toUtf8() == message && !text.contains(QChar::Null))
         return text;
     QString typed;

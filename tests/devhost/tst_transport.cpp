@@ -197,10 +197,12 @@ void Transport::recordsDevicesMessagesAndLevels()
         R"({"cmd":"get","param":"/system/metering","result":"OK","value":{"ip":"239.255.77.10","port":47710}})");
     QTRY_VERIFY(host.log()->numbered(host.log()->newest())->isProblem());
     QCOMPARE(host.recorder()->start(path), QString());
+#ifndef Q_OS_WIN // Wine gives every sender of this machine the same address
     QUdpSocket stranger;
     QVERIFY(stranger.bind(QHostAddress(QStringLiteral("127.0.0.2")), 0));
     stranger.setMulticastInterface(loopbackInterface());
     stranger.writeDatagram("no", QHostAddress(QStringLiteral("239.255.77.10")), 47710);
+#endif
     m_device->multicast(QByteArray::fromHex("8100"), QStringLiteral("239.255.77.10"), 47710);
     QTRY_COMPARE(host.recorder()->lines(), qint64(3));
     host.sendByHand(name(), "get");
