@@ -55,7 +55,7 @@ QString RecordAction::askForFile() const
     const QString name
         = QDateTime::currentDateTime().toString(QStringLiteral("'session' yyyy-MM-dd hh-mm-ss'.jsonl'"));
     // A file that is there is never replaced, so there is nothing to confirm.
-    const QString path = QFileDialog::getSaveFileName(
+    QString path = QFileDialog::getSaveFileName(
         m_window, tr("Record Session"), (folder.exists() ? folder : QDir(documents)).filePath(name),
         tr("Recordings (*.jsonl);;All files (*)"), nullptr, QFileDialog::DontConfirmOverwrite);
     if (!path.isEmpty())
