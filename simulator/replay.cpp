@@ -40,7 +40,7 @@ Replay::Replay(const Recording &recording, const Options &options, const Interva
 
 QString Replay::start()
 {
-    const QString problem = m_presence.open();
+    QString problem = m_presence.open();
     if (problem.isEmpty())
         m_presence.appear();
     return problem;

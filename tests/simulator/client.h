@@ -39,13 +39,15 @@ struct Receiver
     QByteArrayList received;
 };
 
-/// Asks a device and waits for its answer; empty when none comes within half a second.
-inline QByteArray ask(quint16 port, const QByteArray &request)
+constexpr int SilenceMs = 300; ///< long enough for an answer on an idle machine, where silence is to be shown
+
+/// Asks a device and waits for its answer; empty when none comes in time.
+inline QByteArray ask(quint16 port, const QByteArray &request, int waitMs = 10000)
 {
     Receiver client;
     client.ask(port, request);
-    return QTest::qWaitFor([&] { return !client.received.isEmpty(); }, 500) ? client.received.first()
-                                                                            : QByteArray();
+    return QTest::qWaitFor([&] { return !client.received.isEmpty(); }, waitMs) ? client.received.first()
+                                                                               : QByteArray();
 }
 
 } // namespace support

@@ -129,8 +129,9 @@ void ReplayTest::answers()
     Receiver client;
     client.ask(replay.port(), R"({"get":"/b"})"); // the second reply to /a came after the request for /b
     QTRY_COMPARE(client.received.size(), 2);
-    QCOMPARE(ask(replay.port(), "\xff\xfe"), QByteArray("\xfe\xff"));
-    QCOMPARE(ask(replay.port(), R"({"get":"/a"})"), QByteArray()); // as recorded
+    for (int again = 0; again < 2; ++again)
+        QCOMPARE(ask(replay.port(), "\xff\xfe"), QByteArray("\xfe\xff"));
+    QCOMPARE(ask(replay.port(), R"({"get":"/a"})", SilenceMs), QByteArray()); // as recorded
     const QByteArray refusal = R"({"cmd":"get","param":"/a","result":"/a: no"})";
     QCOMPARE(ask(replay.port(), R"({"get":"/a"})"), refusal);
     QCOMPARE(ask(replay.port(), R"({"get":"/a"})"), refusal); // the last one again

@@ -90,7 +90,9 @@ void RequestsTest::refusal_data()
     row("set without value", R"({"set":"/system/usb/mode"})", "no request: a set needs a \"value\"");
     row("other case", R"({"get":"/System/usb"})", "/System/usb: no such parameter");
     row("get of a command", R"({"get":"/control/reboot"})", "/control/reboot: a command");
-    row("read-only section", R"({"set":"/status/usb","value":{"state":"x"}})", "/status/usb: read-only");
+    row("section of which one member can be set",
+        R"({"set":"/status/bluetooth/list/0","value":{"keep":false}})",
+        "/status/bluetooth/list/0: read-only");
     row("gain too high", R"({"set":"/preset/dsp/dante_tx/0/gain", "value":21})",
         "/preset/dsp/dante_tx/0/gain: 21 is not a whole number from -100 to 20");
     row("gain not whole", R"({"set":"/preset/dsp/dante_tx/0/gain", "value":1.5})",
