@@ -15,7 +15,8 @@ namespace {
 constexpr int SettleMs = 100;
 
 /// Keeps the view as large as its container. A view that sizes itself to its scene follows the scene from a
-/// timer, so while a user drags the window's edge it can fall back to a size that the container has left.
+/// timer, so while a user drags the window's edge, and as late as a busy system lets it, it can fall back to
+/// a size that the container has left.
 class SizeKeeper : public QObject
 {
 public:
@@ -28,6 +29,9 @@ public:
         m_settled.setInterval(SettleMs);
         connect(&m_settled, &QTimer::timeout, this, [this] { m_view->resize(m_container->size()); });
         container->installEventFilter(this);
+        const auto settle = [this] { m_settled.start(); };
+        connect(view, &QWindow::widthChanged, this, settle);
+        connect(view, &QWindow::heightChanged, this, settle);
     }
 
     bool eventFilter(QObject *, QEvent *event) override

@@ -65,6 +65,7 @@ LevelEntry *VmDial::openEntry()
         makeEntry();
     const QSignalBlocker silent(m_entry);
     m_entry->setValue(vm::wholeLevel(level()));
+    m_entry->setAccessibleName(tr("%1, new level in dB").arg(accessibleName()));
     placeEntry();
     m_entry->show();
     return m_entry;
@@ -74,7 +75,6 @@ void VmDial::makeEntry()
 {
     m_entry = new LevelEntry(this);
     m_entry->setObjectName(QStringLiteral("numericEntry"));
-    m_entry->setAccessibleName(tr("Level in dB"));
     m_entry->setRange(vm::lowestLevel, highest());
     setTabOrder(this, m_entry); // made late, it would come last
     const auto take = [this] { pickLevel(m_entry->value()); };

@@ -65,11 +65,14 @@ void BlockViewTest::blockAnswersThePointer()
     QVERIFY2(view->status() == QQuickView::Ready, qPrintable(view->errors().value(0).toString()));
     page.show();
     QVERIFY(QTest::qWaitForWindowExposed(&page));
-    for (const QSize &size : {QSize(600, 200), QSize(900, 500)}) {
+    for (const QSize &size : {QSize(1300, 600), QSize(900, 500)}) {
         container->resize(size);
         page.resize(size);
         QTRY_COMPARE(view->size(), size);
         QTRY_COMPARE(view->rootObject()->size(), QSizeF(size));
+        const auto *picture = view->rootObject()->property("picture").value<QQuickItem *>();
+        QTRY_COMPARE(picture->property("status").toInt(), 1); // ready
+        QCOMPARE(picture->property("sourceSize").toSize().width(), size.width() > 1000 ? 1528 : 764);
     }
     const auto at = [&](qreal x, qreal y) {
         const QPointF share = area.topLeft() + QPointF(area.width() * x, area.height() * y);
