@@ -58,9 +58,14 @@ function(kbx_run name)
     endif()
     add_test(NAME ${name} COMMAND ${wrapper} ${ARG_PROGRAM} ${ARG_ARGS})
     set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
+    kbx_environment(${name})
     if(NOT ARG_DISPLAY)
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     endif()
+endfunction()
+
+# kbx_environment(test): what every program under test is started with.
+function(kbx_environment name)
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
         QT_QUICK_BACKEND=software
         LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QJsonValue>
+#include <QString>
+#include <QStringList>
+
+namespace proof {
+
+/// Compares what the user did to what left the editor: for each path the same values in the same order, none
+/// lost and none doubled. Paths for which the user's acts are not expected beforehand do not count.
+class Ledger
+{
+public:
+    /// The user has just changed something that is to be sent as @p value to @p path.
+    void expect(const QString &path, const QJsonValue &value);
+    /// The editor has just handed @p request to its host.
+    void note(const QByteArray &request);
+    /// A request was overdue: the next one may be its repeat.
+    void noteTimeout() { m_mayRepeat = true; }
+    /// What the user did and is not sent yet need not be: the editor is gone, or has dropped it knowingly.
+    void forgive();
+
+    /// Whether all that is expected has been sent.
+    bool isSettled() const;
+    /// What did not match so far, and what is still to come.
+    QStringList problems() const;
+    int matched() const { return m_matched; }
+
+private:
+    QHash<QString, QList<QJsonValue>> m_due;
+    QHash<QString, QList<QJsonValue>> m_forgiven;
+    QStringList m_problems;
+    QByteArray m_last;
+    int m_matched = 0;
+    bool m_mayRepeat = false;
+};
+
+} // namespace proof

@@ -1,0 +1,318 @@
+#include "proof/random_user.h"
+
+#include "proof/expected_messages.h"
+#include "proof/station.h"
+
+#include <QAbstractSpinBox>
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFileDialog>
+#include <QLineEdit>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QTabBar>
+#include <QTableWidget>
+#include <QTest>
+#include <QTimer>
+
+namespace proof {
+
+namespace {
+
+constexpr int TraceLength = 60;
+
+bool isLevel(const QWidget *widget)
+{
+    return widget->inherits("VmDspGain") || widget->inherits("VmDial");
+}
+
+bool isUsable(const QWidget *widget)
+{
+    return widget->isVisible() && widget->isEnabled()
+        && (qobject_cast<const QAbstractButton *>(widget) || qobject_cast<const QComboBox *>(widget)
+            || qobject_cast<const QAbstractSpinBox *>(widget) || qobject_cast<const QTabBar *>(widget)
+            || qobject_cast<const QTableWidget *>(widget) || isLevel(widget)
+            || (qobject_cast<const QLineEdit *>(widget)
+                && !static_cast<const QLineEdit *>(widget)->isReadOnly()
+                && !qobject_cast<const QAbstractSpinBox *>(widget->parentWidget())));
+}
+
+QVector<QWidget *> usable(const QWidget *window)
+{
+    QVector<QWidget *> found;
+    for (QWidget *widget : window->findChildren<QWidget *>()) {
+        if (widget->window() == window && isUsable(widget))
+            found.append(widget);
+    }
+    return found;
+}
+
+void click(QWidget *widget)
+{
+    // A check box reacts where its mark and text are, which is not its middle.
+    QTest::mouseClick(widget, Qt::LeftButton, {}, {qMin(8, widget->width() / 2), widget->height() / 2});
+}
+
+QString nameOf(const QWidget *widget)
+{
+    return widget->objectName().isEmpty() ? QString::fromLatin1(widget->metaObject()->className())
+                                          : widget->objectName();
+}
+
+} // namespace
+
+RandomUser::RandomUser(Station *station, quint32 seed, const QString &ownCue)
+    : m_station(station)
+    , m_seed(seed)
+    , m_ownCue(ownCue)
+{
+}
+
+void RandomUser::start(int pauseMs)
+{
+    m_pauseMs = pauseMs;
+    m_running = true;
+    goOn();
+}
+
+/// The next act is due before this one is done: a box that it opens must find its user.
+void RandomUser::goOn()
+{
+    if (!m_running)
+        return;
+    QTimer::singleShot(m_pauseMs, this, &RandomUser::goOn);
+    // Each act has dice of its own, so that what an earlier one found possible does not change it.
+    m_dice.seed(m_seed * 1000003U + quint32(++m_acts));
+    act();
+}
+
+void RandomUser::note(const QString &what)
+{
+    m_trace.append(QStringLiteral("%1 %2").arg(m_acts).arg(what));
+    if (m_trace.size() > TraceLength)
+        m_trace.removeFirst();
+}
+
+void RandomUser::act()
+{
+    const int kind = m_dice.bounded(100);
+    if (QWidget *modal = QApplication::activeModalWidget()) {
+        useModal(modal);
+        return;
+    }
+    if (!m_station->isOpen()) {
+        m_draft = QString();
+        note(QStringLiteral("open the editor"));
+        m_station->open();
+        return;
+    }
+    const QList<QWidget *> windows = m_station->windows();
+    if (kind < 12 || windows.isEmpty())
+        useHost();
+    else
+        useWindow(kind < 55 ? windows.first() : windows.at(m_dice.bounded(windows.size())));
+}
+
+void RandomUser::useModal(QWidget *modal)
+{
+    if (auto *files = qobject_cast<QFileDialog *>(modal)) {
+        const bool choose = m_dice.bounded(2) == 1;
+        note(choose ? QStringLiteral("choose a recording") : QStringLiteral("leave the file dialog"));
+        files->selectFile(m_ownCue);
+        QTest::keyClick(files, choose ? Qt::Key_Return : Qt::Key_Escape);
+        return;
+    }
+    QList<QAbstractButton *> buttons = modal->findChildren<QAbstractButton *>();
+    if (auto *box = qobject_cast<QMessageBox *>(modal))
+        buttons = box->buttons();
+    QAbstractButton *button = buttons.isEmpty() ? nullptr : buttons.at(m_dice.bounded(buttons.size()));
+    if (!button || !isUsable(button) || button->text().contains(QLatin1String("Details")))
+        return;
+    note(QStringLiteral("answer \"%1\" with %2").arg(modal->windowTitle(), button->text()));
+    button->click();
+}
+
+void RandomUser::applySnapshot()
+{
+    QByteArray document = m_snapshot;
+    if (m_dice.bounded(4) == 0)
+        document.truncate(m_dice.bounded(document.size() + 1));
+    note(QStringLiteral("load a snapshot of %1 bytes").arg(document.size()));
+    m_station->plugin()->applySnapshot(document);
+}
+
+void RandomUser::useHost()
+{
+    PlexoPlugin *plugin = m_station->plugin();
+    switch (m_dice.bounded(12)) {
+    case 0:
+        note(QStringLiteral("take a snapshot"));
+        plugin->getSnapshot(&m_snapshot);
+        break;
+    case 1:
+        applySnapshot();
+        break;
+    case 2:
+        note(QStringLiteral("recall a preset"));
+        plugin->loadPreset(m_dice.bounded(9));
+        break;
+    case 3:
+        note(QStringLiteral("store a preset"));
+        plugin->savePreset(m_dice.bounded(9));
+        break;
+    case 4:
+        note(QStringLiteral("the device's data changed"));
+        plugin->deviceDataChanged();
+        break;
+    case 5:
+        note(QStringLiteral("resize the editor"));
+        m_station->editor()->resize(m_dice.bounded(700, 1400), m_dice.bounded(500, 1000));
+        break;
+    case 6:
+        note(QStringLiteral("close and open the editor"));
+        if (m_dice.bounded(100) < m_recklessness)
+            m_station->close();
+        break;
+    default:
+        note(QStringLiteral("open a block"));
+        m_station->openBlock(m_dice.bounded(7));
+    }
+}
+
+void RandomUser::useWindow(QWidget *window)
+{
+    const QVector<QWidget *> widgets = usable(window);
+    const int choice = m_dice.bounded(1000);
+    if (window != m_station->editor() && choice < 15) {
+        note(QStringLiteral("close ") + window->windowTitle());
+        QTest::keyClick(window, Qt::Key_Escape);
+    } else if (!widgets.isEmpty()) {
+        window->activateWindow();
+        auto *tabs = window->findChild<QTabBar *>();
+        QWidget *widget = tabs && choice < 100 ? tabs : widgets.at(choice % widgets.size());
+        if (!isSpared(widget))
+            use(widget);
+    }
+}
+
+/// Whatever ends the session or takes long is done seldom, or little else would be.
+bool RandomUser::isSpared(const QWidget *widget)
+{
+    const QString name = widget->objectName();
+    const bool isGrave = name.contains(QLatin1String("reboot"))
+        || name.contains(QLatin1String("factory_reset")) || name.startsWith(QLatin1String("close_"))
+        || name.contains(QLatin1String("refresh")) || name.contains(QLatin1String("_def_"))
+        || name.contains(QLatin1String("_load_"));
+    return isGrave && m_dice.bounded(100) >= m_recklessness;
+}
+
+void RandomUser::use(QWidget *widget)
+{
+    note(QStringLiteral("use %1 of %2").arg(nameOf(widget), widget->window()->windowTitle()));
+    if (auto *button = qobject_cast<QAbstractButton *>(widget))
+        useButton(button);
+    else if (auto *box = qobject_cast<QComboBox *>(widget))
+        useChoice(box);
+    else if (isLevel(widget))
+        useLevel(widget);
+    else if (auto *tabs = qobject_cast<QTabBar *>(widget))
+        QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(m_dice.bounded(tabs->count())).center());
+    else if (auto *table = qobject_cast<QTableWidget *>(widget))
+        QTest::mouseClick(table->viewport(), Qt::LeftButton, {}, {12, 12 + m_dice.bounded(200)});
+    else
+        useField(widget);
+}
+
+void RandomUser::useButton(QAbstractButton *button)
+{
+    const QString path = expected::pathOf(button);
+    const bool leadsToUpload = button->objectName().contains(QLatin1String("_def_"))
+        || button->objectName().contains(QLatin1String("_load_"));
+    if (leadsToUpload)
+        m_station->ledger()->forgive(); // what waits is dropped for it
+    const bool was = button->isChecked();
+    if (path.isEmpty()) {
+        click(button);
+        return;
+    }
+    // Before the click: the editor may be gone after it.
+    const bool willBe = button->isCheckable() ? !was : true;
+    m_station->ledger()->expect(path, willBe);
+    click(button);
+}
+
+void RandomUser::useChoice(QComboBox *box)
+{
+    const int index = box->currentIndex();
+    const int next = index + (m_dice.bounded(2) == 0 ? 1 : -1);
+    if (next < 0 || next >= box->count())
+        return;
+    const QString path = expected::pathOf(box);
+    if (!path.isEmpty())
+        m_station->ledger()->expect(path, expected::word(box->objectName(), next));
+    QTest::keyClick(box, next > index ? Qt::Key_Down : Qt::Key_Up);
+}
+
+void RandomUser::useLevel(QWidget *widget)
+{
+    static constexpr Qt::Key Keys[]
+        = {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown};
+    const QPointer<QWidget> alive(widget);
+    const QString path = expected::levelPath(widget);
+    const double before = widget->property("gain").toDouble();
+    const int kind = m_dice.bounded(7);
+    if (kind == 6) {
+        if (path.isEmpty()) // each move of a drag is a message of its own
+            drag(widget);
+        return;
+    }
+    QTest::keyClick(widget, Keys[kind]);
+    const double after = alive ? widget->property("gain").toDouble() : before;
+    if (!path.isEmpty() && after != before)
+        m_station->ledger()->expect(path, qRound(after));
+}
+
+void RandomUser::drag(QWidget *widget)
+{
+    const QPoint from = widget->rect().center();
+    const QPoint to = from + QPoint(0, m_dice.bounded(-60, 60));
+    const QPointer<QWidget> alive(widget);
+    QTest::mousePress(widget, Qt::LeftButton, {}, from);
+    for (int step = 1; alive && step <= 4; ++step)
+        QTest::mouseMove(widget, from + (to - from) * step / 4);
+    if (alive)
+        QTest::mouseRelease(widget, Qt::LeftButton, {}, to);
+}
+
+void RandomUser::useField(QWidget *field)
+{
+    static const QStringList Texts{QStringLiteral("239.255.77.9"), QStringLiteral("10.1.2.3"),
+                                   QStringLiteral("47755"),        QStringLiteral("-12"),
+                                   QStringLiteral("Stage 2"),      QStringLiteral("0.0.0"),
+                                   QStringLiteral("B\u00fcro"),    QStringLiteral("")};
+    const QPointer<QWidget> alive(field);
+    const QString text = Texts.at(m_dice.bounded(Texts.size()));
+    // A fader's entry must not report its value later, when the focus happens to leave it.
+    QWidget *fader = field->parentWidget()->inherits("VmDspGain") ? field->parentWidget() : nullptr;
+    const int end = fader ? 1 : m_dice.bounded(3);
+    const double before = fader ? fader->property("gain").toDouble() : 0;
+    const QString gain = fader ? expected::levelPath(fader) : QString();
+    click(field);
+    if (!alive)
+        return;
+    QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
+    QTest::keyClick(field, Qt::Key_Delete);
+    for (const QChar letter : text) {
+        if (alive)
+            QTest::sendKeyEvent(QTest::Click, field, Qt::Key_unknown, QString(letter), Qt::NoModifier);
+    }
+    if (field->objectName() == QLatin1String("bt_friendly_name_lineEdit"))
+        m_draft = text;
+    if (alive && end > 0)
+        QTest::keyClick(field, end == 1 ? Qt::Key_Return : Qt::Key_Tab);
+    if (alive && !gain.isEmpty() && fader->property("gain") != before)
+        m_station->ledger()->expect(gain, qRound(fader->property("gain").toDouble()));
+}
+
+} // namespace proof
