@@ -23,6 +23,12 @@ if(KBX_SANITIZE)
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(kbx_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(KBX_FUZZ)
+    # All of it, so that the fuzzer sees which lines an input reaches.
+    target_compile_options(kbx_options INTERFACE
+        -fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined)
+    target_link_options(kbx_options INTERFACE -fsanitize=address,undefined)
+endif()
 
 # What differs between systems has a source file for each, with this at its name's end.
 set(KBX_SYSTEM posix)
@@ -58,14 +64,9 @@ function(kbx_run name)
     endif()
     add_test(NAME ${name} COMMAND ${wrapper} ${ARG_PROGRAM} ${ARG_ARGS})
     set_tests_properties(${name} PROPERTIES TIMEOUT ${ARG_TIMEOUT})
-    kbx_environment(${name})
     if(NOT ARG_DISPLAY)
         set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT QT_QPA_PLATFORM=offscreen)
     endif()
-endfunction()
-
-# kbx_environment(test): what every program under test is started with.
-function(kbx_environment name)
     set_property(TEST ${name} APPEND PROPERTY ENVIRONMENT
         QT_QUICK_BACKEND=software
         LSAN_OPTIONS=suppressions=${CMAKE_SOURCE_DIR}/tests/support/lsan.supp

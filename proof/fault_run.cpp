@@ -1,13 +1,11 @@
 #include "proof/fault_run.h"
 
+#include "proof/agreement.h"
+#include "proof/answers.h"
 #include "proof/loop_watch.h"
 #include "proof/random_user.h"
-#include "proof/shown_values.h"
 #include "proof/station.h"
 
-#include <QAbstractButton>
-#include <QApplication>
-#include <QMessageBox>
 #include <QTest>
 
 namespace proof {
@@ -21,7 +19,7 @@ constexpr int LongestLatencyMs = 250;
 constexpr int RequestsOfAQuery = 35;
 constexpr int LoopDelayMs = 1000;
 constexpr int SettleMs = 20000;
-constexpr int AgreeMs = 8000;
+constexpr int AgreeMs = 40000;
 
 /// One seed's run, from the start of the device to the verdict.
 class FaultRun
@@ -37,11 +35,6 @@ private:
         return QTest::qWaitFor(condition, int(ms * m_patience));
     }
     void misbehave();
-    void settle();
-    bool reopen();
-    bool refresh();
-    void agree();
-    void answerBoxes();
     void fail(const QString &problem);
 
     FaultPlan m_plan;
@@ -61,7 +54,7 @@ FaultRun::FaultRun(PlexoPluginFactory *factory, const FaultPlan &plan, double pa
 {
     m_station.setReplyTimeout(int(ReplyTimeoutMs * patience));
     m_station.setHasty(plan.hastyHost);
-    QObject::connect(&m_boxes, &QTimer::timeout, &m_boxes, [this] { answerBoxes(); });
+    QObject::connect(&m_boxes, &QTimer::timeout, &m_boxes, &answerOpenBox);
 }
 
 void FaultRun::fail(const QString &problem)
@@ -74,9 +67,9 @@ QStringList FaultRun::run()
     if (!m_station.start({QStringLiteral("--seed"), QString::number(m_plan.seed)}))
         return {QStringLiteral("the simulated device did not start")};
     misbehave();
-    settle();
-    if (m_problems.isEmpty())
-        agree();
+    Agreement agreement(&m_station, m_user.draft());
+    agreement.setWithBlocks(true);
+    m_problems += agreement.reach(int(AgreeMs * m_patience));
     if (m_loop.worst() > LoopDelayMs * m_patience)
         fail(QStringLiteral("the event loop was held up for %1 ms").arg(m_loop.worst(), 0, 'f', 0));
     m_problems += m_station.ledger()->problems();
@@ -100,86 +93,6 @@ void FaultRun::misbehave()
     m_user.stop();
     LinkFaults none;
     m_station.link()->setFaults(none);
-}
-
-/// Stands for a user who wants to go on working.
-void FaultRun::answerBoxes()
-{
-    QWidget *modal = QApplication::activeModalWidget();
-    if (auto *box = qobject_cast<QMessageBox *>(modal)) {
-        QAbstractButton *retry = box->button(QMessageBox::Retry);
-        QAbstractButton *answer = retry ? retry : box->buttons().value(0);
-        if (answer)
-            answer->click();
-    } else if (modal) {
-        auto *close = modal->findChild<QAbstractButton *>(QStringLiteral("close_pushButton"));
-        if (close && close->isEnabled())
-            close->click();
-        else if (!close)
-            QTest::keyClick(modal, Qt::Key_Escape);
-    }
-}
-
-void FaultRun::settle()
-{
-    m_boxes.start(5);
-    const bool settled = waitFor(SettleMs, [this] {
-        return !QApplication::activeModalWidget() && !m_station.link()->isCut()
-            && (!m_station.isOpen() || m_station.isIdle());
-    });
-    if (!settled)
-        fail(QStringLiteral("the channel does not come to rest: %1")
-                 .arg(QApplication::activeModalWidget() ? QStringLiteral("a box stays open")
-                                                        : QStringLiteral("requests wait")));
-}
-
-/// A device that has just been told to reboot answers again after about three seconds.
-bool FaultRun::reopen()
-{
-    if (!waitFor(SettleMs, [this] { return m_station.process().isUp(); })) {
-        fail(QStringLiteral("the device does not answer"));
-        return false;
-    }
-    if (!m_station.isOpen())
-        m_station.open();
-    return true;
-}
-
-/// False when the editor was closed meanwhile, as after a reboot.
-bool FaultRun::refresh()
-{
-    if (!reopen())
-        return false;
-    m_station.openBlocks(); // what is open follows
-    const int opened = m_station.opened();
-    auto *button = m_station.editor()->findChild<QAbstractButton *>(QStringLiteral("refresh_pushButton"));
-    QTest::mouseClick(button, Qt::LeftButton);
-    const auto gone = [this, opened] { return !m_station.isOpen() || m_station.opened() != opened; };
-    if (!waitFor(SettleMs, [this, gone] { return gone() || m_station.isLive(); }))
-        fail(QStringLiteral("the channel is dead: Refresh does not come to its end"));
-    return !gone() && m_problems.isEmpty();
-}
-
-void FaultRun::agree()
-{
-    QStringList different{QStringLiteral("the editor goes again and again")};
-    for (int attempt = 0; attempt < 4 && !different.isEmpty() && m_problems.isEmpty(); ++attempt) {
-        if (!refresh())
-            continue;
-        m_station.openBlocks(); // the mixer shows the tone generator anew whenever its block is clicked
-        waitFor(AgreeMs, [this, &different] {
-            if (!m_station.isOpen())
-                return true;
-            if (m_station.isIdle())
-                different = differences(m_station, m_user.draft());
-            return different.isEmpty();
-        });
-        if (m_station.isOpen())
-            break;
-        different = QStringList{QStringLiteral("the editor goes again and again")};
-    }
-    if (m_problems.isEmpty())
-        m_problems += different;
 }
 
 } // namespace

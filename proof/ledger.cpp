@@ -44,8 +44,8 @@ void Ledger::expect(const QString &path, const QJsonValue &value)
 
 void Ledger::note(const QByteArray &request)
 {
-    const bool repeats = m_mayRepeat && request == m_last;
-    m_mayRepeat = false;
+    const bool repeats = m_mayRepeat > 0 && request == m_last;
+    m_mayRepeat -= repeats ? 1 : 0;
     m_last = request;
     const QJsonObject message = QJsonDocument::fromJson(request).object();
     const QString path = message.value(QLatin1String("set")).toString();
@@ -57,8 +57,10 @@ void Ledger::note(const QByteArray &request)
         due.removeFirst();
         ++m_matched;
     } else if (!m_forgiven[path].removeOne(value)) {
-        m_problems.append(QStringLiteral("sent without, or in another order than, the user's act: ")
-                          + shown(path, value));
+        m_problems.append(
+            QStringLiteral("sent without, or in another order than, the user's act: %1, due: %2")
+                .arg(shown(path, value),
+                     due.isEmpty() ? QStringLiteral("nothing") : shown(path, due.first())));
     }
 }
 

@@ -17,8 +17,9 @@ public:
     void expect(const QString &path, const QJsonValue &value);
     /// The editor has just handed @p request to its host.
     void note(const QByteArray &request);
-    /// A request was overdue: the next one may be its repeat.
-    void noteTimeout() { m_mayRepeat = true; }
+    /// A request is overdue. Once for each the user may have repeated what was sent last: that request, or
+    /// the next one when the answer came while the user was asked.
+    void noteTimeout() { ++m_mayRepeat; }
     /// What the user did and is not sent yet need not be: the editor is gone, or has dropped it knowingly.
     void forgive();
 
@@ -34,7 +35,7 @@ private:
     QStringList m_problems;
     QByteArray m_last;
     int m_matched = 0;
-    bool m_mayRepeat = false;
+    int m_mayRepeat = 0;
 };
 
 } // namespace proof

@@ -20,7 +20,7 @@ namespace proof {
 
 namespace {
 
-constexpr int TraceLength = 60;
+constexpr int TraceLength = 120;
 
 bool isLevel(const QWidget *widget)
 {

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <QStringList>
+#include <QTimer>
+
+namespace proof {
+
+class Station;
+
+/// What must be possible after all that went wrong: boxes answered, the editor open and its channel at rest,
+/// Refresh reads the device again, and then every value shown is the one that the device holds.
+class Agreement
+{
+public:
+    /// @p draft as in differences().
+    Agreement(Station *station, const QString &draft);
+
+    /// Whether the block windows shall be open and agree as well; otherwise they are closed.
+    void setWithBlocks(bool with) { m_withBlocks = with; }
+    /// Works towards it for @p ms. What stood in the way at last; empty when all agrees.
+    QStringList reach(int ms);
+
+private:
+    bool step();
+    bool isUndisturbed();
+    void refresh();
+
+    Station *m_station;
+    QString m_draft;
+    QStringList m_obstacle;
+    QTimer m_boxes;
+    bool m_withBlocks = false;
+    bool m_blocksShown = false;
+    int m_refreshed = 0; ///< the number of the editor in which Refresh was clicked
+};
+
+} // namespace proof
