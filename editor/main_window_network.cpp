@@ -16,7 +16,7 @@
 
 #include "ui_main_window.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <QNetworkDatagram>
 #include <QNetworkInterface>
 #include <QSignalBlocker>
@@ -26,9 +26,11 @@ bool TarnKBX_MainWindow::warnAbout(QLineEdit *field, const QString &problem)
     const auto widgets = keepWidgets();
     const QPointer<QLineEdit> alive(field);
     m_leftField->noteTold(field);
-    // Neither the field nor what takes the focus from it may report the end of an edit once more.
+    // Neither the field nor what takes the focus from it may report the end of an edit once more. The focus
+    // may also be in the window of another device, where the user's next change must not be lost.
     const GuardedSignalBlocker quietField(field);
-    const GuardedSignalBlocker quietFocus(QGuiApplication::focusObject());
+    QWidget *focus = QApplication::focusWidget();
+    const GuardedSignalBlocker quietFocus(isAncestorOf(focus) ? focus : nullptr);
     BoxText box;
     box.title = tr("Invalid entry");
     box.text = problem;

@@ -20,6 +20,7 @@ private slots:
     void fieldIsAskedAboutOnce();
     void windowIsLeftWithoutABox_data();
     void windowIsLeftWithoutABox();
+    void boxOfOneDeviceLosesNothingOfAnother();
     void answerIsNotForTheNextDevice_data();
     void answerIsNotForTheNextDevice();
     void clickOnIdentifyWithdrawsAClose();
@@ -102,6 +103,31 @@ void LeavingTest::windowIsLeftWithoutABox()
     QApplication::setActiveWindow(session->editor());
     QTRY_COMPARE(ok.seen().size(), 1);
     QCOMPARE(ok.seen().first().text, QStringLiteral("Invalid IP address"));
+}
+
+/// The keyboard may be at a fader of another device when a box opens, and back there before the box has gone.
+void LeavingTest::boxOfOneDeviceLosesNothingOfAnother()
+{
+    support::EditorSession other(&factory);
+    QVERIFY(other.goLive());
+    QMetaObject::invokeMethod(other.editor(), "onNetRxGainClicked");
+    QWidget *fader = nullptr;
+    for (const QWidget *window : QApplication::topLevelWidgets()) {
+        if (window->inherits("NetRxForm"))
+            fader = window->findChild<QWidget *>(QStringLiteral("vmdspgain"));
+    }
+    QVERIFY(fader);
+    fader->window()->activateWindow();
+    fader->setFocus();
+    QTRY_COMPARE(QGuiApplication::focusObject(), fader);
+    field()->setText(QStringLiteral("nowhere"));
+    support::BoxAnswerer answerer(QMessageBox::Ok);
+    answerer.setWhileOpen([fader] { QTest::keyClick(fader, Qt::Key_Up); });
+    const QByteArray sent = other.commandsOf([this] {
+        QMetaObject::invokeMethod(session->editor(), "on_multicast_metering_apply_pushButton_clicked");
+    });
+    QCOMPARE(answerer.seen().size(), 1);
+    QVERIFY2(sent.contains("/preset/dsp/dante_rx/0/gain"), sent);
 }
 
 void LeavingTest::answerIsNotForTheNextDevice_data()
