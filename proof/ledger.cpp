@@ -1,6 +1,5 @@
 #include "proof/ledger.h"
 
-#include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QRegularExpression>
@@ -11,10 +10,11 @@ namespace proof {
 
 namespace {
 
-QString shown(const QString &path, const QJsonValue &value)
+constexpr int HistoryLength = 12;
+
+QString text(const QJsonValue &value)
 {
-    return path
-        + QString::fromUtf8(QJsonDocument(QJsonArray{value}).toJson(QJsonDocument::Compact).prepend(' '));
+    return value.toVariant().toString();
 }
 
 /// Some switches travel as 0 and 1.
@@ -37,8 +37,22 @@ bool isExpectedBeforehand(const QString &path)
 
 } // namespace
 
+void Ledger::record(const QString &path, const char *what, const QJsonValue &value)
+{
+    QStringList &entries = m_history[path];
+    entries.append(QLatin1String(what) + text(value));
+    if (entries.size() > HistoryLength)
+        entries.removeFirst();
+}
+
+QString Ledger::history(const QString &path) const
+{
+    return path + QLatin1String(": ") + m_history.value(path).join(QLatin1String(", "));
+}
+
 void Ledger::expect(const QString &path, const QJsonValue &value)
 {
+    record(path, "due ", value);
     m_due[path].append(value);
 }
 
@@ -49,24 +63,28 @@ void Ledger::note(const QByteArray &request)
     m_last = request;
     const QJsonObject message = QJsonDocument::fromJson(request).object();
     const QString path = message.value(QLatin1String("set")).toString();
-    if (repeats || !isExpectedBeforehand(path))
+    if (!isExpectedBeforehand(path))
         return;
     const QJsonValue value = plain(path, message.value(QLatin1String("value")));
+    record(path, repeats ? "repeated " : "sent ", value);
+    if (repeats)
+        return;
     QList<QJsonValue> &due = m_due[path];
     if (!due.isEmpty() && due.first() == value) {
         due.removeFirst();
         ++m_matched;
     } else if (!m_forgiven[path].removeOne(value)) {
-        m_problems.append(
-            QStringLiteral("sent without, or in another order than, the user's act: %1, due: %2")
-                .arg(shown(path, value),
-                     due.isEmpty() ? QStringLiteral("nothing") : shown(path, due.first())));
+        m_problems.append(QStringLiteral("sent without, or in another order than, the user's act: ")
+                          + history(path));
     }
 }
 
 void Ledger::forgive()
 {
+    m_mayRepeat = 0;
     for (auto due = m_due.begin(); due != m_due.end(); ++due) {
+        for (const QJsonValue &value : due.value())
+            record(due.key(), "forgiven ", value);
         m_forgiven[due.key()] += due.value();
         due.value().clear();
     }
@@ -81,8 +99,8 @@ QStringList Ledger::problems() const
 {
     QStringList problems = m_problems;
     for (auto due = m_due.begin(); due != m_due.end(); ++due) {
-        for (const QJsonValue &value : due.value())
-            problems.append(QStringLiteral("the user's act was not sent: ") + shown(due.key(), value));
+        if (!due.value().isEmpty())
+            problems.append(QStringLiteral("the user's act was not sent: ") + history(due.key()));
     }
     return problems;
 }

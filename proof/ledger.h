@@ -30,8 +30,12 @@ public:
     int matched() const { return m_matched; }
 
 private:
+    void record(const QString &path, const char *what, const QJsonValue &value);
+    QString history(const QString &path) const;
+
     QHash<QString, QList<QJsonValue>> m_due;
     QHash<QString, QList<QJsonValue>> m_forgiven;
+    QHash<QString, QStringList> m_history; ///< the last entries of each path
     QStringList m_problems;
     QByteArray m_last;
     int m_matched = 0;

@@ -11,6 +11,7 @@
 #include <QLineEdit>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QTabBar>
 #include <QTableWidget>
 #include <QTest>
@@ -101,6 +102,9 @@ void RandomUser::act()
         useModal(modal);
         return;
     }
+    if (m_acting)
+        return; // the box that this act opened is answered and has still to go
+    const QScopedValueRollback<bool> acting(m_acting, true);
     if (!m_station->isOpen()) {
         m_draft = QString();
         note(QStringLiteral("open the editor"));

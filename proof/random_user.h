@@ -63,6 +63,7 @@ private:
     int m_pauseMs = 0;
     int m_acts = 0;
     bool m_running = false;
+    bool m_acting = false;
 };
 
 } // namespace proof

@@ -13,6 +13,9 @@ namespace proof {
 namespace {
 
 constexpr int RestMs = 60000;
+constexpr int CalmLooks = 10;
+constexpr int CalmMs = 100;
+constexpr double SceneShare = 1.01; // an editor's scene has some only once it was drawn
 
 /// The figure of the looks from @p first to before @p end, in ascending order.
 template <typename Figure>
@@ -102,7 +105,14 @@ bool Soak::rest()
 
 void Soak::look(int round)
 {
-    const Census census = takeCensus();
+    // What only waits a moment to be done is none of what is kept.
+    Census census = takeCensus();
+    for (int i = 0; i < CalmLooks; ++i) {
+        QTest::qWait(CalmMs);
+        const Census next = takeCensus();
+        if (next.objects <= census.objects)
+            census = next;
+    }
     m_looks.append(census);
     int acts = 0;
     int matched = 0;
@@ -148,7 +158,7 @@ void Soak::judge()
             m_problems.append(QLatin1String(what) + QLatin1String(" grows"));
     };
     compare("memory in MiB", &Census::residentMiB, quarter / 2, m_plan.mostGrowth);
-    compare("objects", &Census::objects, 0, 1);
+    compare("objects", &Census::objects, 0, SceneShare);
     compare("timers", &Census::timers, 0, 1);
     compare("descriptors", &Census::descriptors, 0, 1);
     if (!m_problems.isEmpty())
