@@ -60,8 +60,10 @@ void EditorSession::connectTraffic()
                 aes67->send(name, bytes);
             });
     connect(text, &DeviceTransport::received, m_plugin, [this](const QString &name, const QByteArray &bytes) {
-        if (name == deviceName())
-            m_plugin->recvVelmarAsciiMsg(name, bytes);
+        if (name != deviceName())
+            return;
+        emit receivedText(bytes);
+        m_plugin->recvVelmarAsciiMsg(name, bytes);
     });
     connect(aes67, &DeviceTransport::received, m_plugin,
             [this](const QString &name, const QByteArray &bytes) {

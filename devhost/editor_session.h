@@ -76,6 +76,8 @@ signals:
     void replyOverdue();
     void presetLoadFinished(bool success);
     void sentText(const QByteArray &message);
+    /// Comes before the plugin gets the message.
+    void receivedText(const QByteArray &message);
     void applyingSnapshot(const QByteArray &snapshot);
 
 protected:

@@ -20,12 +20,28 @@ SessionWatch::SessionWatch(EditorSession *session, const RequestWatch *requests,
     , m_atStart(requests->figures(session->deviceName()))
 {
     m_sinceStart.start();
-    connect(requests, &RequestWatch::refused, this, [this](const Refusal &refusal) {
-        if (refusal.device == m_session->deviceName() && refusal.request.command == QLatin1String("get"))
-            m_refusal = tr("refused to %1 (%2)").arg(wordsFor(refusal.request), reasonOf(refusal));
-    });
+    connect(requests, &RequestWatch::refused, this, &SessionWatch::noteRefusal);
+    connect(session, &EditorSession::receivedText, this, &SessionWatch::noteReply);
     connect(&m_looking, &QTimer::timeout, this, &SessionWatch::look);
     m_looking.start(LookMs);
+}
+
+void SessionWatch::noteRefusal(const Refusal &refusal)
+{
+    if (refusal.device != m_session->deviceName() || refusal.request.command != QLatin1String("get"))
+        return;
+    m_refusedPath = refusal.request.path;
+    m_refusal = tr("refused to %1 (%2)").arg(wordsFor(refusal.request), reasonOf(refusal));
+}
+
+void SessionWatch::noteReply(const QByteArray &message)
+{
+    if (m_refusal.isEmpty())
+        return;
+    const ReplyText reply = readReply(message);
+    if (reply.verdict == Verdict::Confirmed && reply.command == QLatin1String("get")
+        && reply.path == m_refusedPath)
+        m_refusal.clear();
 }
 
 void SessionWatch::look()

@@ -30,6 +30,8 @@ signals:
 private:
     enum class State { Starting, Stuck, Live };
 
+    void noteRefusal(const Refusal &refusal);
+    void noteReply(const QByteArray &message);
     void look();
     void lookForLife();
     QString waitingText() const;
@@ -42,7 +44,8 @@ private:
     State m_state = State::Starting;
     int m_quietLooks = 0; ///< one after the other at which nothing waited
     DeviceFigures m_atStart;
-    QString m_refusal; ///< the last thing that the device refused to tell
+    QString m_refusal; ///< the last thing that the device refused to tell, and has not told since
+    QString m_refusedPath;
     QElapsedTimer m_sinceStart;
     QTimer m_looking;
 };

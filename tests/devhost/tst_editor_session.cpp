@@ -137,6 +137,10 @@ void Session::saysWhatItWaitsFor()
         QVERIFY2(said.contains(sentence) && said.contains(m_device->name()), qPrintable(said));
     }
     QTEST(m_session->hint(), "hint");
+    QSignalSpy recovered(&watch, &SessionWatch::recovered);
+    m_fake->answer(R"({"cmd":"get","param":"/a","result":"OK","value":1})");
+    if (sentence.contains(QStringLiteral("/a")))
+        QVERIFY(recovered.wait());
 }
 
 void Session::reportsSnapshotEntries()
