@@ -99,8 +99,13 @@ void Tour::photograph()
     if (isThere && picture.save(m_folder.filePath(name)))
         goOn();
     else
-        end(QStringLiteral("the picture %1 could not be %2")
-                .arg(name, isThere ? QStringLiteral("written") : QStringLiteral("taken")));
+        end(QStringLiteral("the picture %1 of %2 x %3 at %4, %5 could not be %6")
+                .arg(name)
+                .arg(area.width())
+                .arg(area.height())
+                .arg(area.x())
+                .arg(area.y())
+                .arg(isThere ? QStringLiteral("written") : QStringLiteral("taken")));
 }
 
 void Tour::goOn()
