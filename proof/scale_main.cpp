@@ -131,8 +131,9 @@ bool measureFlood(bench::Report &report, proof::LoopWatch &loop)
 }
 
 /// Live editors with all their block windows, of devices that send levels.
-bool measureEditors(bench::Report &report, proof::LoopWatch &loop, PlexoPluginFactory *factory)
+bool measureEditors(bench::Report &report, proof::LoopWatch &loop)
 {
+    PlexoPluginFactory *factory = proof::loadPlugin(); // not before: a host that ends unloads it
     std::vector<std::unique_ptr<proof::Station>> stations;
     QVector<Cost> costs;
     for (int count : {1, 5, 10, 20}) {
@@ -161,12 +162,11 @@ int main(int argc, char *argv[])
         return proof::announce(qMax(1, arguments.value(2).toInt()), loopbackInterface());
     if (arguments.value(1) == QLatin1String("--flood"))
         return proof::flood(loopbackInterface());
-    PlexoPluginFactory *factory = proof::loadPlugin();
     bench::Report report;
     {
         proof::LoopWatch loop;
-        const bool done = measureDevices(report, loop) && measureFlood(report, loop)
-            && measureEditors(report, loop, factory);
+        const bool done
+            = measureDevices(report, loop) && measureFlood(report, loop) && measureEditors(report, loop);
         report.print();
         if (!done) {
             QTextStream(stderr) << "Devices or editors did not come up; what follows them is missing."
