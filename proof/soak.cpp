@@ -159,8 +159,8 @@ void Soak::judge()
     };
     compare("memory in MiB", &Census::residentMiB, quarter / 2, m_plan.mostGrowth);
     compare("objects", &Census::objects, 0, SceneShare);
-    compare("timers", &Census::timers, 0, 1);
-    compare("descriptors", &Census::descriptors, 0, 1);
+    compare("timers", &Census::timers, 0, m_plan.mostGrowth);
+    compare("descriptors", &Census::descriptors, 0, m_plan.mostGrowth);
     if (!m_problems.isEmpty())
         compareClasses();
 }
