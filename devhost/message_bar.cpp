@@ -72,7 +72,11 @@ void MessageBar::setUpField()
     m_completer->setModelSorting(QCompleter::CaseSensitivelySortedModel);
     connect(m_completer, QOverload<const QString &>::of(&QCompleter::activated), this, &MessageBar::complete);
     connect(m_field, &QLineEdit::textEdited, this, &MessageBar::offerPaths);
-    connect(m_field, &QLineEdit::returnPressed, this, &MessageBar::send);
+    connect(m_field, &QLineEdit::returnPressed, this, [this] {
+        // The field gets the key before the list of paths does, which then puts the chosen path in.
+        if (!m_completer->popup()->isVisible() || !m_completer->popup()->currentIndex().isValid())
+            send();
+    });
 }
 
 void MessageBar::setDevice(const QString &name)

@@ -26,7 +26,7 @@ struct ReplyText
     QString command; ///< as in the request; empty when the reply does not say
     QString path;
     QString reason; ///< why it was refused, in the device's words
-    QJsonValue value;
+    QJsonValue value = QJsonValue::Undefined; ///< undefined when the reply has none
 };
 
 RequestText readRequest(const QByteArray &message);
