@@ -214,8 +214,20 @@ void LogPanel::showSent(qint64 number)
         return;
     }
     m_details->setChecked(true);
+    markRow(number);
     choose(number);
     handleChange(number);
+}
+
+void LogPanel::markRow(qint64 number)
+{
+    int row = m_filter->rowCount() - 1;
+    while (row >= 0 && m_filter->numberOf(row) > number)
+        --row;
+    const bool isShown = row >= 0 && m_filter->numberOf(row) == number;
+    m_view->selectionModel()->setCurrentIndex(isShown ? m_filter->index(row, 0) : QModelIndex(),
+                                              QItemSelectionModel::ClearAndSelect
+                                                  | QItemSelectionModel::Rows);
 }
 
 void LogPanel::handleChange(qint64 number)
@@ -244,8 +256,13 @@ void LogPanel::noteNews(int first, int last)
 void LogPanel::showFigures()
 {
     const QString chosen = m_devices->currentData().toString();
-    m_figures->setText(
-        figuresText(chosen.isEmpty() ? m_requests->figuresOfAll() : m_requests->figures(chosen)));
+    const QString text
+        = figuresText(chosen.isEmpty() ? m_requests->figuresOfAll() : m_requests->figures(chosen));
+    m_figures->setText(text);
+    m_figures->setToolTip(
+        tr("%1\nRequests of editors, not those of the message box. Late: answered after two "
+           "seconds. Lost: not answered within ten.")
+            .arg(text));
 }
 
 void LogPanel::focusMessage()

@@ -74,6 +74,8 @@ private:
     void setUpActions();
     QAction *addAction(const QString &text, const QKeySequence &keys, const QString &tip);
     void handleChange(qint64 number);
+    /// Selects the row of an entry, or none while the filter leaves it out.
+    void markRow(qint64 number);
     /// Null when none is chosen, or the chosen one is no request.
     const LogEntry *chosenRequest() const;
     QList<int> selectedRows() const;

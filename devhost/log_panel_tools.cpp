@@ -63,8 +63,6 @@ QHBoxLayout *LogPanel::createBottomRow()
     m_figures->setTextFormat(Qt::PlainText);
     m_figures->setProperty("role", QStringLiteral("caption"));
     m_figures->setMinimumWidth(1);
-    m_figures->setToolTip(
-        tr("Requests of editors. Late: answered after two seconds. Lost: not answered within ten."));
     row->addWidget(m_figures, 1);
     m_details = addSwitch(row, QStringLiteral("logDetails"), tr("Details"),
                           tr("Show the whole text of the chosen message"), true);
