@@ -127,9 +127,13 @@ void SimulatedDevice::handleFinished()
     readOutput();
     m_nodes = {};
     emit changed();
-    emit failed(tr("The simulated device %1 ended by itself (code %2). Start it again in its faults.")
-                    .arg(m_name)
-                    .arg(m_process.exitCode()));
+    // After a crash the exit code is none of the program's.
+    emit failed(
+        m_process.exitStatus() == QProcess::CrashExit
+            ? tr("The simulated device %1 crashed or was killed. Start it again in its faults.").arg(m_name)
+            : tr("The simulated device %1 ended by itself (code %2). Start it again in its faults.")
+                  .arg(m_name)
+                  .arg(m_process.exitCode()));
 }
 
 } // namespace devhost
