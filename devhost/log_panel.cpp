@@ -242,6 +242,9 @@ void LogPanel::handleChange(qint64 number)
 
 void LogPanel::noteNews(int first, int last)
 {
+    // What was sent a moment ago has its row only now.
+    if (m_log->numberOf(first) <= m_sent && m_sent <= m_log->numberOf(last) && m_detail->number() == m_sent)
+        markRow(m_sent);
     for (int row = first; row <= last; ++row) {
         const LogEntry &entry = m_log->entry(row);
         m_paths->note(entry);
