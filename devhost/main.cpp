@@ -70,6 +70,28 @@ int takeTour(devhost::Host *host, devhost::HostWindow *window, const devhost::Op
     return error.isEmpty() ? QApplication::exec() : complain(error);
 }
 
+/// Where nothing is remembered, @p memory answers with what a first start has.
+devhost::Look chosenLook(const devhost::WindowMemory &memory, const devhost::Options &options)
+{
+    devhost::Look look = devhost::rememberedLook(memory);
+    if (!options.style.isEmpty())
+        look.light = options.style == QLatin1String("light");
+    return look;
+}
+
+/// The answer is empty, or a sentence on what failed.
+QString startRecording(devhost::Host *host, const QString &file)
+{
+    return file.isEmpty() ? QString() : host->recorder()->start(file);
+}
+
+/// The exit code, once the user has closed the window.
+int workUntilClosed(const devhost::HostWindow *window)
+{
+    QObject::connect(window, &devhost::HostWindow::closed, qApp, &QApplication::quit);
+    return QApplication::exec();
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -99,25 +121,16 @@ int main(int argc, char *argv[])
     // A tour looks and works alike wherever it is taken.
     const bool tour = !parsed.options.tourFolder.isEmpty();
     devhost::WindowMemory memory(tour ? QString() : devhost::WindowMemory::usersFile());
-    devhost::Look look = devhost::rememberedLook(memory);
-    if (!parsed.options.style.isEmpty())
-        look.light = parsed.options.style == QLatin1String("light");
-    devhost::wearLook(look);
+    devhost::wearLook(chosenLook(memory, parsed.options));
     QWidget styleSource;
     styleSource.setStyleSheet(application.styleSheet());
     devhost::Host host;
     host.sessions()->setStyleSource(&styleSource);
-    if (!parsed.options.recordFile.isEmpty()) {
-        const QString error = host.recorder()->start(parsed.options.recordFile);
-        if (!error.isEmpty())
-            return complain(error);
-    }
+    const QString unrecorded = startRecording(&host, parsed.options.recordFile);
+    if (!unrecorded.isEmpty())
+        return complain(unrecorded);
     devhost::HostWindow window(&host, &memory, parsed.options.snapshotFolder);
     host.start(parsed.options, choice.interface);
     window.show();
-    if (!tour) {
-        QObject::connect(&window, &devhost::HostWindow::closed, &application, &QApplication::quit);
-        return QApplication::exec();
-    }
-    return takeTour(&host, &window, parsed.options);
+    return tour ? takeTour(&host, &window, parsed.options) : workUntilClosed(&window);
 }

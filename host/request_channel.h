@@ -55,7 +55,10 @@ public:
     void dropQueries() { m_queues[Query].clear(); }
 
     /// Those in the queues, and the one in flight.
-    int waitingRequests() const { return m_queues[Command].size() + m_queues[Query].size() + (isIdle() ? 0 : 1); }
+    int waitingRequests() const
+    {
+        return m_queues[Command].size() + m_queues[Query].size() + (isIdle() ? 0 : 1);
+    }
     bool hasQueries() const { return !m_queues[Query].isEmpty(); }
     bool isBusy() const { return m_busy; }
     bool isQueryInFlight() const;

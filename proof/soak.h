@@ -17,7 +17,7 @@ struct SoakPlan
     int rounds = 100; ///< after each all work stops for a look at what the program holds
     int pauseMs = 200; ///< of each user between two acts
     quint32 seed = 1;
-    double mostGrowth = 1.02; ///< of memory from the second quarter to the last
+    double mostGrowth = 1.02; ///< of memory, timers and descriptors from the second quarter to the last
 };
 
 /// Random users at several devices for a long time, with devices that are lost and return, phones that pair,

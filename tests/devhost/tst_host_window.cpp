@@ -137,8 +137,9 @@ void Window::opensAndClosesEditor()
     const QWidget *editor = session()->editor();
     QVERIFY(editor->isVisible());
     QAbstractItemModel *log = m_host->log();
-    QTRY_VERIFY(!log->match(log->index(0, CommunicationLog::Text), Qt::DisplayRole, QStringLiteral("attached"))
-                     .isEmpty());
+    QTRY_VERIFY(
+        !log->match(log->index(0, CommunicationLog::Text), Qt::DisplayRole, QStringLiteral("attached"))
+             .isEmpty());
     openEditor();
     QCOMPARE(session()->editor(), editor);
     emit plugin()->updatePluginStatus(QStringLiteral("Settings have changed"), true);
