@@ -82,6 +82,8 @@ WindowMenu::WindowMenu(const EditorSessions *sessions, QWidget *hostWindow)
     m_tile->setShortcut(QKeySequence(tr("Ctrl+T")));
     m_tile->setShortcutContext(Qt::ApplicationShortcut);
     connect(m_tile, &QAction::triggered, this, &WindowMenu::tile);
+    addAction(m_tile);
+    m_windows = addSeparator();
     connect(this, &QMenu::aboutToShow, this, &WindowMenu::fill);
     fill();
 }
@@ -110,10 +112,8 @@ QString WindowMenu::titleOf(const QWidget *window) const
 
 void WindowMenu::fill()
 {
-    removeAction(m_tile);
-    clear();
-    addAction(m_tile);
-    addSeparator();
+    // Only the windows go: a menu disconnects an action that is taken out of it from all slots of the menu.
+    qDeleteAll(actions().mid(actions().indexOf(m_windows) + 1));
     const QList<QWidget *> open = windows();
     for (QWidget *window : open) {
         QString title = titleOf(window);
@@ -141,8 +141,11 @@ void WindowMenu::tile()
     }
     const QRect area = m_hostWindow->screen()->availableGeometry();
     QList<QRect> places = tiled(sizes, area);
-    if (overlap(places))
-        places = tiled(smallest, area);
+    if (overlap(places)) {
+        const QList<QRect> closer = tiled(smallest, area);
+        if (!overlap(closer))
+            places = closer;
+    }
     for (int number = 0; number < open.size(); ++number) {
         open.at(number)->resize(places.at(number).size() - frameOf(*open.at(number)));
         open.at(number)->move(places.at(number).topLeft());

@@ -25,6 +25,7 @@ private:
     const EditorSessions *m_sessions;
     QWidget *m_hostWindow;
     QAction *m_tile;
+    QAction *m_windows = nullptr; // the separator above them
 };
 
 /// Where to put windows of these sizes: beside each other in rows from left to right, inside @p area. What

@@ -19,6 +19,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPointer>
+#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
@@ -58,6 +59,7 @@ private slots:
     void cleanup();
 
     void opensAndClosesEditor();
+    void tilesAsOftenAsAsked();
     void saysWhyNoEditorOpens();
     void refusesSnapshot_data();
     void refusesSnapshot();
@@ -147,6 +149,19 @@ void Window::opensAndClosesEditor()
     emit plugin()->pluginRequestClose();
     QVERIFY(!session());
     QCOMPARE(cell(6), QStringLiteral("Double-click to open the editor"));
+}
+
+void Window::tilesAsOftenAsAsked()
+{
+    openEditor();
+    QWidget *editor = session()->editor()->window();
+    QVERIFY(QTest::qWaitForWindowExposed(editor));
+    const QStringList tile{QStringLiteral("Window"), QStringLiteral("Tile")};
+    for (int time = 0; time < 2; ++time) {
+        editor->move(m_window->screen()->availableGeometry().center());
+        QCOMPARE(tour::hands::chooseMenu(m_window->menuBar(), tile), QString());
+        QTRY_COMPARE(editor->frameGeometry().topLeft(), m_window->screen()->availableGeometry().topLeft());
+    }
 }
 
 void Window::saysWhyNoEditorOpens()
