@@ -162,7 +162,7 @@ void UpdateDialogTest::bringsTheFile()
     intervals.transfer.step = 0ms;
     OpenedDialog offer(pattern(size), intervals);
     Device device(faults);
-    QVERIFY(device.fetched.wait(100000));
+    QVERIFY(device.fetched.wait(280000));
     QVERIFY2(device.fetched.first().first().toByteArray() == pattern(size), "the file differs");
     QTRY_COMPARE(offer.status(),
                  updatetexts::finishedUnplayable(size)); // also when the last acknowledgement was lost
