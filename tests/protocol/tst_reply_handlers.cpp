@@ -1,7 +1,10 @@
+#include "protocol/messages.h"
 #include "protocol/settings.h"
 
 #include <QJsonDocument>
 #include <QTest>
+
+#include <limits>
 
 Q_DECLARE_METATYPE(ReplyHandler)
 Q_DECLARE_METATYPE(Section)
@@ -102,6 +105,13 @@ private slots:
         FakeWindow window;
         setting::UsbPriority.confirmation()(window, parsed(R"({"result":"no","value":true})"));
         QVERIFY(window.caches()[Section::Usb].isEmpty() && window.refreshes == 0);
+    }
+
+    void gainsLoseTheirFraction()
+    {
+        QCOMPARE(message::wholeGain(-6.7), -6);
+        QCOMPARE(message::wholeGain(1e12), std::numeric_limits<int>::max());
+        QCOMPARE(message::wholeGain(std::numeric_limits<double>::quiet_NaN()), 0);
     }
 };
 

@@ -77,6 +77,9 @@ void TestLevelsShown::movesLikeAMeter()
     QCOMPARE(meter.peak(), -11.18); // held for one and a half seconds
     meter.advance(2999);
     QCOMPARE(meter.bar(), -100.0); // half a second without a level
+    QVERIFY(!meter.isClipped());
+    meter.arrive(0.0, 3000);
+    QVERIFY(meter.isClipped()); // from 0 dB on
 }
 
 void TestLevelsShown::clickClearsPeakAndClipMark()
