@@ -152,6 +152,8 @@ void DeviceFinder::forgetLongLost()
 void DeviceFinder::addDevice(const Announcement &announcement, const QHostAddress &sender)
 {
     auto *device = new KnownDevice(announcement.name, m_limits.lostAfterMs, this);
+    // A host that was busy all the while has its announcements still to read.
+    connect(device, &KnownDevice::fellSilent, this, &DeviceFinder::readPending);
     device->hear(announcement, sender);
     m_devices.append(device);
     m_byName.insert(device->name(), device);

@@ -10,12 +10,10 @@ KnownDevice::KnownDevice(const QString &name, int lostAfterMs, QObject *parent)
     setName(name);
     m_silence.setSingleShot(true);
     m_silence.setInterval(lostAfterMs);
-    // A host that was busy all the while has its announcements still to read.
     connect(&m_silence, &QTimer::timeout, this, [this] {
-        QTimer::singleShot(0, this, [this] {
-            if (!m_silence.isActive())
-                setPresent(false);
-        });
+        emit fellSilent();
+        if (!m_silence.isActive())
+            setPresent(false);
     });
 }
 

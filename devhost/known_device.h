@@ -36,6 +36,8 @@ public:
     bool isSpare() const { return !isPresent() && !isHeld(); }
 
 signals:
+    /// Its time ran out; it is lost unless a slot lets it be heard at once.
+    void fellSilent();
     /// Its address or control port is another one than before, or it is back after having been lost.
     void routeChanged();
 

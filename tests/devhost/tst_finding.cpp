@@ -8,6 +8,8 @@
 #include <QPointer>
 #include <QSignalSpy>
 #include <QTest>
+#include <QTimer>
+#include <QUdpSocket>
 
 using namespace devhost;
 
@@ -42,6 +44,7 @@ private slots:
     void refusesAnnouncement_data();
     void refusesAnnouncement();
     void findsLosesAndFindsAgain();
+    void hearsWhatCameWhileItWasBusy();
     void keepsFirstOfTwoWithOneName();
     void makesRoomByForgettingSpareOnes();
     void forgetsLongLost();
@@ -105,6 +108,32 @@ void Finding::findsLosesAndFindsAgain()
     QTRY_VERIFY(known->isPresent());
     QCOMPARE(found.count(), 1);
     QCOMPARE(finder.devices().size(), 1);
+}
+
+void Finding::hearsWhatCameWhileItWasBusy()
+{
+    pxDevices list;
+    DeviceFinder finder(&list, limits(200));
+    finder.listenOn(loopbackInterface());
+    FakeDevice device;
+    device.announce("KBX-0001");
+    QTRY_COMPARE(finder.devices().size(), 1);
+    KnownDevice *known = finder.devices().first();
+    QSignalSpy presence(known, &pxDevice::PresenceChanged);
+    // Work that takes longer than the device may be silent, in a turn of the loop that looks at the timers,
+    // too.
+    QTimer everyTurn;
+    everyTurn.start(0);
+    QUdpSocket work;
+    QVERIFY(work.bind(QHostAddress::LocalHost));
+    connect(&work, &QUdpSocket::readyRead, &work, [&] {
+        work.receiveDatagram();
+        while (known->silentMs() < 400) { }
+        device.announce("KBX-0001");
+    });
+    QUdpSocket().writeDatagram("work", QHostAddress::LocalHost, work.localPort());
+    QTRY_VERIFY(!work.hasPendingDatagrams() && known->silentMs() < 200);
+    QCOMPARE(presence.count(), 0);
 }
 
 void Finding::keepsFirstOfTwoWithOneName()
