@@ -18,6 +18,52 @@
 
 using namespace devhost;
 
+namespace {
+
+/// The first control in @p panel that a screen reader could not name.
+const QWidget *nameless(const QWidget &panel)
+{
+    for (QWidget *widget : panel.findChildren<QWidget *>()) {
+        if (widget->isVisibleTo(&panel) && widget->focusPolicy() != Qt::NoFocus
+            && QAccessible::queryAccessibleInterface(widget)->text(QAccessible::Name).isEmpty())
+            return widget;
+    }
+    return nullptr;
+}
+
+/// A filter text, "!" for problems only, "@" and a device, or "+" and a kind to switch.
+void choose(LogFilter *filter, const QString &choice)
+{
+    if (choice.startsWith(QLatin1Char('+'))) {
+        const auto kind = LogFilter::Kind(choice.mid(1).toInt());
+        filter->setShown(kind, !filter->isShown(kind));
+    } else if (choice == QLatin1String("!")) {
+        filter->setOnlyProblems(true);
+    } else if (choice.startsWith(QLatin1Char('@'))) {
+        filter->setDevice(choice.mid(1));
+    } else {
+        filter->setText(choice);
+    }
+}
+
+/// The entries of @p filter by their short names in filters_data().
+QString shownBy(const LogFilter &filter)
+{
+    const QMap<QString, QString> names{{QStringLiteral("get /system/usb"), QStringLiteral("usb")},
+                                       {QStringLiteral("set /b 1"), QStringLiteral("late")},
+                                       {QStringLiteral("get /status/bt"), QStringLiteral("poll")},
+                                       {QStringLiteral("get /status/usb"), QStringLiteral("poll!")},
+                                       {QStringLiteral("Command Request:"), QStringLiteral("Command")},
+                                       {QStringLiteral("usb is on fire"), QStringLiteral("alarm")},
+                                       {QString(), QStringLiteral("reply")}};
+    QStringList lines;
+    for (const LogEntry &entry : filter.allEntries())
+        lines.append(names.value(entry.summary, entry.summary));
+    return lines.join(QLatin1Char(' '));
+}
+
+} // namespace
+
 class Log : public QObject
 {
     Q_OBJECT
@@ -79,7 +125,7 @@ void Log::staysBounded()
 
 void Log::filters_data()
 {
-    QTest::addColumn<QString>("choice"); ///< a filter text, or what is switched
+    QTest::addColumn<QString>("choice");
     QTest::addColumn<QString>("shown"); ///< first characters of the messages
     QTest::newRow("quiet at first") << QString() << QStringLiteral("usb late poll! ready alarm reply");
     QTest::newRow("polling") << QStringLiteral("+0")
@@ -99,25 +145,9 @@ void Log::filters()
 {
     QFETCH(const QString, choice);
     QFETCH(const QString, shown);
-    const QMap<QString, QString> names{{QStringLiteral("get /system/usb"), QStringLiteral("usb")},
-                                       {QStringLiteral("set /b 1"), QStringLiteral("late")},
-                                       {QStringLiteral("get /status/bt"), QStringLiteral("poll")},
-                                       {QStringLiteral("get /status/usb"), QStringLiteral("poll!")},
-                                       {QStringLiteral("Command Request:"), QStringLiteral("Command")},
-                                       {QStringLiteral("usb is on fire"), QStringLiteral("alarm")},
-                                       {QString(), QStringLiteral("reply")}};
     CommunicationLog log(20, 100000);
     LogFilter filter(&log);
-    if (choice.startsWith(QLatin1Char('+'))) {
-        const auto kind = LogFilter::Kind(choice.mid(1).toInt());
-        filter.setShown(kind, !filter.isShown(kind));
-    } else if (choice == QLatin1String("!")) {
-        filter.setOnlyProblems(true);
-    } else if (choice.startsWith(QLatin1Char('@'))) {
-        filter.setDevice(choice.mid(1));
-    } else {
-        filter.setText(choice);
-    }
+    choose(&filter, choice);
     const QString first = QStringLiteral("KBX-1");
     const QString second = QStringLiteral("KBX-2");
     RequestWatch::Answer fine{1, 1, false, readReply(R"({"result":"OK"})")};
@@ -134,14 +164,7 @@ void Log::filters()
     // What becomes a problem later on comes into view.
     const QByteArray refusal = R"({"cmd":"get","param":"/status/usb","result":"busy"})";
     log.answer(poll, refusal, {poll, 1, false, readReply(refusal)});
-    QStringList lines;
-    const auto collect = [&] {
-        lines.clear();
-        for (const LogEntry &entry : filter.allEntries())
-            lines.append(names.value(entry.summary, entry.summary));
-        return lines.join(QLatin1Char(' '));
-    };
-    QTRY_COMPARE(collect(), shown);
+    QTRY_COMPARE(shownBy(filter), shown);
     QCOMPARE(filter.entries({0}).first().time, filter.entry(0).time);
 }
 
@@ -176,17 +199,7 @@ void Log::showsWholeMessages()
     QVERIFY(detail->toPlainText().endsWith(QStringLiteral("\n    \"b\": [1, 2]\n}")));
     const auto *figures = panel.findChild<QLabel *>(QStringLiteral("logFigures"));
     QTRY_VERIFY2(figures->text().startsWith(QStringLiteral("1 requests")), qPrintable(figures->text()));
-    const auto nameless = [&panel] {
-        for (const QWidget *widget : panel.findChildren<QWidget *>()) {
-            const QAccessibleInterface *spoken
-                = QAccessible::queryAccessibleInterface(const_cast<QWidget *>(widget));
-            if (widget->isVisibleTo(&panel) && widget->focusPolicy() != Qt::NoFocus
-                && spoken->text(QAccessible::Name).isEmpty())
-                return widget;
-        }
-        return static_cast<const QWidget *>(nullptr);
-    };
-    const QWidget *unnamed = nameless();
+    const QWidget *unnamed = nameless(panel);
     QVERIFY2(!unnamed, unnamed ? unnamed->metaObject()->className() : "");
 }
 

@@ -19,6 +19,19 @@ QString name()
     return QStringLiteral("KBX-0001");
 }
 
+/// The lines at @p path, with T for times and V for the host's version.
+QStringList recordedLines(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return {};
+    QString text = QString::fromUtf8(file.readAll());
+    text.replace(QRegularExpression(QStringLiteral("\"t_ms\":\\d+|\\d{4}-\\d\\d-\\d\\dT[\\d:]+Z")),
+                 QStringLiteral("T"));
+    text.replace(QRegularExpression(QStringLiteral("\"host\":\"[^\"]+\"")), QStringLiteral("V"));
+    return text.split(QLatin1Char('\n'));
+}
+
 } // namespace
 
 class Transport : public QObject
@@ -210,15 +223,9 @@ void Transport::recordsDevicesMessagesAndLevels()
     m_device->answer(QByteArray::fromHex("ff"));
     QTRY_COMPARE(host.recorder()->lines(), qint64(5));
     host.recorder()->stop();
-    QFile file(path);
-    QVERIFY(file.open(QIODevice::ReadOnly));
-    QString text = QString::fromUtf8(file.readAll());
-    text.replace(QRegularExpression(QStringLiteral("\"t_ms\":\\d+|\\d{4}-\\d\\d-\\d\\dT[\\d:]+Z")),
-                 QStringLiteral("T"));
-    text.replace(QRegularExpression(QStringLiteral("\"host\":\"[^\"]+\"")), QStringLiteral("V"));
     const QString common = QStringLiteral("\"device\":\"KBX-0001\"");
     QCOMPARE(
-        text.split(QLatin1Char('\n')),
+        recordedLines(path),
         (QStringList{
             QStringLiteral("{\"created\":\"T\",V,\"recording\":1}"),
             QStringLiteral("{%1,\"dir\":\"device\",\"feature_level\":1,\"mac\":\"02:4B:42:58:00:01\","

@@ -33,11 +33,30 @@ class BlockViewTest : public QObject
 
 private slots:
     void initTestCase() { qmlRegisterType<Backend>("TarnKBXBackEnd", 1, 0, "TarnKBXBackEnd"); }
-    void blockAnswersThePointer_data();
+    void init();
+    void followsItsSize();
+    void blockAnswersThePointer_data() { addBlocks(); }
     void blockAnswersThePointer();
+    void blockAnswersTheKeys_data() { addBlocks(); }
+    void blockAnswersTheKeys();
+    void cleanup() { m_page.reset(); }
+
+private:
+    static void addBlocks();
+    void resize(const QSize &size);
+    /// The frame of the tested block.
+    QQuickItem *frame() const
+    {
+        return m_view->rootObject()->property(QTest::currentDataTag()).value<QQuickItem *>();
+    }
+
+    QScopedPointer<QWidget> m_page;
+    Backend m_backend;
+    QWidget *m_container = nullptr;
+    QQuickView *m_view = nullptr;
 };
 
-void BlockViewTest::blockAnswersThePointer_data()
+void BlockViewTest::addBlocks()
 {
     QTest::addColumn<QString>("title");
     QTest::addColumn<QRectF>("area"); // shares of the picture
@@ -50,58 +69,75 @@ void BlockViewTest::blockAnswersThePointer_data()
     QTest::newRow("usbOutGain") << "USB Record" << QRectF(0.83, 0.798, 0.16, 0.082);
 }
 
-void BlockViewTest::blockAnswersThePointer()
+void BlockViewTest::init()
 {
-    QFETCH(QRectF, area);
-    const QByteArray block = QTest::currentDataTag();
-    Backend backend;
-    QWidget page;
-    QWidget *container = createBlockView(&backend, &page);
+    m_backend.clicked.clear();
+    m_page.reset(new QWidget);
+    m_container = createBlockView(&m_backend, m_page.data());
     const auto windows = QGuiApplication::allWindows();
     const auto found
         = std::find_if(windows.begin(), windows.end(), [](auto *w) { return w->inherits("QQuickView"); });
     QVERIFY(found != windows.end());
-    auto *view = static_cast<QQuickView *>(*found);
-    QVERIFY2(view->status() == QQuickView::Ready, qPrintable(view->errors().value(0).toString()));
-    page.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&page));
+    m_view = static_cast<QQuickView *>(*found);
+    QVERIFY2(m_view->status() == QQuickView::Ready, qPrintable(m_view->errors().value(0).toString()));
+    m_page->show();
+    QVERIFY(QTest::qWaitForWindowExposed(m_page.data()));
+    resize(QSize(900, 500));
+}
+
+void BlockViewTest::resize(const QSize &size)
+{
+    m_container->resize(size);
+    m_page->resize(size);
+    QTRY_COMPARE(m_view->size(), size);
+    QTRY_COMPARE(m_view->rootObject()->size(), QSizeF(size));
+}
+
+void BlockViewTest::followsItsSize()
+{
     for (const QSize &size : {QSize(1300, 600), QSize(900, 500)}) {
-        container->resize(size);
-        page.resize(size);
-        QTRY_COMPARE(view->size(), size);
-        QTRY_COMPARE(view->rootObject()->size(), QSizeF(size));
-        const auto *picture = view->rootObject()->property("picture").value<QQuickItem *>();
+        resize(size);
+        const auto *picture = m_view->rootObject()->property("picture").value<QQuickItem *>();
         QTRY_COMPARE(picture->property("status").toInt(), 1); // ready
         QCOMPARE(picture->property("sourceSize").toSize().width(), size.width() > 1000 ? 1528 : 764);
     }
+}
+
+void BlockViewTest::blockAnswersThePointer()
+{
+    QFETCH(QRectF, area);
+    const QByteArray block = QTest::currentDataTag();
     const auto at = [&](qreal x, qreal y) {
         const QPointF share = area.topLeft() + QPointF(area.width() * x, area.height() * y);
         return QPointF(share.x() * 900, share.y() * 500).toPoint();
     };
-    auto *frame = view->rootObject()->property(block).value<QQuickItem *>();
-    QTest::mouseMove(view, at(0.5, 0.5));
-    QTRY_COMPARE(QQmlProperty::read(frame, QStringLiteral("border.width")).toInt(), 4);
+    QTest::mouseMove(m_view, at(0.5, 0.5));
+    QTRY_COMPARE(QQmlProperty::read(frame(), QStringLiteral("border.width")).toInt(), 4);
     for (const QPoint &point : {at(0.02, 0.05), at(0.98, 0.95), at(-0.02, 0.5), at(0.5, 1.05)})
-        QTest::mouseClick(view, Qt::LeftButton, {}, point);
-    QCOMPARE(backend.clicked, QByteArrayList({block, block}));
+        QTest::mouseClick(m_view, Qt::LeftButton, {}, point);
+    QCOMPARE(m_backend.clicked, QByteArrayList({block, block}));
+}
 
-    // By arrow keys from the top left: to the right column, then to the block's own row.
-    container->setFocus(Qt::TabFocusReason);
-    const auto press = [container](Qt::Key key, int times) {
+/// By arrow keys from the top left: to the right column, then to the block's own row.
+void BlockViewTest::blockAnswersTheKeys()
+{
+    QFETCH(QRectF, area);
+    QFETCH(QString, title);
+    m_container->setFocus(Qt::TabFocusReason);
+    const auto press = [this](Qt::Key key, int times) {
         for (; times > 0; --times)
-            QTest::keyClick(container, key);
+            QTest::keyClick(m_container, key);
     };
     const QPointF middle = area.center();
     press(Qt::Key_Right, int(middle.x() * 3));
     press(Qt::Key_Up, 2);
     press(Qt::Key_Down, int(middle.y() * 3));
-    QCOMPARE(view->rootObject()->property("chosen").value<QQuickItem *>(), frame);
-    QFETCH(QString, title);
-    QCOMPARE(container->accessibleName(), QStringLiteral("Block diagram: ") + title);
-    QTest::keyClick(container, Qt::Key_Return);
-    QCOMPARE(backend.clicked, QByteArrayList({block, block, block}));
-    container->clearFocus();
-    QVERIFY(!view->rootObject()->property("chosen").value<QQuickItem *>());
+    QCOMPARE(m_view->rootObject()->property("chosen").value<QQuickItem *>(), frame());
+    QCOMPARE(m_container->accessibleName(), QStringLiteral("Block diagram: ") + title);
+    QTest::keyClick(m_container, Qt::Key_Return);
+    QCOMPARE(m_backend.clicked, QByteArrayList{QTest::currentDataTag()});
+    m_container->clearFocus();
+    QVERIFY(!m_view->rootObject()->property("chosen").value<QQuickItem *>());
 }
 
 QTEST_MAIN(BlockViewTest)

@@ -10,6 +10,54 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+namespace {
+
+struct Command
+{
+    const char *widget;
+    const char *path;
+    const char *value;
+    const char *element; // of the section that holds it; none for a command that is no setting
+    const char *cached; // part of what the section then holds
+};
+
+constexpr char bt[] = "SYSTEM_BLUETOOTH";
+constexpr char cue[] = "SYSTEM_VOICE_CUE";
+constexpr char metering[] = R"({"ip":"239.255.1.1","port":5100})";
+const Command commands[] = {
+    {"identify_checkBox", "/control/identify", "true", "", ""},
+    {"bt_activate_pairing_pushButton", "/control/bluetooth/pair", "true", "", ""},
+    {"bt_close_connection_pushButton", "/control/bluetooth/disconnect", "true", "", ""},
+    {"bt_clear_pairing_pushButton", "/control/bluetooth/clear_list", "true", "", ""},
+    {"avrcp_play_pushButton", "/control/bluetooth/play", "true", "", ""},
+    {"avrcp_pause_pushButton", "/control/bluetooth/pause", "true", "", ""},
+    {"avrcp_prev_pushButton", "/control/bluetooth/prev", "true", "", ""},
+    {"avrcp_next_pushButton", "/control/bluetooth/next", "true", "", ""},
+    {"avrcp_vol_dn_pushButton", "/control/bluetooth/vol_down", "true", "", ""},
+    {"avrcp_vol_up_pushButton", "/control/bluetooth/vol_up", "true", "", ""},
+    {"vc_pair_init_play_pushButton", "/control/voice_cue/0/play", "true", "", ""},
+    {"vc_pair_end_play_pushButton", "/control/voice_cue/1/play", "true", "", ""},
+    {"vc_pair_success_play_pushButton", "/control/voice_cue/2/play", "true", "", ""},
+    {"vc_connect_failed_play_pushButton", "/control/voice_cue/3/play", "true", "", ""},
+    {"bt_disable_pairing_button_checkBox", "/system/bluetooth/button", "false", bt, R"("button":false)"},
+    {"bt_connection_mode_comboBox", "/system/bluetooth/connection_mode", R"("reconnect")", bt, "reconnect"},
+    {"bt_audio_bridging_comboBox", "/system/bluetooth/profile", R"("media")", bt, "media"},
+    {"bt_apply_friendly_name_pushButton", "/system/bluetooth/name", R"("KBX")", bt, "KBX"},
+    {"bt_interface_en_checkBox", "/system/bluetooth/enable", "false", bt, R"("enable":false)"},
+    {"usb_audio_mode_comboBox", "/system/usb/mode", R"("speakerphone_no_ec")", "SYSTEM_USB", "no_ec"},
+    {"usb_priority_checkBox", "/system/usb/priority", "true", "SYSTEM_USB", R"("priority":true)"},
+    {"vc_pair_init_en_checkBox", "/system/voice_cue/0/enable", "false", cue,
+     R"([{"enable":false},{"enable":t)"},
+    {"vc_pair_end_en_checkBox", "/system/voice_cue/1/enable", "false", cue, R"(false},{"enable":false},{)"},
+    {"vc_pair_success_en_checkBox", "/system/voice_cue/2/enable", "false", cue, R"(false},{"enable":true}])"},
+    {"vc_connect_failed_en_checkBox", "/system/voice_cue/3/enable", "false", cue, R"({"enable":false}])"},
+    {"en_multicast_async_notify_checkBox", "/system/notifications/enable", "true", "SYSTEM_NOTIFICATIONS",
+     R"("enable":true)"},
+    {"multicast_metering_apply_pushButton", "/system/metering", metering, "SYSTEM_METERING", metering},
+};
+
+} // namespace
+
 class CommandsTest : public LiveEditorTest
 {
     Q_OBJECT
@@ -37,51 +85,6 @@ private:
 
 void CommandsTest::sendsAndTakesOver_data()
 {
-    struct Command
-    {
-        const char *widget;
-        const char *path;
-        const char *value;
-        const char *element; // of the section that holds it; none for a command that is no setting
-        const char *cached; // part of what the section then holds
-    };
-    const char *bt = "SYSTEM_BLUETOOTH";
-    const char *cue = "SYSTEM_VOICE_CUE";
-    const char *metering = R"({"ip":"239.255.1.1","port":5100})";
-    const Command commands[] = {
-        {"identify_checkBox", "/control/identify", "true", "", ""},
-        {"bt_activate_pairing_pushButton", "/control/bluetooth/pair", "true", "", ""},
-        {"bt_close_connection_pushButton", "/control/bluetooth/disconnect", "true", "", ""},
-        {"bt_clear_pairing_pushButton", "/control/bluetooth/clear_list", "true", "", ""},
-        {"avrcp_play_pushButton", "/control/bluetooth/play", "true", "", ""},
-        {"avrcp_pause_pushButton", "/control/bluetooth/pause", "true", "", ""},
-        {"avrcp_prev_pushButton", "/control/bluetooth/prev", "true", "", ""},
-        {"avrcp_next_pushButton", "/control/bluetooth/next", "true", "", ""},
-        {"avrcp_vol_dn_pushButton", "/control/bluetooth/vol_down", "true", "", ""},
-        {"avrcp_vol_up_pushButton", "/control/bluetooth/vol_up", "true", "", ""},
-        {"vc_pair_init_play_pushButton", "/control/voice_cue/0/play", "true", "", ""},
-        {"vc_pair_end_play_pushButton", "/control/voice_cue/1/play", "true", "", ""},
-        {"vc_pair_success_play_pushButton", "/control/voice_cue/2/play", "true", "", ""},
-        {"vc_connect_failed_play_pushButton", "/control/voice_cue/3/play", "true", "", ""},
-        {"bt_disable_pairing_button_checkBox", "/system/bluetooth/button", "false", bt, R"("button":false)"},
-        {"bt_connection_mode_comboBox", "/system/bluetooth/connection_mode", R"("reconnect")", bt,
-         "reconnect"},
-        {"bt_audio_bridging_comboBox", "/system/bluetooth/profile", R"("media")", bt, "media"},
-        {"bt_apply_friendly_name_pushButton", "/system/bluetooth/name", R"("KBX")", bt, "KBX"},
-        {"bt_interface_en_checkBox", "/system/bluetooth/enable", "false", bt, R"("enable":false)"},
-        {"usb_audio_mode_comboBox", "/system/usb/mode", R"("speakerphone_no_ec")", "SYSTEM_USB", "no_ec"},
-        {"usb_priority_checkBox", "/system/usb/priority", "true", "SYSTEM_USB", R"("priority":true)"},
-        {"vc_pair_init_en_checkBox", "/system/voice_cue/0/enable", "false", cue,
-         R"([{"enable":false},{"enable":t)"},
-        {"vc_pair_end_en_checkBox", "/system/voice_cue/1/enable", "false", cue,
-         R"(false},{"enable":false},{)"},
-        {"vc_pair_success_en_checkBox", "/system/voice_cue/2/enable", "false", cue,
-         R"(false},{"enable":true}])"},
-        {"vc_connect_failed_en_checkBox", "/system/voice_cue/3/enable", "false", cue, R"({"enable":false}])"},
-        {"en_multicast_async_notify_checkBox", "/system/notifications/enable", "true", "SYSTEM_NOTIFICATIONS",
-         R"("enable":true)"},
-        {"multicast_metering_apply_pushButton", "/system/metering", metering, "SYSTEM_METERING", metering},
-    };
     QTest::addColumn<QString>("widget");
     QTest::addColumn<QByteArray>("sent");
     QTest::addColumn<QByteArray>("element");

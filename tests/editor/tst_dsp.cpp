@@ -57,6 +57,8 @@ private slots:
     void opensOnceAndCloses();
     void stripsShowTheDevice_data() { addBlocks(true); }
     void stripsShowTheDevice();
+    void unavailableStripStandsStill_data() { addBlocks(true); }
+    void unavailableStripStandsStill();
     void stripsSurviveOddSections_data();
     void stripsSurviveOddSections();
     void stripChangesAreSentAndTakenOver_data() { addBlocks(true); }
@@ -166,22 +168,30 @@ void DspTest::stripsShowTheDevice()
     QCOMPARE(faders.last()->getMeter()->dbValuePort1(), -10.0 * last);
     sendLevels(levels + QByteArray(65000, '\x7f'));
     QCOMPARE(faders.last()->getMeter()->dbValuePort1(), -128.0);
+    QCOMPARE(sentBy([] {}), QByteArray());
+}
 
-    // A strip that is not available stands still, under red where its mode can take it away.
+/// Under red where its mode can take it away.
+void DspTest::unavailableStripStandsStill()
+{
+    QFETCH(Block, block);
+    auto *editor = qobject_cast<StripEditor *>(open(block));
+    const auto *fader = editor->findChild<VmDspGain *>(QStringLiteral("vmdspgain"));
     const auto isCovered = [editor] {
         const auto *overlay = editor->findChild<Overlay *>();
         return overlay && overlay->isVisible();
     };
+    report(block.section, R"([{"gain":-1}])");
     editor->onEnableStrip(0, false);
     report(block.section, R"([{"gain":9}])");
     sendLevels(QByteArray(19, char(-7)));
-    QCOMPARE(faders.first()->Gain(), -1.0);
-    QVERIFY(faders.first()->getMeter()->dbValuePort1() != -7.0);
+    QCOMPARE(fader->Gain(), -1.0);
+    QVERIFY(fader->getMeter()->dbValuePort1() != -7.0);
     QTRY_COMPARE(isCovered(), QByteArray(block.section) != "dante_rx");
     editor->onEnableStrip(0, true);
     editor->onEnableStrip(200, false);
     editor->onDataChanged();
-    QCOMPARE(faders.first()->Gain(), 9.0);
+    QCOMPARE(fader->Gain(), 9.0);
     QTRY_VERIFY(!isCovered());
     QCOMPARE(sentBy([] {}), QByteArray());
 }

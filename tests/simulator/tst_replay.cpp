@@ -42,6 +42,7 @@ class ReplayTest : public QObject
 
 private slots:
     void repeatsASession();
+    void announcesTheRecordedDevice();
     void answers();
     void levels();
     void damage_data();
@@ -99,6 +100,19 @@ void ReplayTest::repeatsASession()
     QCOMPARE(replayed, replies);
 }
 
+void ReplayTest::announcesTheRecordedDevice()
+{
+    const RecordingRead recorded = read({});
+    Receiver network("239.255.77.1", 47700);
+    Replay replay(recorded.recording, onLoopback(), Intervals());
+    QCOMPARE(replay.start(), QString());
+    QTRY_VERIFY(!network.received.isEmpty());
+    const QByteArray announced = network.received.first();
+    QVERIFY2(announced.contains(R"("name":"KBX-0007")") && announced.contains(R"("version":"1.4.2")")
+                 && announced.contains(R"("feature_level":3)"),
+             announced);
+}
+
 void ReplayTest::answers()
 {
     const RecordingRead recorded = read(
@@ -112,15 +126,8 @@ void ReplayTest::answers()
          line(190, "tx", R"({"get":"/b"})")});
     QCOMPARE(recorded.notes,
              QStringList{QStringLiteral("1 of 5 requests have no reply in it and will get none.")});
-    Receiver network("239.255.77.1", 47700);
     Replay replay(recorded.recording, onLoopback(), Intervals());
     QCOMPARE(replay.start(), QString());
-    QTRY_VERIFY(!network.received.isEmpty());
-    const QByteArray announced = network.received.first();
-    QVERIFY2(announced.contains(R"("name":"KBX-0007")") && announced.contains(R"("version":"1.4.2")")
-                 && announced.contains(R"("feature_level":3)"),
-             announced);
-
     QElapsedTimer clock;
     clock.start();
     QCOMPARE(ask(replay.port(), R"({"get":"/a"})"),
