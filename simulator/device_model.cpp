@@ -37,8 +37,9 @@ DeviceModel::DeviceModel(const Identity &identity, quint32 seed, QObject *parent
 
 QByteArray DeviceModel::answer(const QByteArray &bytes)
 {
-    publishStatus();
     const Request request = parseRequest(bytes);
+    if (request.path.startsWith(QLatin1String("/status")))
+        publishStatus();
     return request.kind == Request::Kind::Text ? textAnswer(request.text).toLatin1()
                                                : replyBytes(request, jsonAnswer(request));
 }

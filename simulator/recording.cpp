@@ -51,9 +51,10 @@ QString subjectOfReply(const QByteArray &bytes)
 class Reader
 {
 public:
-    Reader(QFile *file, const QString &device)
+    Reader(QIODevice *file, const QString &device)
         : m_file(file)
         , m_device(device)
+        , m_part(LineBytesMost + 1, Qt::Uninitialized) // readLine() ends it with a zero
     {
     }
 
@@ -67,6 +68,7 @@ private:
     };
 
     QByteArray nextLine();
+    QByteArray nextPart();
     bool isHeader(const QByteArray &line);
     void takeLine(const QByteArray &line);
     bool take(const QJsonObject &line);
@@ -79,8 +81,9 @@ private:
     void conclude();
     void note(const QString &sentence) { m_result.notes << sentence; }
 
-    QFile *m_file;
+    QIODevice *m_file;
     QString m_device;
+    QByteArray m_part; // made once: it is long
     RecordingRead m_result;
     QStringList m_devices;
     QVector<Outstanding> m_outstanding;
@@ -111,16 +114,21 @@ RecordingRead Reader::read()
 /// With its end. A line that is too long comes cut off there.
 QByteArray Reader::nextLine()
 {
-    QByteArray line = m_file->readLine(LineBytesMost);
-    m_read += line.size();
+    const QByteArray line = nextPart();
     ++m_line;
     QByteArray end = line;
-    while (!end.endsWith('\n') && !m_file->atEnd() && m_read < RecordingBytesMost) {
-        end = m_file->readLine(LineBytesMost);
-        m_read += end.size();
-    }
+    while (!end.endsWith('\n') && !m_file->atEnd() && m_read < RecordingBytesMost)
+        end = nextPart();
     m_isCutOff = !end.endsWith('\n');
     return line;
+}
+
+/// To the end of the line, or as much as a line may have.
+QByteArray Reader::nextPart()
+{
+    const qint64 length = qMax(qint64(0), m_file->readLine(m_part.data(), m_part.size()));
+    m_read += length;
+    return m_part.left(int(length));
 }
 
 bool Reader::isHeader(const QByteArray &line)
@@ -268,6 +276,11 @@ void Reader::conclude()
 
 } // namespace
 
+RecordingRead readRecording(QIODevice *file, const QString &device)
+{
+    return Reader(file, device).read();
+}
+
 RecordingRead readRecording(const QString &file, const QString &device)
 {
     QFile input(file);
@@ -276,7 +289,7 @@ RecordingRead readRecording(const QString &file, const QString &device)
         failed.error = input.errorString();
         return failed;
     }
-    return Reader(&input, device).read();
+    return readRecording(&input, device);
 }
 
 } // namespace sim

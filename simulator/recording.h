@@ -5,6 +5,8 @@
 #include <QStringList>
 #include <QVector>
 
+class QIODevice;
+
 namespace sim {
 
 struct RecordedReply
@@ -47,5 +49,7 @@ constexpr qint64 RecordingBytesMost = 128 * 1024 * 1024;
 
 /// Reads what concerns the device of that name, or the first one when the name is empty.
 RecordingRead readRecording(const QString &file, const QString &device);
+/// The same from a device that is open.
+RecordingRead readRecording(QIODevice *file, const QString &device);
 
 } // namespace sim

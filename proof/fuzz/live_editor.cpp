@@ -5,14 +5,18 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QScopedValueRollback>
 #include <QTest>
 
 namespace proof {
 
 namespace {
 
-/// Nobody is there to answer a box.
-class NobodyAnswers : public QObject
+constexpr int InputsAPainting = 64; // but each of the first ones, which is what a replay has
+
+/// Nobody is there to answer a box, or to look at what has changed: windows keep what is to be painted anew
+/// until paint() is called.
+class Nobody : public QObject
 {
 public:
     bool eventFilter(QObject *watched, QEvent *event) override
@@ -20,9 +24,27 @@ public:
         auto *box = qobject_cast<QMessageBox *>(watched);
         if (box && event->type() == QEvent::Show)
             QMetaObject::invokeMethod(box, "reject", Qt::QueuedConnection);
-        return false;
+        return event->type() == QEvent::UpdateRequest && watched->isWidgetType() && !m_painting;
     }
+
+    void paint()
+    {
+        const QScopedValueRollback<bool> painting(m_painting, true);
+        for (QWidget *window : QApplication::topLevelWidgets()) {
+            QEvent request(QEvent::UpdateRequest);
+            QCoreApplication::sendEvent(window, &request);
+        }
+    }
+
+private:
+    bool m_painting = false;
 };
+
+Nobody *nobody()
+{
+    static auto *object = new Nobody;
+    return object;
+}
 
 /// No handler is known for a setting that the user has never changed.
 void changeEverything(const support::EditorSession &session)
@@ -42,7 +64,7 @@ void changeEverything(const support::EditorSession &session)
 support::EditorSession *makeEditor()
 {
     QApplication::setQuitOnLastWindowClosed(false);
-    qApp->installEventFilter(new NobodyAnswers);
+    qApp->installEventFilter(nobody());
     static VelmarSamplePluginFactory factory;
     auto *session = new support::EditorSession(&factory);
     if (!session->goLive())
@@ -73,7 +95,12 @@ support::EditorSession &liveEditor()
 
 void letHappen()
 {
-    QCoreApplication::processEvents();
+    static int inputs = 0;
+    QCoreApplication::sendPostedEvents();
+    if (++inputs < InputsAPainting || inputs % InputsAPainting == 0) {
+        nobody()->paint();
+        QCoreApplication::processEvents();
+    }
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 

@@ -8,7 +8,7 @@ namespace proof {
 /// for each setting. One for the whole run: what an input leaves behind, the next one meets.
 support::EditorSession &liveEditor();
 
-/// Lets everything happen that is due now.
+/// Lets everything happen that is due now. Painting, which takes longest, is done for many inputs at once.
 void letHappen();
 
 } // namespace proof
