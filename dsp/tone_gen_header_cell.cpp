@@ -3,14 +3,15 @@
 #include "ui_dsp_tone_gen_header.h"
 #include "widgets/wheel_guard.h"
 
+#include <QLineEdit>
 #include <QSignalBlocker>
 
 namespace {
 
-void showNumber(QSpinBox *box, const QVariant &value)
+void showNumber(QSpinBox *box, int value)
 {
     const QSignalBlocker silent(box);
-    box->setValue(value.toInt());
+    box->setValue(value);
 }
 
 } // namespace
@@ -23,9 +24,28 @@ ToneGenHeaderCell::ToneGenHeaderCell(QWidget *parent)
     vm::wheelNeedsFocus(this);
     connect(&m_freqTimer, &QTimer::timeout, this, &ToneGenHeaderCell::onFreqTimeout);
     connect(&m_levelTimer, &QTimer::timeout, this, &ToneGenHeaderCell::onLevelTimeout);
+    watch(m_ui->tone_gen_freq_spinBox, &m_freqTimer, m_frequency);
+    watch(m_ui->tone_gen_level_spinBox, &m_levelTimer, m_level);
 }
 
 ToneGenHeaderCell::~ToneGenHeaderCell() = default;
+
+/// A number rests from the last key on, not only from Enter on. One that is refused leaves what was there
+/// before: nothing new, or the result of a step that has not been reported yet.
+void ToneGenHeaderCell::watch(const QSpinBox *box, QTimer *timer, const int &known)
+{
+    const auto wait = [this, box, timer, &known] {
+        if (box->value() != known || box->hasAcceptableInput())
+            timer->start(m_restTimeMs);
+        else
+            timer->stop();
+    };
+    connect(box->findChild<QLineEdit *>(), &QLineEdit::textEdited, timer, wait);
+    connect(box, &QSpinBox::editingFinished, timer, [box, wait, &known] {
+        if (box->value() != known)
+            wait();
+    });
+}
 
 void ToneGenHeaderCell::onChanged(const QPair<int, QVariant> &record)
 {
@@ -37,10 +57,12 @@ void ToneGenHeaderCell::onChanged(const QPair<int, QVariant> &record)
         break;
     }
     case ToneFrequency:
-        showNumber(m_ui->tone_gen_freq_spinBox, record.second);
+        m_frequency = record.second.toInt();
+        showNumber(m_ui->tone_gen_freq_spinBox, m_frequency);
         break;
     case ToneLevel:
-        showNumber(m_ui->tone_gen_level_spinBox, record.second);
+        m_level = record.second.toInt();
+        showNumber(m_ui->tone_gen_level_spinBox, m_level);
         break;
     }
 }
@@ -78,12 +100,20 @@ void ToneGenHeaderCell::reportPending()
 
 void ToneGenHeaderCell::onFreqTimeout()
 {
-    m_freqTimer.stop();
-    onUiChanged({ToneFrequency, m_ui->tone_gen_freq_spinBox->value()});
+    report(ToneFrequency, m_ui->tone_gen_freq_spinBox, &m_freqTimer);
 }
 
 void ToneGenHeaderCell::onLevelTimeout()
 {
-    m_levelTimer.stop();
-    onUiChanged({ToneLevel, m_ui->tone_gen_level_spinBox->value()});
+    report(ToneLevel, m_ui->tone_gen_level_spinBox, &m_levelTimer);
+}
+
+void ToneGenHeaderCell::report(int parameter, QSpinBox *box, QTimer *timer)
+{
+    timer->stop();
+    if (!box->hasAcceptableInput())
+        return; // until it is finished
+    box->interpretText();
+    timer->stop(); // a new value has started it anew
+    onUiChanged({parameter, box->value()});
 }

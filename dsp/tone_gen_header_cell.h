@@ -6,6 +6,8 @@
 #include <QScopedPointer>
 #include <QTimer>
 
+class QSpinBox;
+
 namespace Ui {
 class DspToneGenHeader;
 }
@@ -42,8 +44,13 @@ private slots:
     void onLevelTimeout();
 
 private:
+    void watch(const QSpinBox *box, QTimer *timer, const int &known);
+    void report(int parameter, QSpinBox *box, QTimer *timer);
+
     QScopedPointer<Ui::DspToneGenHeader> m_ui;
     QTimer m_freqTimer;
     QTimer m_levelTimer;
+    int m_frequency = 0; ///< Hz, as last shown or reported
+    int m_level = 0; ///< dB, as last shown or reported
     int m_restTimeMs = 500;
 };

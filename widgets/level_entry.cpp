@@ -5,15 +5,12 @@
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLineEdit>
-#include <QRegularExpression>
-#include <QTimer>
-#include <QToolTip>
 #include <QWheelEvent>
 
 #include <utility>
 
 LevelEntry::LevelEntry(QWidget *parent)
-    : QDoubleSpinBox(parent)
+    : RefusingEntry(parent)
 {
     setButtonSymbols(QAbstractSpinBox::NoButtons);
     setAlignment(Qt::AlignCenter);
@@ -32,17 +29,15 @@ void LevelEntry::startWith(QKeyEvent *keyPress)
     QCoreApplication::sendEvent(this, keyPress);
 }
 
-/// Left to itself a spin box drops the keys that would lead out of its range, and takes what remains.
-QValidator::State LevelEntry::validate(QString &text, int &position) const
+QString LevelEntry::unit() const
 {
-    static const QRegularExpression number(QStringLiteral("^[+-]?\\d{0,6}([.,]\\d{0,3})?$"));
-    const QValidator::State state = QDoubleSpinBox::validate(text, position);
-    return state == QValidator::Invalid && number.match(text).hasMatch() ? QValidator::Intermediate : state;
+    return tr(" dB");
 }
 
 void LevelEntry::fixup(QString &text) const
 {
-    m_refused = text;
+    m_isRefused = true;
+    RefusingEntry::fixup(text);
 }
 
 void LevelEntry::keyPressEvent(QKeyEvent *event)
@@ -76,23 +71,8 @@ void LevelEntry::finish()
     if (!m_typed)
         return;
     m_typed = false;
-    const QString refused = std::exchange(m_refused, QString());
-    if (refused.isEmpty())
+    if (!std::exchange(m_isRefused, false))
         emit typed();
-    else
-        tellRefusal(refused);
-}
-
-void LevelEntry::tellRefusal(const QString &text)
-{
-    const QString reason = tr("%1 is not possible: levels are whole numbers from %2 to %3 dB.")
-                               .arg(text)
-                               .arg(minimum())
-                               .arg(maximum());
-    // Once the keyboard focus is where it goes now: a tool tip disappears when it moves.
-    QTimer::singleShot(0, this, [this, reason] {
-        QToolTip::showText(mapToGlobal(QPoint(0, height())), reason, parentWidget());
-    });
 }
 
 void LevelEntry::giveUp()

@@ -1,11 +1,10 @@
 #pragma once
 
-#include <QDoubleSpinBox>
+#include "widgets/number_entry.h"
 
 /// The numeric entry of a fader or dial: whole decibels, no buttons. Keys step as they do on the fader, a
-/// number takes effect when it is finished (Enter or loss of focus), and the wheel is left to the parent. A
-/// number that is no level is refused as a whole, with a tool tip that says which ones are.
-class LevelEntry : public QDoubleSpinBox
+/// number takes effect when it is finished (Enter or loss of focus), and the wheel is left to the parent.
+class LevelEntry : public RefusingEntry<QDoubleSpinBox>
 {
     Q_OBJECT
 
@@ -24,7 +23,7 @@ signals:
     void left();
 
 protected:
-    QValidator::State validate(QString &text, int &position) const override;
+    QString unit() const override;
     void fixup(QString &text) const override;
     void keyPressEvent(QKeyEvent *event) override;
     void wheelEvent(QWheelEvent *event) override;
@@ -32,8 +31,7 @@ protected:
 private:
     void finish();
     void giveUp();
-    void tellRefusal(const QString &text);
 
     bool m_typed = false;
-    mutable QString m_refused; ///< what was typed last, where it is no level; until the user is told
+    mutable bool m_isRefused = false; ///< what was typed last is no level
 };

@@ -4,8 +4,10 @@
 #include <QAccessible>
 #include <QJsonArray>
 #include <QJsonDocument>
+#include <QSpinBox>
 #include <QTableWidget>
 #include <QTest>
+#include <QToolTip>
 
 namespace {
 
@@ -116,6 +118,14 @@ void MatrixMixerTest::leadsTheUserAround()
     QCOMPARE(form.focusWidget()->objectName(), QStringLiteral("tone_gen_en_checkBox"));
     QTest::keyClick(form.focusWidget(), Qt::Key_Backtab);
     QCOMPARE(form.focusWidget(), dial(8, 1));
+
+    auto *tone = form.findChild<QSpinBox *>(QStringLiteral("tone_gen_level_spinBox"));
+    tone->setFocus();
+    tone->selectAll();
+    QTest::keyClicks(tone, QStringLiteral("5"));
+    QTest::keyClick(tone, Qt::Key_Return);
+    QTRY_COMPARE(QToolTip::text(),
+                 QStringLiteral("5 is not possible: enter a whole number from -100 to 0 dB."));
 
     const QString names = namesIn(QAccessible::queryAccessibleInterface(&form));
     for (const char *name : {"R1 to U 1, 0 dB", "Cue to T2, 6 dB", "Clear", "Frequency", "Level", "Enable"})

@@ -294,6 +294,10 @@ void DspTest::toneGeneratorSendsWhatRests()
     auto *frequency = mixer->findChild<QSpinBox *>(QStringLiteral("tone_gen_freq_spinBox"));
     QCOMPARE(frequency->value(), 440);
     frequency->selectAll();
+    QTest::keyClicks(frequency, QStringLiteral("99999"));
+    QTest::keyClick(frequency, Qt::Key_Return);
+    QCOMPARE(frequency->value(), 440);
+    frequency->selectAll();
     QTest::keyClicks(frequency, QStringLiteral("1000"));
     QTest::mouseClick(mixer->findChild<QCheckBox *>(QStringLiteral("tone_gen_en_checkBox")), Qt::LeftButton,
                       {}, {8, 8});
