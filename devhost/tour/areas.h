@@ -12,9 +12,11 @@ class Guide;
 Steps openSteps(Guide &guide);
 /// The block diagram and the strip editors.
 Steps dspSteps(Guide &guide);
-/// The mixer with its tone generator, and the metering group; part of the diagram. The mixer's and the
-/// network outputs' editors must be open.
+/// The mixer with its tone generator; part of the diagram. The mixer's and the network outputs' editors must
+/// be open.
 Steps mixerSteps(Guide &guide);
+/// The metering group; part of the diagram, with the tone on. No block editor is open.
+Steps meteringSteps(Guide &guide);
 /// What the settings' steps call the device over Bluetooth.
 const QLatin1String NewName("Stage_KBX");
 
@@ -35,6 +37,8 @@ Steps closeSteps(Guide &guide);
 Steps hostSteps(Guide &guide);
 /// Opens the editor of a device that answers.
 Steps openAgainSteps(Guide &guide);
+/// A change that the device refuses, and how the host tells.
+Steps refusalSteps(Guide &guide);
 /// How phones connect, and the end of it; needs a paired phone.
 Steps connectionSteps(Guide &guide);
 /// Forgets the phones that are not protected; part of the connection.

@@ -56,6 +56,13 @@ Step openBlock(Guide &guide, const Block &block)
     return step;
 }
 
+Step openAgain(Guide &guide, const Block &block)
+{
+    Step step = openBlock(guide, block);
+    step.picture.clear();
+    return step;
+}
+
 QWidget *faderOf(const Guide &guide, const Block &block, int channel)
 {
     return partOf<QWidget>(guide, block, QStringLiteral("vmdspgain"), channel);

@@ -29,6 +29,8 @@ Block mixer();
 QPoint placeInScene(const Guide &guide, const Block &block);
 /// Clicks the block and waits for its editor.
 Step openBlock(Guide &guide, const Block &block);
+/// The same without a picture.
+Step openAgain(Guide &guide, const Block &block);
 
 /// Part number @p channel of that name and type in the block's editor, counted from 0; null when missing.
 template <typename T>

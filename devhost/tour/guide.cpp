@@ -103,10 +103,25 @@ void Guide::order(const QString &path, const QJsonValue &value) const
     m_host->simulated()->device(device()->name())->order(path, value);
 }
 
+Step Guide::ordered(const QString &name, const QString &path, const QJsonValue &value) const
+{
+    Step step;
+    step.name = name;
+    step.act = [this, path, value] {
+        order(path, value);
+        return QString();
+    };
+    step.missing = [this, path, value] {
+        return unless(m_host->simulated()->device(device()->name())->value(path) == value,
+                      QStringLiteral("the simulated device does not say so"));
+    };
+    return step;
+}
+
 QWidget *Guide::windowTitled(const QString &title) const
 {
     for (QWidget *widget : QApplication::topLevelWidgets()) {
-        if (widget->isVisible() && widget->windowTitle() == title)
+        if (widget->isVisible() && widget->windowTitle().startsWith(title))
             return widget;
     }
     return nullptr;
@@ -129,7 +144,11 @@ std::function<QRect()> Guide::areaOf(const std::function<QWidget *()> &window) c
             return QRect();
         widget->window()->raise();
         widget->window()->activateWindow(); // some window managers raise nothing else
-        return widget->window()->frameGeometry();
+        // Asked of the system each time: a widget keeps what it once heard, and while the window manager is
+        // making the frame that is nonsense, such as one of a pixel.
+        const QWindow *framed = widget->window()->windowHandle();
+        const QRect frame = framed ? framed->frameGeometry() : QRect();
+        return framed && frame.contains(framed->geometry()) ? frame : QRect();
     };
 }
 

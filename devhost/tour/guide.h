@@ -48,6 +48,8 @@ public:
     void setReplyTimeout(int ms) const;
     /// Tells the simulated device to misbehave, or no longer.
     void order(const QString &path, const QJsonValue &value) const;
+    /// Does so and waits until the device says that it will.
+    Step ordered(const QString &name, const QString &path, const QJsonValue &value) const;
     TrafficWatch &traffic() { return m_traffic; }
     DeviceProbe &probe() { return m_probe; }
 
@@ -59,7 +61,7 @@ public:
         return window ? window->findChild<T *>(objectName) : nullptr;
     }
     QWidget *editor() const;
-    /// A visible window by title; null when there is none.
+    /// A visible window by its title or how that begins; null when there is none.
     QWidget *windowTitled(const QString &title) const;
     /// The Quick view in the editor; null while it has none.
     QWindow *scene() const;

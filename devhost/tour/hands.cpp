@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QDateTime>
 #include <QKeyEvent>
 #include <QMenu>
@@ -181,6 +182,16 @@ QString choose(QComboBox *box, int index)
     QString why;
     while (why.isEmpty() && box->currentIndex() != index)
         why = press(box, box->currentIndex() < index ? Qt::Key_Down : Qt::Key_Up);
+    return why;
+}
+
+QString askForMenu(QWidget *widget, const QPoint &at)
+{
+    QString why = obstacle(widget, at);
+    if (why.isEmpty()) {
+        QContextMenuEvent event(QContextMenuEvent::Mouse, at, widget->mapToGlobal(at));
+        QCoreApplication::sendEvent(widget, &event);
+    }
     return why;
 }
 

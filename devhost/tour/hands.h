@@ -30,6 +30,8 @@ QString enter(QWidget *field, const QString &text);
 QString check(QCheckBox *box, bool checked);
 /// Chooses with the arrow keys.
 QString choose(QComboBox *box, int index);
+/// Asks for the menu of what is at @p at.
+QString askForMenu(QWidget *widget, const QPoint &at);
 QString chooseTab(QTabBar *bar, int index);
 /// Opens the menus of @p bar as named in @p path, one below the other, and clicks the last entry.
 QString chooseMenu(QWidget *menuBar, const QStringList &path);

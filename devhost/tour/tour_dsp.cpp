@@ -77,6 +77,7 @@ Steps dspSteps(Guide &guide)
     steps.append(mixerSteps(guide));
     for (const Block &block : blocks())
         steps.append(guide.escape(block.title));
+    steps.append(meteringSteps(guide));
     return steps;
 }
 

@@ -16,7 +16,8 @@ Steps allSteps(Guide &guide, bool anyDevice)
     Steps steps
         = openSteps(guide) + dspSteps(guide) + settingsSteps(guide) + stateSteps(guide) + closeSteps(guide);
     if (!anyDevice)
-        steps += hostSteps(guide) + openAgainSteps(guide) + connectionSteps(guide) + lossSteps(guide);
+        steps += hostSteps(guide) + openAgainSteps(guide) + refusalSteps(guide) + connectionSteps(guide)
+            + lossSteps(guide);
     return steps;
 }
 

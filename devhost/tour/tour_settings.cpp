@@ -172,6 +172,14 @@ Step chooseOption(Guide &guide, const QString &name, const QString &box, bool ch
     return withOverlay(guide, guide.set(name, box, checked, UsbMode, word), false);
 }
 
+/// Opens the mixer before and closes it afterwards, as it would cover the editor in later pictures.
+Steps besideTheMixer(Guide &guide, const Steps &steps)
+{
+    return Steps{guide.page(QStringLiteral("go to the diagram"), DspPage), openAgain(guide, mixer()),
+                 guide.page(QStringLiteral("go back to the audio settings"), AudioPage)}
+    + steps + Steps{guide.escape(mixer().title)};
+}
+
 Steps usbSteps(Guide &guide)
 {
     const QString echo = QStringLiteral("usb_mode_aec_checkBox");
@@ -181,25 +189,23 @@ Steps usbSteps(Guide &guide)
                      QStringLiteral("speakerphone_no_ec"));
     speakerphone.picture = QStringLiteral("mixer-unavailable");
     speakerphone.area = guide.titledArea(mixer().title);
-    Step both = chooseOption(guide, QStringLiteral("and telephony"), telephony, true,
-                             QStringLiteral("speakerphone_telephony_ec"));
+    Step both = guide.set(QStringLiteral("and telephony"), telephony, true, UsbMode,
+                          QStringLiteral("speakerphone_telephony_ec"));
     both.picture = QStringLiteral("usb-mode");
-    return {
-        speakerphone,
-        chooseOption(guide, QStringLiteral("with echo cancellation"), echo, true,
-                     QStringLiteral("speakerphone_ec")),
-        both,
-        chooseOption(guide, QStringLiteral("telephony alone"), echo, false,
-                     QStringLiteral("speakerphone_telephony_no_ec")),
-        chooseMode(guide, QStringLiteral("USB as a sound card again, and the cells open"), 0,
-                   QStringLiteral("2x2")),
-        guide.confirmed(
-            QStringLiteral("USB priority"),
-            [&guide] {
-                return hands::click(guide.find(QStringLiteral("usb_priority_checkBox")), {8, 10});
-            },
-            QStringLiteral("/system/usb/priority")),
-    };
+    const Steps closed{speakerphone,
+                       chooseOption(guide, QStringLiteral("with echo cancellation"), echo, true,
+                                    QStringLiteral("speakerphone_ec"))};
+    const Steps open{chooseOption(guide, QStringLiteral("telephony alone"), echo, false,
+                                  QStringLiteral("speakerphone_telephony_no_ec")),
+                     chooseMode(guide, QStringLiteral("USB as a sound card again, and the cells open"), 0,
+                                QStringLiteral("2x2"))};
+    const Step priority = guide.confirmed(
+        QStringLiteral("USB priority"),
+        [&guide] {
+            return hands::click(guide.find(QStringLiteral("usb_priority_checkBox")), {8, 10});
+        },
+        QStringLiteral("/system/usb/priority"));
+    return besideTheMixer(guide, closed) + Steps{both} + besideTheMixer(guide, open) + Steps{priority};
 }
 
 Steps cueSteps(Guide &guide)
@@ -226,8 +232,6 @@ Steps settingsSteps(Guide &guide)
     Step connected = becomeConnected(guide, QStringLiteral("a phone pairs and connects"));
     connected.picture = QStringLiteral("connected");
     Steps steps{
-        guide.page(QStringLiteral("go back to the diagram"), DspPage),
-        openBlock(guide, mixer()),
         guide.page(QStringLiteral("go to the audio settings"), AudioPage, QStringLiteral("audio-config")),
         switchBluetooth(guide, false),
         switchBluetooth(guide, true),
