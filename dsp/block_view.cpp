@@ -3,7 +3,9 @@
 #include "dsp/block_keys.h"
 
 #include <QEvent>
+#include <QPalette>
 #include <QQmlContext>
+#include <QQuickItem>
 #include <QQuickView>
 #include <QTimer>
 #include <QUrl>
@@ -47,6 +49,37 @@ private:
     QTimer m_settled;
 };
 
+/// Has the scene drawn for light or for dark windows, and on their colour.
+class ColorKeeper : public QObject
+{
+public:
+    ColorKeeper(QQuickView *view, QWidget *container)
+        : QObject(container)
+        , m_view(view)
+    {
+        container->installEventFilter(this);
+        follow(container->palette());
+    }
+
+    bool eventFilter(QObject *container, QEvent *event) override
+    {
+        if (event->type() == QEvent::PaletteChange)
+            follow(static_cast<QWidget *>(container)->palette());
+        return false;
+    }
+
+private:
+    void follow(const QPalette &palette)
+    {
+        const QColor ground = palette.color(QPalette::Window);
+        m_view->setColor(ground);
+        if (QObject *scene = m_view->rootObject())
+            scene->setProperty("light", ground.lightness() > 127);
+    }
+
+    QQuickView *m_view; ///< owned by the container
+};
+
 } // namespace
 
 QWidget *createBlockView(QObject *backend, QWidget *parent)
@@ -55,6 +88,7 @@ QWidget *createBlockView(QObject *backend, QWidget *parent)
     view->rootContext()->setContextProperty(QStringLiteral("tarnkbx_backend"), backend);
     QWidget *container = QWidget::createWindowContainer(view, parent);
     new SizeKeeper(view, container);
+    new ColorKeeper(view, container);
     giveBlocksKeys(container, view, backend);
     return container;
 }

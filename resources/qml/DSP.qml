@@ -8,9 +8,12 @@ DSPForm {
     height: 425
     anchors.centerIn: parent
 
+    // Whether the windows are light; the picture lets their colour through.
+    property bool light: false
+
     // A dense screen gets the larger picture by its name's "@2x"; a view stretched this far needs it as well.
-    picture.source: width > 1000 ? "images/TarnKBX_DSP_Block_View_no_Meters@2x.png"
-                                 : "images/TarnKBX_DSP_Block_View_no_Meters.png"
+    picture.source: "images/TarnKBX_DSP_Block_View_no_Meters" + (light ? "_light" : "")
+                    + (width > 1000 ? "@2x.png" : ".png")
 
     // The block that the arrow keys have come to; null while the keyboard is elsewhere.
     property Item chosen: null
@@ -23,7 +26,7 @@ DSPForm {
         height: visible ? parent.chosen.height : 0
         color: "transparent"
         border.width: 2
-        border.color: "#ff7cc4ff"
+        border.color: parent.light ? "#ff0a5cc0" : "#ff7cc4ff"
     }
 
     Behavior on btInGain.color {

@@ -34,7 +34,7 @@ class BlockViewTest : public QObject
 private slots:
     void initTestCase() { qmlRegisterType<Backend>("TarnKBXBackEnd", 1, 0, "TarnKBXBackEnd"); }
     void init();
-    void followsItsSize();
+    void followsSizeAndColours();
     void blockAnswersThePointer_data() { addBlocks(); }
     void blockAnswersThePointer();
     void blockAnswersTheKeys_data() { addBlocks(); }
@@ -93,13 +93,19 @@ void BlockViewTest::resize(const QSize &size)
     QTRY_COMPARE(m_view->rootObject()->size(), QSizeF(size));
 }
 
-void BlockViewTest::followsItsSize()
+void BlockViewTest::followsSizeAndColours()
 {
     for (const QSize &size : {QSize(1300, 600), QSize(900, 500)}) {
         resize(size);
         const auto *picture = m_view->rootObject()->property("picture").value<QQuickItem *>();
         QTRY_COMPARE(picture->property("status").toInt(), 1); // ready
         QCOMPARE(picture->property("sourceSize").toSize().width(), size.width() > 1000 ? 1528 : 764);
+        for (const QColor &ground : {QColor(Qt::white), QColor(Qt::black)}) {
+            m_page->setPalette(ground);
+            QCOMPARE(picture->property("source").toString().contains(QLatin1String("_light")),
+                     ground == Qt::white);
+            QCOMPARE(m_view->color(), m_container->palette().color(QPalette::Window));
+        }
     }
 }
 
