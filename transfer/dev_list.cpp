@@ -44,8 +44,6 @@ QVariant DevList::data(const QModelIndex &index, int role) const
         return row.key();
     if (index.column() == ProgressColumn && role == ProgressRole)
         return row.value();
-    if (index.column() == ProgressColumn && role == Qt::AccessibleTextRole)
-        return tr("%1 %").arg(row.value());
     return {};
 }
 

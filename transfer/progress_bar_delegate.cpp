@@ -16,6 +16,7 @@ void ProgressBarDelegate::paint(QPainter *painter, const QStyleOptionViewItem &o
 {
     QProgressBar bar;
     bar.setRange(0, 100);
+    bar.setTextVisible(false); // the last block is never reported; the words beside it say how far it is
     bar.setValue(index.data(DevList::ProgressRole).toInt());
     if (m_parentWidget) {
         bar.setStyleSheet(m_parentWidget->styleSheet());

@@ -5,6 +5,7 @@
 #include "transfer/dev_list.h"
 #include "transfer/progress_bar_delegate.h"
 #include "transfer/tftp_packet.h"
+#include "transfer/tick_delegate.h"
 #include "transfer/update_texts.h"
 #include "transfer/wav_format.h"
 #include "ui_update_dialog.h"
@@ -37,6 +38,7 @@ UpdateDialog::UpdateDialog(QWidget *parent)
     : QDialog(parent)
     , m_ui(new Ui::UpdateDialog)
     , m_devices(new DevList(this))
+    , m_tick(new TickDelegate(this))
 {
     m_ui->setupUi(this);
     setWindowFlag(Qt::WindowContextHelpButtonHint, false);
@@ -61,6 +63,7 @@ void UpdateDialog::setUpTable()
 {
     m_ui->tableView->setModel(m_devices);
     m_ui->tableView->setItemDelegateForColumn(DevList::ProgressColumn, new ProgressBarDelegate(this));
+    m_ui->tableView->setItemDelegateForColumn(DevList::IconColumn, m_tick);
     m_ui->tableView->setColumnWidth(DevList::IconColumn, IconColumnWidth);
     m_ui->tableView->setColumnWidth(DevList::NameColumn, NameColumnWidth);
 }
@@ -163,8 +166,10 @@ void UpdateDialog::handleFinished(bool error)
         warn(updatetexts::finishedWithStranger(m_peer));
     else if (!m_unplayableKind.isEmpty())
         warn(updatetexts::finishedUnplayable(m_data.size()));
-    else
+    else {
+        m_tick->setDue();
         showStatus(updatetexts::finished(m_data.size()), QStyle::SP_DialogApplyButton);
+    }
     releaseTransfer();
 }
 

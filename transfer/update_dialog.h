@@ -8,6 +8,7 @@
 #include <QStyle>
 
 class DevList;
+class TickDelegate;
 class pxDevice;
 
 namespace Ui {
@@ -68,6 +69,7 @@ private:
 
     QScopedPointer<Ui::UpdateDialog> m_ui;
     DevList *m_devices; ///< child
+    TickDelegate *m_tick; ///< child; of an update that went well
     QPointer<VmTftp> m_transfer; ///< child; null until a device asks
     QUdpSocket m_requests;
     QTimer m_startTimer;

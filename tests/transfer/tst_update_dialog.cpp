@@ -245,7 +245,7 @@ void UpdateDialogTest::saysWhoGetsWhat_data()
                               << updatetexts::finishedWithStranger(here);
 }
 
-/// To the eye and to a screen reader; the tick is for a device that can play what it got.
+/// To the eye and to a screen reader; the ticks are for a device that can play what it got.
 void UpdateDialogTest::saysWhoGetsWhat()
 {
     QFETCH(QByteArray, file);
@@ -263,6 +263,12 @@ void UpdateDialogTest::saysWhoGetsWhat()
     const auto tick = dialog->style()->standardIcon(QStyle::SP_DialogApplyButton).pixmap(22);
     QCOMPARE(dialog.label("status_icon")->pixmap(Qt::ReturnByValue).toImage() == tick.toImage(),
              notice.isEmpty());
+    auto *list = dialog->findChild<QTableView *>();
+    const QImage row = list->viewport()->grab({0, 0, list->columnWidth(0), list->rowHeight(0)}).toImage();
+    bool isTicked = false;
+    for (int x = 0; x < row.width(); ++x)
+        isTicked |= row.pixelColor(x, row.height() / 2) == list->palette().color(QPalette::Text);
+    QCOMPARE(isTicked, notice.isEmpty());
 }
 
 void UpdateDialogTest::saysWhatFailed_data()
