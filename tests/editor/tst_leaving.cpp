@@ -111,11 +111,11 @@ void LeavingTest::boxOfOneDeviceLosesNothingOfAnother()
     support::EditorSession other(&factory);
     QVERIFY(other.goLive());
     QMetaObject::invokeMethod(other.editor(), "onNetRxGainClicked");
-    QWidget *fader = nullptr;
-    for (const QWidget *window : QApplication::topLevelWidgets()) {
-        if (window->inherits("NetRxForm"))
-            fader = window->findChild<QWidget *>(QStringLiteral("vmdspgain"));
-    }
+    const QWidgetList windows = QApplication::topLevelWidgets();
+    const auto strips
+        = std::find_if(windows.begin(), windows.end(), [](auto *w) { return w->inherits("NetRxForm"); });
+    QVERIFY(strips != windows.end());
+    auto *fader = (*strips)->findChild<QWidget *>(QStringLiteral("vmdspgain"));
     QVERIFY(fader);
     fader->window()->activateWindow();
     fader->setFocus();
