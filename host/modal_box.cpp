@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QLabel>
 #include <QPointer>
+#include <QWindow>
 
 #include <algorithm>
 
@@ -38,16 +39,27 @@ void fillIn(QMessageBox *box, const BoxText &text)
     box->setDefaultButton(text.defaultButton);
 }
 
-void centre(QMessageBox *box, const QWidget *over)
+/// Only the windows of @p window wait for the answer. All do while a dialog runs already, as it could else be
+/// answered first and nothing would come of that before this one is; and while that window is not to be seen,
+/// which would hide the box, too.
+void blockOnly(QMessageBox *box, const QWidget *window)
 {
-    const QWidget *window = over->window();
+    if (QApplication::activeModalWidget() || !window->isVisible() || window->isMinimized())
+        return;
+    box->setWindowModality(Qt::WindowModal);
+    box->winId(); // makes the handle
+    box->windowHandle()->setTransientParent(window->windowHandle());
+}
+
+void centre(QMessageBox *box, const QWidget *window)
+{
     box->show();
     box->move(window->frameGeometry().topLeft() + window->rect().center() - box->rect().center());
 }
 
 } // namespace
 
-QMessageBox::StandardButton runModalBox(const BoxText &text, const QObject *owner, const QWidget *centreOver)
+QMessageBox::StandardButton runModalBox(const BoxText &text, const QObject *owner, const QWidget *over)
 {
     if (isOpen(text, owner))
         return QMessageBox::NoButton;
@@ -57,9 +69,10 @@ QMessageBox::StandardButton runModalBox(const BoxText &text, const QObject *owne
     box->setProperty(OwnerProperty, markOf(owner));
     fillIn(box, text);
     QObject::connect(owner, &QObject::destroyed, box.data(), &QDialog::reject);
-    if (centreOver) {
-        box->setStyleSheet(centreOver->window()->styleSheet());
-        centre(box, centreOver);
+    if (over) {
+        box->setStyleSheet(over->window()->styleSheet());
+        blockOnly(box, over->window());
+        centre(box, over->window());
     }
     const int answer = box->exec();
     delete box;

@@ -19,6 +19,7 @@ struct BoxText
 /// Shows a message box without parent and waits for its answer. The box goes away unanswered, with
 /// QMessageBox::NoButton, when @p owner is destroyed meanwhile: callers must then touch nothing of the
 /// owner's. While a box with the same text and owner is open, no second one opens: that, too, is NoButton.
-/// With @p centreOver the box is shown centred over that widget's top-level window.
+/// With @p over the box is shown centred over that widget's top-level window, and only that window and those
+/// that belong to it wait for the answer; what else the program shows stays usable.
 PLEXO_HOST_EXPORT QMessageBox::StandardButton runModalBox(const BoxText &text, const QObject *owner,
-                                                          const QWidget *centreOver = nullptr);
+                                                          const QWidget *over = nullptr);

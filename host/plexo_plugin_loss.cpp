@@ -38,7 +38,7 @@ bool PlexoPlugin::tellOfLoss()
     const QPointer<QObject> same(m_attachment.get());
     emit switchToDeviceView();
     if (same)
-        runModalBox(communicationsFailed(getDeviceName()), this);
+        runModalBox(communicationsFailed(getDeviceName()), this, getPluginWidget());
     return same;
 }
 
@@ -53,7 +53,7 @@ void PlexoPlugin::askAfterTimeout(RequestChannel &channel)
     const QPointer<QObject> same(m_attachment.get());
     QMessageBox::StandardButton answer = QMessageBox::NoButton;
     if (isDevicePresent())
-        answer = runModalBox(timeoutQuestion(getDeviceName()), this);
+        answer = runModalBox(timeoutQuestion(getDeviceName()), this, getPluginWidget());
     if (!same)
         return;
     const bool lost = !isDevicePresent();

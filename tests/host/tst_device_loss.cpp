@@ -1,8 +1,10 @@
+#include "host/modal_box.h"
 #include "tests/host/bare_plugin.h"
 #include "tests/support/box_answerer.h"
 
 #include <QApplication>
 #include <QLabel>
+#include <QPushButton>
 #include <QTest>
 
 /// What happens when the device does not answer, disappears, or the host has had enough.
@@ -272,6 +274,34 @@ private slots:
         m_host->run(script);
         QTRY_COMPARE(answerer.seen().size(), 1);
         QVERIFY(closed);
+    }
+
+    void blocksOnlyItsWindow()
+    {
+        QPushButton editor;
+        QPushButton panel; // of the host
+        QByteArray pressed;
+        connect(&editor, &QPushButton::clicked, this, [&pressed] { pressed += "editor;"; });
+        connect(&panel, &QPushButton::clicked, this, [&pressed] { pressed += "panel;"; });
+        for (QPushButton *button : {&editor, &panel}) {
+            button->show();
+            QVERIFY(QTest::qWaitForWindowExposed(button));
+        }
+        const auto press = [&] {
+            for (QPushButton *button : {&editor, &panel})
+                QTest::mouseClick(button->windowHandle(), Qt::LeftButton, {}, button->rect().center());
+            pressed += "answer;";
+        };
+        support::BoxAnswerer answerer(QMessageBox::Ok);
+        answerer.setWhileOpen([&] {
+            // The answer to the first counts only once that to the second has come.
+            support::BoxAnswerer second(QMessageBox::Ok);
+            second.setWhileOpen(press);
+            press();
+            runModalBox({}, &panel, &panel);
+        });
+        runModalBox({}, &editor, &editor);
+        QCOMPARE(pressed, QByteArray("panel;answer;answer;"));
     }
 
 private:
