@@ -94,7 +94,9 @@ void EditorSession::connectReports()
 void EditorSession::presentEditor(const QString &pluginName)
 {
     QWidget *widget = editor();
-    widget->setWindowTitle(QStringLiteral("%1 - %2").arg(deviceName(), pluginName));
+    const QString product = m_device->productName();
+    widget->setWindowTitle(
+        QStringLiteral("%1 - %2").arg(deviceName(), product.isEmpty() ? pluginName : product));
     widget->installEventFilter(this);
     widget->show();
     raiseEditor();
