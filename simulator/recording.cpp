@@ -255,13 +255,13 @@ void Reader::conclude()
     for (const RecordedRequest &request : qAsConst(requests))
         unanswered += request.replies.isEmpty() ? 1 : 0;
     if (unanswered > 0)
-        note(QStringLiteral("%1 of %2 requests have no reply in it and will get none.")
+        note(QStringLiteral("Requests that have no reply in it and will get none: %1 of %2.")
                  .arg(unanswered)
                  .arg(requests.size()));
     if (requests.isEmpty())
         note(QStringLiteral("Nothing was asked of %1 in it.").arg(m_device));
     if (m_skipped > 0)
-        note(QStringLiteral("%1 damaged lines were skipped, the first is line %2.")
+        note(QStringLiteral("Damaged lines that were skipped: %1, the first is line %2.")
                  .arg(m_skipped)
                  .arg(m_firstSkipped));
     if (m_timeGoesBack)

@@ -125,7 +125,7 @@ void ReplayTest::answers()
          line(165, "rx", R"({"cmd":"get","param":"/a","result":"/a: no"})"),
          line(190, "tx", R"({"get":"/b"})")});
     QCOMPARE(recorded.notes,
-             QStringList{QStringLiteral("1 of 5 requests have no reply in it and will get none.")});
+             QStringList{QStringLiteral("Requests that have no reply in it and will get none: 1 of 5.")});
     Replay replay(recorded.recording, onLoopback(), Intervals());
     QCOMPARE(replay.start(), QString());
     QElapsedTimer clock;
@@ -194,12 +194,12 @@ void ReplayTest::damage_data()
         "The recording is cut off in line 5; it is replayed up to there.");
     row("damaged lines",
         start + tx + "\x01\x02\n" + line(2, "rx", "???").replace("text", "bytes") + '\n' + rx, "",
-        "2 damaged lines were skipped, the first is line 4.");
+        "Damaged lines that were skipped: 2, the first is line 4.");
     row("times go back", start + line(9, "tx", "QUERY\r") + '\n' + rx, "", "Times in it go back;");
     row("two devices", start + QByteArray(DeviceLine).replace("0007", "0009") + '\n' + tx + rx, "",
         "It is of KBX-0007, KBX-0009; --name chooses.");
     row("endless line", start + tx + rx + QByteArray(3 << 20, 'x') + '\n', "",
-        "1 damaged lines were skipped, the first is line 5.");
+        "Damaged lines that were skipped: 1, the first is line 5.");
 }
 
 void ReplayTest::damage()
