@@ -1,5 +1,7 @@
 #include "devhost/overwrite_dialog.h"
 
+#include "devhost/plain_text.h"
+
 #include <QDialogButtonBox>
 #include <QHeaderView>
 #include <QLabel>
@@ -63,8 +65,10 @@ QWidget *OverwriteDialog::createList(const QVector<SnapshotChange> &changes)
     list->setRootIsDecorated(false);
     list->setUniformRowHeights(true);
     list->setAlternatingRowColors(true);
-    for (const SnapshotChange &change : changes.mid(0, MostRows))
-        new QTreeWidgetItem(list, {change.path, change.now, change.then});
+    for (const SnapshotChange &change : changes.mid(0, MostRows)) {
+        auto *row = new QTreeWidgetItem(list, {settingName(change.path), change.now, change.then});
+        row->setToolTip(0, plainTip(change.path));
+    }
     list->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     list->setVisible(!changes.isEmpty());
     return list;

@@ -49,14 +49,30 @@ void addValue(Settings *settings, const QString &path, const QJsonValue &value)
     }
 }
 
-void addElement(Settings *settings, const QString &name, const QString &text)
+/// Commands and states that stand in a snapshot reach no device.
+bool isSetting(const QString &path)
 {
-    const QJsonObject reply = QJsonDocument::fromJson(text.toUtf8()).object();
-    if (reply.contains(QLatin1String("value")))
-        addValue(settings, reply.value(QLatin1String("param")).toString(name),
-                 reply.value(QLatin1String("value")));
-    else if (reply.isEmpty() && text != QLatin1String("{}"))
-        settings->add(name, text);
+    return path.startsWith(QLatin1String("/system/")) || path.startsWith(QLatin1String("/preset/"));
+}
+
+/// "/preset/mixer" for "PRESET_MIXER": a section that was read in parts does not say its path.
+QString pathOf(QString element)
+{
+    const int end = element.indexOf(QLatin1Char('_'));
+    return QLatin1Char('/') + element.replace(end, 1, QLatin1Char('/')).toLower();
+}
+
+/// "USB", "IP mode", "dante RX": words of one part of a path.
+QString wordsOf(const QString &part)
+{
+    static const QStringList initials{QStringLiteral("bt"), QStringLiteral("ip"), QStringLiteral("rx"),
+                                      QStringLiteral("tx"), QStringLiteral("usb")};
+    QStringList words = part.split(QLatin1Char('_'));
+    for (QString &word : words) {
+        if (initials.contains(word))
+            word = word.toUpper();
+    }
+    return words.join(QLatin1Char(' '));
 }
 
 /// Calls @p see with the name and the text of each element that has no others in it.
@@ -88,27 +104,65 @@ void walkElements(const QByteArray &document, const See &see)
     }
 }
 
-Settings settingsOf(const QByteArray &document)
+struct Content
 {
     Settings settings;
-    walkElements(document, [&settings](const QString &name, const QString &text) {
-        addElement(&settings, name, text);
+    Settings texts; ///< of elements that are no replies, the document's head among them
+};
+
+Content contentOf(const QByteArray &document)
+{
+    Content content;
+    walkElements(document, [&content](const QString &name, const QString &text) {
+        const QJsonObject reply = QJsonDocument::fromJson(text.toUtf8()).object();
+        const QString path = reply.value(QLatin1String("param")).toString(pathOf(name));
+        if (reply.isEmpty())
+            content.texts.add(name, text);
+        else if (isSetting(path))
+            addValue(&content.settings, path, reply.value(QLatin1String("value")));
     });
-    return settings;
+    return content;
 }
 
 } // namespace
 
 QVector<SnapshotChange> snapshotChanges(const QByteArray &now, const QByteArray &then)
 {
-    const Settings present = settingsOf(now);
-    const Settings future = settingsOf(then);
+    const Content wanted = contentOf(then);
+    const auto kind = wanted.settings.paths.isEmpty() ? &Content::texts : &Content::settings;
+    const Settings present = contentOf(now).*kind;
+    const Settings future = wanted.*kind;
     QVector<SnapshotChange> changes;
     for (const QString &path : future.paths) {
         if (!present.values.contains(path) || present.values.value(path) != future.values.value(path))
             changes.append({path, present.values.value(path), future.values.value(path)});
     }
     return changes;
+}
+
+QString settingName(const QString &path)
+{
+    const QStringList parts = path.split(QLatin1Char('/'), Qt::SkipEmptyParts);
+    if (!isSetting(path))
+        return path;
+    QString name;
+    bool wasNumber = false;
+    bool isInside = false; // of the section
+    for (const QString &part : parts.mid(parts.value(1) == QLatin1String("dsp") ? 2 : 1)) {
+        bool isNumber = false;
+        const int index = part.toInt(&isNumber);
+        if (isNumber) {
+            name += (wasNumber ? QLatin1Char('/') : QLatin1Char(' ')) + QString::number(index + 1);
+        } else if (name.isEmpty()) {
+            name = wordsOf(part);
+            name.replace(0, 1, name.at(0).toUpper());
+        } else {
+            name += (isInside ? QStringLiteral(" ") : QStringLiteral(": ")) + wordsOf(part);
+            isInside = true;
+        }
+        wasNumber = isNumber;
+    }
+    return name;
 }
 
 QStringList snapshotPaths(const QByteArray &document)
