@@ -75,8 +75,13 @@ void DeviceTransport::readPending()
             continue;
         // Queued: a plugin may open a message box on a reply, and the socket reports nothing more, for any
         // device, until this function has returned.
-        QMetaObject::invokeMethod(
-            this, [this, name, data = datagram.data()] { emit received(name, data); }, Qt::QueuedConnection);
+        QElapsedTimer arrival;
+        arrival.start();
+        const auto tell = [this, name, arrival, data = datagram.data()] {
+            m_arrival = arrival;
+            emit received(name, data);
+        };
+        QMetaObject::invokeMethod(this, tell, Qt::QueuedConnection);
     }
 }
 

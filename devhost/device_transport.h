@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QElapsedTimer>
 #include <QHash>
 #include <QHostAddress>
 #include <QObject>
@@ -31,6 +32,10 @@ public:
     /// is false.
     bool send(const QString &name, const QByteArray &bytes);
 
+    /// How long ago the message came of which received() tells at the moment, in ns: other work may have been
+    /// in its way.
+    qint64 sinceArrivalNs() const { return m_arrival.isValid() ? m_arrival.nsecsElapsed() : 0; }
+
 signals:
     void sent(const QString &name, const QByteArray &bytes);
     void received(const QString &name, const QByteArray &bytes);
@@ -45,6 +50,7 @@ private:
     QUdpSocket m_socket;
     QHash<QString, Place> m_routes;
     QHash<Place, QString> m_askers;
+    QElapsedTimer m_arrival;
 };
 
 } // namespace devhost

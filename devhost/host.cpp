@@ -115,8 +115,9 @@ void Host::wireText(DeviceTransport *transport, RequestWatch *requests, bool isB
                 requests->noteSent(name, bytes, m_log.append(entry));
             });
     connect(transport, &DeviceTransport::received, this,
-            [this, requests](const QString &name, const QByteArray &bytes) {
-                const RequestWatch::Answer answer = requests->noteReceived(name, bytes);
+            [this, transport, requests](const QString &name, const QByteArray &bytes) {
+                const RequestWatch::Answer answer
+                    = requests->noteReceived(name, bytes, transport->sinceArrivalNs());
                 if (!m_log.answer(answer.token, bytes, answer))
                     m_log.append(replyEntry(name, bytes, answer));
             });

@@ -59,7 +59,8 @@ void RequestWatch::noteSent(const QString &name, const QByteArray &message, qint
         lose(name, givenUp);
 }
 
-RequestWatch::Answer RequestWatch::noteReceived(const QString &name, const QByteArray &message)
+RequestWatch::Answer RequestWatch::noteReceived(const QString &name, const QByteArray &message,
+                                                qint64 sinceArrivalNs)
 {
     Answer answer;
     answer.reply = readReply(message);
@@ -75,7 +76,7 @@ RequestWatch::Answer RequestWatch::noteReceived(const QString &name, const QByte
     if (asked == device->open.end())
         return answer;
     answer.token = asked->token;
-    answer.ms = double(asked->since.nsecsElapsed()) / 1e6;
+    answer.ms = double(std::max(qint64(0), asked->since.nsecsElapsed() - sinceArrivalNs)) / 1e6;
     answer.isLate = answer.ms > m_limits.lateMs;
     const RequestText request = asked->request;
     device->open.erase(asked);

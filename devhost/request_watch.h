@@ -71,7 +71,8 @@ public:
 
     /// @p token comes back with the request's fate.
     void noteSent(const QString &device, const QByteArray &message, qint64 token);
-    Answer noteReceived(const QString &device, const QByteArray &message);
+    /// The message came @p sinceArrivalNs ago.
+    Answer noteReceived(const QString &device, const QByteArray &message, qint64 sinceArrivalNs = 0);
     void forget(const QString &device);
 
     DeviceFigures figures(const QString &device) const;
