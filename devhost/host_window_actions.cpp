@@ -49,7 +49,10 @@ void HostWindow::createMenus()
     m_deviceMenu->setToolTipsVisible(true);
     fillLogMenu(menuBar()->addMenu(tr("&Log")));
     menuBar()->addMenu(new LookMenu(m_memory, this));
-    menuBar()->addMenu(new WindowMenu(m_host->sessions(), this));
+    auto *windows = new WindowMenu(m_host->sessions(), this);
+    connect(windows, &WindowMenu::hasNoRoom, m_host,
+            [this](const QString &sentence) { m_host->reportStatus(sentence); });
+    menuBar()->addMenu(windows);
     menuBar()->addMenu(new HelpMenu(m_host, m_notice, menuBar()));
 }
 

@@ -37,15 +37,14 @@ QSize frameOf(const QWidget &window)
     return window.frameGeometry().size() - window.size();
 }
 
-bool overlap(const QList<QRect> &places)
+/// How many of the windows lie on no other one.
+int countBeside(const QList<QRect> &places)
 {
-    for (int a = 0; a < places.size(); ++a) {
-        for (int b = 0; b < a; ++b) {
-            if (places.at(a).intersects(places.at(b)))
-                return true;
-        }
-    }
-    return false;
+    int count = 0;
+    for (auto place = places.cbegin(); place != places.cend(); ++place)
+        count += std::none_of(places.cbegin(), place,
+                              [place](const QRect &earlier) { return earlier.intersects(*place); });
+    return count;
 }
 
 } // namespace
@@ -141,16 +140,20 @@ void WindowMenu::tile()
     }
     const QRect area = m_hostWindow->screen()->availableGeometry();
     QList<QRect> places = tiled(sizes, area);
-    if (overlap(places)) {
-        const QList<QRect> closer = tiled(smallest, area);
-        if (!overlap(closer))
-            places = closer;
-    }
+    const QList<QRect> closer = tiled(smallest, area);
+    if (countBeside(closer) > countBeside(places))
+        places = closer;
     for (int number = 0; number < open.size(); ++number) {
         open.at(number)->resize(places.at(number).size() - frameOf(*open.at(number)));
         open.at(number)->move(places.at(number).topLeft());
         open.at(number)->raise();
     }
+    if (countBeside(places) < open.size())
+        emit hasNoRoom(
+            tr("Windows with a place of their own on this screen: %1 of %2. The others lie over them, "
+               "a little lower and further right.")
+                .arg(countBeside(places))
+                .arg(open.size()));
 }
 
 } // namespace devhost

@@ -16,6 +16,10 @@ public:
     /// @p sessions is not owned. @p hostWindow is the one window that is not listed.
     WindowMenu(const EditorSessions *sessions, QWidget *hostWindow);
 
+signals:
+    /// A sentence for the user: not all windows could be placed beside each other.
+    void hasNoRoom(const QString &sentence);
+
 private:
     void fill();
     QList<QWidget *> windows() const;
