@@ -83,6 +83,8 @@ QString shown(const LogEntry &entry, int column)
 
 QString tipOf(const LogEntry &entry, int column)
 {
+    if (entry.isNote() && column > CommunicationLog::Text)
+        return tipOf(entry, CommunicationLog::Text); // which is drawn over these columns, too
     if (column == CommunicationLog::Text || column == CommunicationLog::Reply)
         return plainTip(shown(entry, column));
     return CommunicationLog::tr(lookOf(entry).tip);

@@ -14,8 +14,7 @@ namespace devhost {
 
 namespace {
 
-constexpr int RowHeight = 34;
-
+constexpr int RowMargin = 18;
 constexpr int SettlingMs = 2500; // in which all devices that are there have announced themselves
 constexpr int BarWidth = 3;
 
@@ -73,7 +72,6 @@ void DeviceView::setUpLook()
     setWordWrap(false);
     setTabKeyNavigation(false);
     verticalHeader()->hide();
-    verticalHeader()->setDefaultSectionSize(RowHeight);
 }
 
 void DeviceView::setUpColumns()
@@ -81,12 +79,7 @@ void DeviceView::setUpColumns()
     horizontalHeader()->setHighlightSections(false);
     horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
     horizontalHeader()->setStretchLastSection(true);
-    const QPair<DeviceTableModel::Column, int> widths[] = {
-        {DeviceTableModel::Presence, 104}, {DeviceTableModel::Name, 150},  {DeviceTableModel::Address, 130},
-        {DeviceTableModel::Mac, 150},      {DeviceTableModel::Model, 140}, {DeviceTableModel::Version, 80},
-    };
-    for (const auto &width : widths)
-        setColumnWidth(width.first, width.second);
+    sizeByText(this, {11, 16, 14, 17, 15, 8}, RowMargin);
 }
 
 void DeviceView::chooseFirst()
@@ -95,7 +88,7 @@ void DeviceView::chooseFirst()
         m_sinceFirst.start();
     // Later it would be another device than the one that the user takes it for.
     if (!selectedDevice() || (!m_chosen && m_sinceFirst.elapsed() < SettlingMs))
-        selectRow(0);
+        selectRow(qMax(0, rowOf(m_preferred)));
 }
 
 void DeviceView::showColumnMenu(const QPoint &place)
@@ -124,12 +117,17 @@ KnownDevice *DeviceView::selectedDevice() const
     return rows.isEmpty() ? nullptr : m_model->deviceAt(rows.first());
 }
 
-void DeviceView::select(const KnownDevice *device)
+void DeviceView::select(const QString &name)
 {
-    for (int row = 0; row < m_model->rowCount(); ++row) {
-        if (m_model->deviceAt(m_model->index(row, 0)) == device)
-            selectRow(row);
-    }
+    if (rowOf(name) >= 0)
+        selectRow(rowOf(name));
+}
+
+int DeviceView::rowOf(const QString &name) const
+{
+    const QModelIndex start = m_model->index(0, DeviceTableModel::Name);
+    const QModelIndexList found = m_model->match(start, Qt::DisplayRole, name, 1, Qt::MatchExactly);
+    return found.isEmpty() ? -1 : found.first().row();
 }
 
 void DeviceView::paintEvent(QPaintEvent *event)

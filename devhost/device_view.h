@@ -21,7 +21,10 @@ public:
     void setEmptyText(const QString &text);
     /// Null when none is selected.
     KnownDevice *selectedDevice() const;
-    void select(const KnownDevice *device);
+    /// Does nothing when no such device is listed.
+    void select(const QString &name);
+    /// The device of that name is selected at the start if it is there, else the first one.
+    void prefer(const QString &name) { m_preferred = name; }
 
 signals:
     void selectionMoved();
@@ -37,12 +40,15 @@ protected:
 
 private:
     void chooseFirst();
+    /// -1 when no such device is listed.
+    int rowOf(const QString &name) const;
     void showColumnMenu(const QPoint &place);
     void setUpLook();
     void setUpColumns();
 
     DeviceTableModel *m_model;
     QString m_emptyText;
+    QString m_preferred;
     QElapsedTimer m_sinceFirst; ///< device that was listed
     bool m_chosen = false; ///< the user has chosen one
 };

@@ -30,6 +30,7 @@ constexpr int StatusMs = 15000; // long enough to be read twice
 constexpr int ProblemMs = 60000;
 
 const QLatin1String OpenKey("open-editors");
+const QLatin1String ChosenKey("chosen-device");
 
 } // namespace
 
@@ -38,7 +39,7 @@ HostWindow::HostWindow(Host *host, WindowMemory *memory, const QString &snapshot
     , m_memory(memory)
     , m_model(new DeviceTableModel(host, this))
     , m_devices(new DeviceView(m_model, this))
-    , m_log(new LogPanel(host->log(), host->requests(), this))
+    , m_log(new LogPanel(host->log(), host->requests(), memory, this))
     , m_notice(new NoticeBar(this))
     , m_snapshots(new SnapshotDialogs(snapshotFolder, memory, this))
     , m_interfaces(new QComboBox(this))
@@ -157,6 +158,7 @@ void HostWindow::setUpMemory()
     m_memory->restore(this);
     m_memory->followWindows(this);
     m_toReopen = m_memory->texts(OpenKey);
+    m_devices->prefer(m_memory->text(ChosenKey));
     connect(m_host->finder(), &DeviceFinder::found, this, [this](const KnownDevice *device) {
         // Not from within the reading of announcements.
         if (m_toReopen.removeOne(device->name()))
@@ -179,6 +181,8 @@ void HostWindow::closeEvent(QCloseEvent *event)
 {
     m_memory->keep(this);
     m_memory->keep(OpenKey, m_host->sessions()->openDevices());
+    if (const KnownDevice *device = m_devices->selectedDevice())
+        m_memory->keep(ChosenKey, device->name());
     m_host->sessions()->closeAll();
     QMainWindow::closeEvent(event);
     emit closed();
@@ -237,7 +241,7 @@ void HostWindow::showInterface()
 
 void HostWindow::showDeviceList(const QString &deviceName)
 {
-    m_devices->select(m_host->finder()->device(deviceName));
+    m_devices->select(deviceName);
     raise();
     activateWindow();
     m_devices->setFocus(Qt::OtherFocusReason);

@@ -3,7 +3,6 @@
 #include "devhost/communication_log.h"
 #include "devhost/look.h"
 
-#include <QEvent>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -23,8 +22,16 @@ public:
     using QSyntaxHighlighter::QSyntaxHighlighter;
 
 protected:
+    static constexpr int InJson = 1; ///< state of a line after which the JSON goes on
+
     void highlightBlock(const QString &line) override
     {
+        const bool begins = line.startsWith(QLatin1Char('{')) || line.startsWith(QLatin1Char('['));
+        if (!begins && previousBlockState() != InJson)
+            return; // a text or bytes
+        const bool ends = line.startsWith(QLatin1Char('}')) || line.startsWith(QLatin1Char(']'))
+            || (begins && line.endsWith(QLatin1Char(']')));
+        setCurrentBlockState(ends ? -1 : InJson);
         static const QRegularExpression token(QStringLiteral(
             R"re((?<name>"(?:[^"\\]++|\\.)*+"(?=\s*:))|(?<text>"(?:[^"\\]++|\\.)*+")|(?<value>-?\d[\d.eE+-]*|true|false|null))re"));
         const QPair<QString, const char *> colors[] = {{QStringLiteral("name"), "sent"},
@@ -71,9 +78,9 @@ LogDetail::LogDetail(const CommunicationLog *log, QWidget *parent)
     m_text->setAccessibleName(tr("Whole text of the chosen message and its reply"));
     m_text->setReadOnly(true);
     m_text->setTabChangesFocus(true);
-    m_text->setFont(fixedFont());
+    wearFixedFont(m_text);
     m_text->setPlaceholderText(tr("Choose a message to see all of it."));
-    m_colors = new JsonColors(m_text->document());
+    new JsonColors(m_text->document());
     m_top->addWidget(m_heading, 1);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(6, 0, 0, 0);
@@ -83,13 +90,6 @@ LogDetail::LogDetail(const CommunicationLog *log, QWidget *parent)
         if (number == m_number)
             refresh();
     });
-}
-
-void LogDetail::changeEvent(QEvent *event)
-{
-    if (event->type() == QEvent::FontChange)
-        m_text->setFont(fixedFont());
-    QWidget::changeEvent(event);
 }
 
 void LogDetail::addButton(QAction *action)
@@ -112,8 +112,12 @@ void LogDetail::refresh()
 {
     const LogEntry *entry = m_log->numbered(m_number);
     m_heading->setText(entry ? headingOf(*entry) : QString());
-    m_colors->setDocument(entry && entry->isNote() ? nullptr : m_text->document());
-    m_text->setPlainText(entry ? textOf(*entry) : QString());
+    const QString text = entry ? textOf(*entry) : QString();
+    // Looking for the end of a word over and over takes a second in one of 64 KB.
+    static const QRegularExpression longWord(QStringLiteral("\\S{2000}"));
+    m_text->setWordWrapMode(text.contains(longWord) ? QTextOption::WrapAnywhere
+                                                    : QTextOption::WrapAtWordBoundaryOrAnywhere);
+    m_text->setPlainText(text);
 }
 
 } // namespace devhost

@@ -6,7 +6,6 @@ class QAction;
 class QHBoxLayout;
 class QLabel;
 class QPlainTextEdit;
-class QSyntaxHighlighter;
 
 namespace devhost {
 
@@ -29,9 +28,6 @@ public:
     /// The entry's number; -1 when none is shown.
     qint64 number() const { return m_number; }
 
-protected:
-    void changeEvent(QEvent *event) override;
-
 private:
     void refresh();
 
@@ -40,7 +36,6 @@ private:
     QHBoxLayout *m_top;
     QLabel *m_heading;
     QPlainTextEdit *m_text;
-    QSyntaxHighlighter *m_colors;
 };
 
 } // namespace devhost

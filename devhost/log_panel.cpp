@@ -1,5 +1,6 @@
 #include "devhost/log_panel.h"
 
+#include "devhost/log_delegate.h"
 #include "devhost/log_detail.h"
 #include "devhost/look.h"
 #include "devhost/message_bar.h"
@@ -13,7 +14,7 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDir>
-#include <QEvent>
+#include <QFile>
 #include <QFileDialog>
 #include <QGuiApplication>
 #include <QHBoxLayout>
@@ -34,6 +35,9 @@ namespace devhost {
 namespace {
 
 constexpr int MostDevices = 100; // to choose from
+constexpr int RowMargin = 6;
+
+const QLatin1String FolderKey("log/folder");
 
 QString figuresText(const DeviceFigures &figures)
 {
@@ -50,10 +54,11 @@ QString figuresText(const DeviceFigures &figures)
 
 } // namespace
 
-LogPanel::LogPanel(CommunicationLog *log, const RequestWatch *requests, QWidget *parent)
+LogPanel::LogPanel(CommunicationLog *log, const RequestWatch *requests, WindowMemory *memory, QWidget *parent)
     : QWidget(parent)
     , m_log(log)
     , m_requests(requests)
+    , m_memory(memory)
     , m_filter(new LogFilter(log, this))
     , m_view(new QTableView(this))
     , m_detail(new LogDetail(log, this))
@@ -64,6 +69,9 @@ LogPanel::LogPanel(CommunicationLog *log, const RequestWatch *requests, QWidget 
     , m_figures(new QLabel(this))
 {
     setObjectName(QStringLiteral("logPanel"));
+    QFile guide(QStringLiteral(":/guide/device-guide.md"));
+    if (guide.open(QIODevice::ReadOnly))
+        m_paths->learn(QString::fromUtf8(guide.readAll()));
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 6, 0, 0);
     column->setSpacing(6);
@@ -103,32 +111,13 @@ void LogPanel::setUpView()
     m_view->setHorizontalScrollMode(QAbstractItemView::ScrollPerPixel);
     m_view->verticalHeader()->hide();
     m_view->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    wearFont();
+    wearFixedFont(m_view);
+    m_view->setItemDelegate(new LogDelegate(m_filter, m_view));
+    sizeByText(m_view, {12, 10, 3, 34, 10}, RowMargin);
     QHeaderView *header = m_view->horizontalHeader();
     header->setStretchLastSection(true);
     header->setHighlightSections(false);
-    const int digit = m_view->fontMetrics().horizontalAdvance(QLatin1Char('0'));
-    const QPair<CommunicationLog::Column, int> widths[] = {{CommunicationLog::Time, 12},
-                                                           {CommunicationLog::Device, 10},
-                                                           {CommunicationLog::Source, 3},
-                                                           {CommunicationLog::Text, 34},
-                                                           {CommunicationLog::ReplyTime, 10}};
-    for (const auto &width : widths)
-        m_view->setColumnWidth(width.first, width.second * digit + 18);
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this, &LogPanel::showChosen);
-}
-
-void LogPanel::wearFont()
-{
-    m_view->setFont(fixedFont());
-    m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + 6);
-}
-
-void LogPanel::changeEvent(QEvent *event)
-{
-    if (event->type() == QEvent::FontChange)
-        wearFont();
-    QWidget::changeEvent(event);
 }
 
 void LogPanel::setUpFollowing()
@@ -300,10 +289,12 @@ void LogPanel::copySelected()
 void LogPanel::saveShown()
 {
     const QString path = QFileDialog::getSaveFileName(
-        this, tr("Save Communication Log"), QStringLiteral("communication.log"),
+        this, tr("Save Communication Log"),
+        QDir(m_memory->folder(FolderKey)).filePath(QStringLiteral("communication.log")),
         tr("Log files (*.log *.txt);;JSON lines (*.jsonl);;All files (*)"));
     if (path.isEmpty())
         return;
+    m_memory->keepFolderOf(FolderKey, path);
     const QVector<LogEntry> entries = m_filter->allEntries();
     QString lines;
     for (const LogEntry &entry : entries)

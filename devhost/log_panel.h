@@ -20,6 +20,7 @@ class LogDetail;
 class MessageBar;
 class RequestWatch;
 class SeenPaths;
+class WindowMemory;
 
 /// The communication log on screen: what of it is shown, the whole of a message, how devices answer, and
 /// copying and saving.
@@ -28,8 +29,10 @@ class LogPanel : public QWidget
     Q_OBJECT
 
 public:
-    /// Neither is owned; @p requests counts what the figures tell.
-    LogPanel(CommunicationLog *log, const RequestWatch *requests, QWidget *parent = nullptr);
+    /// None is owned; @p requests counts what the figures tell, and the folder of the last saved log is
+    /// remembered.
+    LogPanel(CommunicationLog *log, const RequestWatch *requests, WindowMemory *memory,
+             QWidget *parent = nullptr);
 
     void focusFilter();
     void focusMessage();
@@ -50,12 +53,8 @@ signals:
     /// The user has a message for a device; showSent() is to follow.
     void sendRequested(const QString &deviceName, const QByteArray &message);
 
-protected:
-    void changeEvent(QEvent *event) override;
-
 private:
     void setUpView();
-    void wearFont();
     void setUpFollowing();
 
     // Tools (log_panel_tools.cpp)
@@ -82,6 +81,7 @@ private:
 
     CommunicationLog *m_log;
     const RequestWatch *m_requests;
+    WindowMemory *m_memory;
     LogFilter *m_filter;
     QTableView *m_view;
     LogDetail *m_detail;

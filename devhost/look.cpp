@@ -1,14 +1,18 @@
 #include "devhost/look.h"
 
 #include <QApplication>
+#include <QEvent>
 #include <QFile>
 #include <QFontDatabase>
+#include <QHeaderView>
 #include <QJsonDocument>
 #include <QJsonObject>
 #include <QPalette>
 #include <QRegularExpression>
 #include <QStyleFactory>
-#include <QWidget>
+#include <QTableView>
+
+#include <utility>
 
 namespace devhost {
 
@@ -20,6 +24,9 @@ constexpr qreal NoteShare = 0.85; // of the text size
 constexpr char ColorsProperty[] = "lookColors";
 constexpr char LightProperty[] = "lookIsLight";
 constexpr char SizeProperty[] = "lookTextPercent";
+
+constexpr char FixedProperty[] = "wearsFixedFont"; // of a widget
+constexpr int CellMargin = 18;
 
 /// What is worn; empty before.
 QJsonObject colors()
@@ -94,6 +101,57 @@ QString sheet()
     return filled + text.midRef(from);
 }
 
+qreal digitOf(const QWidget &widget)
+{
+    constexpr int many = 20; // one alone is rounded
+    return qreal(widget.fontMetrics().horizontalAdvance(QString(many, QLatin1Char('0')))) / many;
+}
+
+/// Follows the font of a table, which owns it.
+class TableSizes : public QObject
+{
+public:
+    TableSizes(QTableView *view, int rowMargin)
+        : QObject(view)
+        , m_view(view)
+        , m_rowMargin(rowMargin)
+        , m_digit(digitOf(*view))
+    {
+        view->installEventFilter(this);
+        sizeRows();
+    }
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::FontChange) {
+            sizeRows();
+            sizeColumns();
+        }
+        return QObject::eventFilter(watched, event);
+    }
+
+private:
+    void sizeRows()
+    {
+        m_view->verticalHeader()->setDefaultSectionSize(m_view->fontMetrics().height() + m_rowMargin);
+    }
+
+    void sizeColumns()
+    {
+        const qreal before = std::exchange(m_digit, digitOf(*m_view));
+        for (int column = 0; column < m_view->horizontalHeader()->count(); ++column) {
+            const int text = m_view->columnWidth(column) - CellMargin;
+            if (text > 0) // else it is hidden
+                m_view->setColumnWidth(column, qRound(text * m_digit / before) + CellMargin);
+        }
+    }
+
+    QTableView *m_view;
+    int m_rowMargin;
+    qreal m_digit;
+};
+
 } // namespace
 
 void wearLook(const Look &look)
@@ -114,6 +172,8 @@ void wearLook(const Look &look)
     for (QWidget *widget : QApplication::allWidgets()) {
         if (!before.isEmpty() && widget->styleSheet() == before)
             widget->setStyleSheet(now);
+        if (widget->property(FixedProperty).toBool())
+            wearFixedFont(widget);
     }
 }
 
@@ -131,11 +191,19 @@ QColor lookColor(const char *name)
     return QColor(colors().value(QLatin1String(name)).toString());
 }
 
-QFont fixedFont()
+void wearFixedFont(QWidget *widget)
 {
     QFont font = QFontDatabase::systemFont(QFontDatabase::FixedFont);
     font.setPointSizeF(QApplication::font().pointSizeF());
-    return font;
+    widget->setFont(font);
+    widget->setProperty(FixedProperty, true);
+}
+
+void sizeByText(QTableView *view, const QVector<int> &digits, int rowMargin)
+{
+    for (int column = 0; column < digits.size(); ++column)
+        view->setColumnWidth(column, qRound(digits.at(column) * digitOf(*view)) + CellMargin);
+    new TableSizes(view, rowMargin);
 }
 
 } // namespace devhost

@@ -3,6 +3,10 @@
 #include <QColor>
 #include <QFont>
 #include <QString>
+#include <QVector>
+
+class QTableView;
+class QWidget;
 
 namespace devhost {
 
@@ -24,7 +28,11 @@ Look wornLook();
 /// before any look is worn.
 QColor lookColor(const char *name);
 
-/// For texts whose letters stand below each other, in the text size in use.
-QFont fixedFont();
+/// Gives @p widget letters of one width, in the text size in use and in each that is worn later.
+void wearFixedFont(QWidget *widget);
+
+/// Makes columns of @p view as wide as so many digits, and its rows @p rowMargin higher than its text. When
+/// another text size is worn, both change with it, what the user made wider included.
+void sizeByText(QTableView *view, const QVector<int> &digits, int rowMargin);
 
 } // namespace devhost

@@ -63,7 +63,7 @@ void MessageBar::setUpField()
         tr("Sent as typed. In a text that does not begin with { the words \\r, \\n, \\t, \\\\ and "
            "\\x41 stand for one byte each. Up and Down: earlier messages."));
     m_field->setMaxLength(MostTyped);
-    m_field->setFont(fixedFont());
+    wearFixedFont(m_field);
     m_field->installEventFilter(this);
     // The style sheet gives the placeholder another colour than a text.
     connect(m_field, &QLineEdit::textChanged, this, [this] { m_field->style()->polish(m_field); });

@@ -7,8 +7,6 @@
 #include <QDateTime>
 #include <QDir>
 #include <QFileDialog>
-#include <QFileInfo>
-#include <QStandardPaths>
 #include <QWidget>
 
 namespace devhost {
@@ -50,16 +48,15 @@ void RecordAction::change(bool on)
 
 QString RecordAction::askForFile() const
 {
-    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
-    const QDir folder(m_memory->text(FolderKey, documents));
+    const QDir folder(m_memory->folder(FolderKey));
     const QString name
         = QDateTime::currentDateTime().toString(QStringLiteral("'session' yyyy-MM-dd hh-mm-ss'.jsonl'"));
     // A file that is there is never replaced, so there is nothing to confirm.
-    QString path = QFileDialog::getSaveFileName(
-        m_window, tr("Record Session"), (folder.exists() ? folder : QDir(documents)).filePath(name),
-        tr("Recordings (*.jsonl);;All files (*)"), nullptr, QFileDialog::DontConfirmOverwrite);
+    QString path = QFileDialog::getSaveFileName(m_window, tr("Record Session"), folder.filePath(name),
+                                                tr("Recordings (*.jsonl);;All files (*)"), nullptr,
+                                                QFileDialog::DontConfirmOverwrite);
     if (!path.isEmpty())
-        m_memory->keep(FolderKey, QFileInfo(path).path());
+        m_memory->keepFolderOf(FolderKey, path);
     return path;
 }
 

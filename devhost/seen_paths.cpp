@@ -3,6 +3,7 @@
 #include "devhost/log_entry.h"
 
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include <algorithm>
 
@@ -13,7 +14,37 @@ namespace {
 constexpr int MostPaths = 2000;
 constexpr int LongestPath = 200;
 
+/// "/a/0" and "/a/1" for "/a/0..1".
+QStringList eachOf(const QString &path)
+{
+    static const QRegularExpression span(QStringLiteral("0\\.\\.(\\d+)"));
+    const QRegularExpressionMatch found = span.match(path);
+    if (!found.hasMatch())
+        return {path};
+    QStringList paths;
+    for (int index = 0; index <= found.capturedRef(1).toInt(); ++index) {
+        QString one = path;
+        paths += eachOf(one.replace(found.capturedStart(), found.capturedLength(), QString::number(index)));
+    }
+    return paths;
+}
+
 } // namespace
+
+void SeenPaths::learn(const QString &guide)
+{
+    static const QRegularExpression row(QStringLiteral("^\\| `(/[^`]+)` \\|"),
+                                        QRegularExpression::MultilineOption);
+    for (auto it = row.globalMatch(guide); it.hasNext();) {
+        for (QString path : eachOf(it.next().captured(1))) {
+            for (; !path.isEmpty(); path.truncate(path.lastIndexOf(QLatin1Char('/'))))
+                m_paths.insert(path);
+        }
+    }
+    QStringList paths = m_paths.values();
+    paths.sort();
+    setStringList(paths);
+}
 
 void SeenPaths::note(const LogEntry &entry)
 {

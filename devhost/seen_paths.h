@@ -7,8 +7,8 @@ namespace devhost {
 
 struct LogEntry;
 
-/// The paths that were seen in messages, in the order of the alphabet, for completion while typing. Members
-/// of what a device replied count as paths below it.
+/// The paths of the device guide and those seen in messages, in the order of the alphabet, for completion
+/// while typing. Members of what a device replied count as paths below it.
 class SeenPaths : public QStringListModel
 {
     Q_OBJECT
@@ -16,6 +16,8 @@ class SeenPaths : public QStringListModel
 public:
     using QStringListModel::QStringListModel;
 
+    /// Adds the paths that stand in the tables of @p guide (docs/device-guide.md), and those above them.
+    void learn(const QString &guide);
     void note(const LogEntry &entry);
 
 private:

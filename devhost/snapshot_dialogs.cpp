@@ -13,7 +13,6 @@
 #include <QFileInfo>
 #include <QPointer>
 #include <QRegularExpression>
-#include <QStandardPaths>
 
 namespace devhost {
 
@@ -41,18 +40,14 @@ SnapshotDialogs::SnapshotDialogs(const QString &folder, WindowMemory *memory, QW
     : QObject(window)
     , m_memory(memory)
     , m_window(window)
-    , m_folder(folder)
+    , m_folder(folder.isEmpty() ? memory->folder(FolderKey) : folder)
 {
-    if (m_folder.isEmpty())
-        m_folder = memory->text(FolderKey);
-    if (m_folder.isEmpty() || !QFileInfo(m_folder).isDir())
-        m_folder = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
 }
 
 void SnapshotDialogs::goToFolderOf(const QString &file)
 {
     m_folder = QFileInfo(file).path();
-    m_memory->keep(FolderKey, m_folder);
+    m_memory->keepFolderOf(FolderKey, file);
 }
 
 void SnapshotDialogs::save(EditorSession *session)

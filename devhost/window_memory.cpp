@@ -140,6 +140,21 @@ void WindowMemory::keep(const QString &key, const QVariant &value)
         m_settings->setValue(key, value);
 }
 
+QString WindowMemory::folder(const QString &key) const
+{
+    const QString documents = QStandardPaths::writableLocation(QStandardPaths::DocumentsLocation);
+    for (const QString &folder : {text(key), documents}) {
+        if (!folder.isEmpty() && QFileInfo(folder).isDir())
+            return folder;
+    }
+    return QDir::homePath();
+}
+
+void WindowMemory::keepFolderOf(const QString &key, const QString &file)
+{
+    keep(key, QFileInfo(file).absolutePath());
+}
+
 void WindowMemory::restore(QWidget *window)
 {
     if (!m_settings)

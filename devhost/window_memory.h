@@ -28,6 +28,11 @@ public:
     QStringList texts(const QString &key) const;
     void keep(const QString &key, const QVariant &value);
 
+    /// Where a file dialog begins: in the folder that was kept under @p key, else in the user's documents,
+    /// else at home, whichever is there.
+    QString folder(const QString &key) const;
+    void keepFolderOf(const QString &key, const QString &file);
+
     /// Brings @p window back to its place, and those of its parts to theirs that markRemembered() named. A
     /// place on a screen that is gone becomes one on a screen that is there.
     void restore(QWidget *window);

@@ -4,6 +4,7 @@
 #include "devhost/message_bar.h"
 #include "devhost/request_watch.h"
 #include "devhost/seen_paths.h"
+#include "devhost/window_memory.h"
 
 #include <QAbstractItemModelTester>
 #include <QAbstractItemView>
@@ -172,7 +173,8 @@ void Log::showsWholeMessages()
 {
     CommunicationLog log(20, 1000000);
     RequestWatch watch;
-    LogPanel panel(&log, &watch);
+    WindowMemory memory{QString()};
+    LogPanel panel(&log, &watch, &memory);
     const auto *detail = panel.findChild<QPlainTextEdit *>(QStringLiteral("logDetail"));
     auto *view = panel.findChild<QTableView *>(QStringLiteral("logView"));
     const QString device = QStringLiteral("KBX-1");
@@ -231,9 +233,12 @@ void Log::helpsTyping()
     entry.setReply(reply, {1, 1, false, readReply(reply)});
     paths.note(requestEntry(QString(), R"({"get":"/info"})"));
     paths.note(entry);
+    paths.learn(QStringLiteral("| `/a/0..1/b` | yes |\nand `/c` |\n"));
     QCOMPARE(paths.stringList(),
-             (QStringList{QStringLiteral("/info"), QStringLiteral("/system/usb"),
-                          QStringLiteral("/system/usb/mode"), QStringLiteral("/system/usb/priority")}));
+             (QStringList{QStringLiteral("/a"), QStringLiteral("/a/0"), QStringLiteral("/a/0/b"),
+                          QStringLiteral("/a/1"), QStringLiteral("/a/1/b"), QStringLiteral("/info"),
+                          QStringLiteral("/system/usb"), QStringLiteral("/system/usb/mode"),
+                          QStringLiteral("/system/usb/priority")}));
     MessageBar bar(&paths);
     QList<QByteArray> sent;
     connect(&bar, &MessageBar::sendRequested, this,

@@ -103,6 +103,7 @@ void WindowMemoryTest::write(const QByteArray &content)
 void WindowMemoryTest::bringsBackWhatTheUserSet()
 {
     const QString name = QStringLiteral("a/b [c]=%d");
+    const QString folders[] = {QStringLiteral("folder"), QStringLiteral("gone")};
     {
         WindowMemory memory(m_file);
         Arrangement made;
@@ -112,6 +113,8 @@ void WindowMemoryTest::bringsBackWhatTheUserSet()
         made.filter.setText(QStringLiteral("usb -status"));
         memory.keep(&made.window);
         memory.keep(QStringLiteral("open"), QStringList{name, QStringLiteral("x")});
+        memory.keepFolderOf(folders[0], m_folder->filePath(QStringLiteral("a.xml")));
+        memory.keepFolderOf(folders[1], m_folder->filePath(QStringLiteral("gone/a.xml")));
         memory.followWindows(nullptr);
         QWidget editor;
         editor.setWindowTitle(name);
@@ -128,6 +131,8 @@ void WindowMemoryTest::bringsBackWhatTheUserSet()
     QVERIFY(found.table.isColumnHidden(2) && !found.table.isColumnHidden(0));
     QCOMPARE(found.filter.text(), QStringLiteral("usb -status"));
     QCOMPARE(memory.texts(QStringLiteral("open")), (QStringList{name, QStringLiteral("x")}));
+    QCOMPARE(memory.folder(folders[0]), m_folder->path());
+    QVERIFY(QFileInfo(memory.folder(folders[1])).isDir());
     memory.followWindows(nullptr);
     QWidget editor;
     editor.setWindowTitle(name);
