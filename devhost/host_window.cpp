@@ -21,6 +21,8 @@
 #include <QStyle>
 #include <QVBoxLayout>
 
+#include <memory>
+
 namespace devhost {
 
 namespace {
@@ -139,6 +141,7 @@ void HostWindow::setUpConnections()
     connect(m_model, &QAbstractItemModel::rowsRemoved, this, &HostWindow::refreshCounts);
     connect(m_host->sessions(), &EditorSessions::opened, this, [this](EditorSession *session) {
         const QString name = session->deviceName();
+        restorePages(session);
         connect(session, &EditorSession::deviceViewRequested, this, [this, name] { showDeviceList(name); });
     });
     connect(m_host->sessions(), &EditorSessions::closed, this,
@@ -175,6 +178,21 @@ void HostWindow::reopen(const QString &deviceName)
     KnownDevice *device = m_host->finder()->device(deviceName);
     if (device && device->isPresent() && !m_host->sessions()->session(deviceName))
         open(device);
+}
+
+/// An editor turns to its first page when it has read its device, which is the first thing that it reports.
+void HostWindow::restorePages(EditorSession *session)
+{
+    const auto reported = std::make_shared<QMetaObject::Connection>();
+    *reported = connect(session, &EditorSession::statusChanged, this, [this, session, reported] {
+        if (session->status().isEmpty())
+            return;
+        disconnect(*reported);
+        QTimer::singleShot(0, session, [this, session] {
+            if (QWidget *editor = session->editor())
+                m_memory->restorePages(editor);
+        });
+    });
 }
 
 void HostWindow::closeEvent(QCloseEvent *event)

@@ -71,6 +71,7 @@ private:
     void showSelectedRefusals();
     void reopen(const QString &deviceName);
     void open(KnownDevice *device);
+    void restorePages(EditorSession *session);
     EditorSession *selectedSession() const;
     SimulatedDevice *selectedSimulated() const;
 

@@ -9,6 +9,7 @@
 #include <QLineEdit>
 #include <QSplitter>
 #include <QStandardPaths>
+#include <QTabWidget>
 #include <QTableView>
 #include <QUrl>
 #include <QWindow>
@@ -50,6 +51,12 @@ QString keyOf(const QWidget *window)
     const QWidget *owner = ownerOf(window);
     return owner ? keyOf(owner->windowTitle()) + QLatin1Char('/') + keyOf(window->windowTitle())
                  : keyOf(window->windowTitle());
+}
+
+QString pagesKeyOf(const QTabWidget &tabs)
+{
+    return PlacesGroup + QLatin1Char('/') + keyOf(tabs.window()) + QLatin1String("/pages of ")
+        + keyOf(tabs.objectName());
 }
 
 QVariantList columnsOf(const QHeaderView &header)
@@ -234,10 +241,24 @@ bool WindowMemory::eventFilter(QObject *watched, QEvent *event)
             window->restoreGeometry(m_settings->value(key).toByteArray());
         else
             keep(key, window->saveGeometry());
-        if (hidden)
+        if (hidden) {
+            keepPages(window);
             forgetOldPlaces();
+        }
     }
     return false;
+}
+
+void WindowMemory::keepPages(const QWidget *window)
+{
+    for (const QTabWidget *tabs : window->findChildren<QTabWidget *>())
+        keep(pagesKeyOf(*tabs), tabs->currentIndex());
+}
+
+void WindowMemory::restorePages(QWidget *window)
+{
+    for (QTabWidget *tabs : window->findChildren<QTabWidget *>())
+        tabs->setCurrentIndex(text(pagesKeyOf(*tabs), QStringLiteral("-1")).toInt());
 }
 
 void WindowMemory::forgetOldPlaces()

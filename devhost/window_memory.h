@@ -38,13 +38,17 @@ public:
     void restore(QWidget *window);
     void keep(const QWidget *window);
 
-    /// From now on remembers the place of every window that opens, editors and theirs, each by its titles.
+    /// From now on remembers the place of every window that opens, editors and theirs, each by its titles,
+    /// and the chosen pages of its tabs.
     void followWindows(const QWidget *except);
+    /// Turns to the pages that were chosen when a window of the title of @p window was last closed.
+    void restorePages(QWidget *window);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
+    void keepPages(const QWidget *window);
     void forgetOldPlaces();
     void restorePart(QWidget *part);
     void keepPart(const QWidget *part);

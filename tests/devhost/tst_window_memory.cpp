@@ -8,6 +8,7 @@
 #include <QLineEdit>
 #include <QScreen>
 #include <QStandardItemModel>
+#include <QTabWidget>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
@@ -42,6 +43,20 @@ struct Arrangement
     {
         table.setParent(nullptr);
         filter.setParent(nullptr);
+    }
+};
+
+struct Editor : QWidget
+{
+    QTabWidget pages{this};
+
+    explicit Editor(const QString &title)
+    {
+        pages.setObjectName(QStringLiteral("pages"));
+        pages.addTab(new QWidget, QString());
+        pages.addTab(new QWidget, QString());
+        setWindowTitle(title);
+        show();
     }
 };
 
@@ -116,10 +131,9 @@ void WindowMemoryTest::bringsBackWhatTheUserSet()
         memory.keepFolderOf(folders[0], m_folder->filePath(QStringLiteral("a.xml")));
         memory.keepFolderOf(folders[1], m_folder->filePath(QStringLiteral("gone/a.xml")));
         memory.followWindows(nullptr);
-        QWidget editor;
-        editor.setWindowTitle(name);
-        editor.show();
+        Editor editor(name);
         editor.resize(234, 123);
+        editor.pages.setCurrentIndex(1);
         editor.hide();
     }
     WindowMemory memory(m_file);
@@ -134,10 +148,10 @@ void WindowMemoryTest::bringsBackWhatTheUserSet()
     QCOMPARE(memory.folder(folders[0]), m_folder->path());
     QVERIFY(QFileInfo(memory.folder(folders[1])).isDir());
     memory.followWindows(nullptr);
-    QWidget editor;
-    editor.setWindowTitle(name);
-    editor.show();
+    Editor editor(name);
     QCOMPARE(editor.size(), QSize(234, 123));
+    memory.restorePages(&editor);
+    QCOMPARE(editor.pages.currentIndex(), 1);
 }
 
 void WindowMemoryTest::startsWithWhateverIsInTheFile_data()
