@@ -42,7 +42,7 @@ void LogDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     painter->setClipRect(option.rect); // each of its columns may be drawn alone
     painter->setFont(note.font);
     painter->setPen(note.palette.color(QPalette::Text));
-    painter->drawText(place, note.displayAlignment,
+    painter->drawText(place, int(note.displayAlignment),
                       note.fontMetrics.elidedText(note.text, Qt::ElideRight, place.width()));
     painter->restore();
 }
