@@ -2,6 +2,7 @@
 
 #include "devhost/communication_log.h"
 #include "devhost/log_filter.h"
+#include "devhost/look.h"
 
 #include <QPainter>
 #include <QTableView>
@@ -41,7 +42,8 @@ void LogDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option, c
     painter->save();
     painter->setClipRect(option.rect); // each of its columns may be drawn alone
     painter->setFont(note.font);
-    painter->setPen(note.palette.color(QPalette::Text));
+    const bool isSelected = option.state & QStyle::State_Selected;
+    painter->setPen(isSelected ? lookColor("selectedText") : note.palette.color(QPalette::Text));
     painter->drawText(place, int(note.displayAlignment),
                       note.fontMetrics.elidedText(note.text, Qt::ElideRight, place.width()));
     painter->restore();

@@ -39,6 +39,12 @@ constexpr int RowMargin = 6;
 
 const QLatin1String FolderKey("log/folder");
 
+QString deviceGuide()
+{
+    QFile guide(QStringLiteral(":/guide/device-guide.md"));
+    return guide.open(QIODevice::ReadOnly) ? QString::fromUtf8(guide.readAll()) : QString();
+}
+
 QString figuresText(const DeviceFigures &figures)
 {
     QStringList parts{LogPanel::tr("%1 requests").arg(figures.requests),
@@ -69,9 +75,7 @@ LogPanel::LogPanel(CommunicationLog *log, const RequestWatch *requests, WindowMe
     , m_figures(new QLabel(this))
 {
     setObjectName(QStringLiteral("logPanel"));
-    QFile guide(QStringLiteral(":/guide/device-guide.md"));
-    if (guide.open(QIODevice::ReadOnly))
-        m_paths->learn(QString::fromUtf8(guide.readAll()));
+    m_paths->learn(deviceGuide());
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(0, 6, 0, 0);
     column->setSpacing(6);
@@ -92,10 +96,8 @@ LogPanel::LogPanel(CommunicationLog *log, const RequestWatch *requests, WindowMe
     setUpFollowing();
     connect(m_log, &QAbstractItemModel::rowsInserted, this,
             [this](const QModelIndex &, int first, int last) { noteNews(first, last); });
-    connect(m_requests, &RequestWatch::figuresChanged, this, &LogPanel::showFigures);
     connect(m_log, &CommunicationLog::entryChanged, this, &LogPanel::handleChange);
     connect(m_message, &MessageBar::sendRequested, this, &LogPanel::sendRequested);
-    showFigures();
 }
 
 void LogPanel::setUpView()

@@ -2,6 +2,7 @@
 
 #include "devhost/log_detail.h"
 #include "devhost/log_panel.h"
+#include "devhost/request_watch.h"
 #include "devhost/window_memory.h"
 
 #include <QComboBox>
@@ -64,6 +65,8 @@ QHBoxLayout *LogPanel::createBottomRow()
     m_figures->setProperty("role", QStringLiteral("caption"));
     m_figures->setMinimumWidth(1);
     row->addWidget(m_figures, 1);
+    connect(m_requests, &RequestWatch::figuresChanged, this, &LogPanel::showFigures);
+    showFigures();
     m_details = addSwitch(row, QStringLiteral("logDetails"), tr("Details"),
                           tr("Show the whole text of the chosen message"), true);
     connect(m_details, &QToolButton::toggled, m_detail, &QWidget::setVisible);
