@@ -6,8 +6,15 @@
 #include "host/plexo_plugin_factory.h"
 
 #include <QEvent>
+#include <QScreen>
 
 namespace devhost {
+
+namespace {
+
+constexpr QSize FrameSize(8, 32); // at most, of a window
+
+} // namespace
 
 EditorSession::EditorSession(const SessionPlace &place, KnownDevice *device, QObject *parent)
     : QObject(parent)
@@ -98,6 +105,7 @@ void EditorSession::presentEditor(const QString &pluginName)
     widget->setWindowTitle(
         QStringLiteral("%1 - %2").arg(deviceName(), product.isEmpty() ? pluginName : product));
     widget->installEventFilter(this);
+    widget->resize(widget->size().boundedTo(widget->screen()->availableSize() - FrameSize));
     widget->show();
     raiseEditor();
 }

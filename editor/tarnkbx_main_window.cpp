@@ -5,6 +5,7 @@
 #include "dsp/block_view.h"
 #include "editor/bt_priority_pairing_dialog.h"
 #include "editor/editor_keys.h"
+#include "editor/fitting_area.h"
 #include "editor/widgets_in_use.h"
 #include "host/plexo_plugin.h"
 #include "protocol/derived_state_machine.h"
@@ -36,6 +37,7 @@ TarnKBX_MainWindow::TarnKBX_MainWindow(QWidget *parent)
     registerBackEnd();
     m_plugin = qobject_cast<PlexoPlugin *>(parent);
     ui->setupUi(this);
+    setCentralWidget(new FittingArea(takeCentralWidget()));
     vm::wheelNeedsFocus(this);
     new EditorKeys(this, ui->close_pushButton, ui->tabWidget);
     watchFields();

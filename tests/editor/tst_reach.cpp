@@ -4,6 +4,7 @@
 
 #include <QAccessible>
 #include <QComboBox>
+#include <QScreen>
 #include <QTabWidget>
 
 class ReachTest : public LiveEditorTest
@@ -13,6 +14,7 @@ class ReachTest : public LiveEditorTest
 private slots:
     void wheelPassesOver();
     void keysWorkEverywhere();
+    void largeTextIsScrolledTo();
     void everyControlIsNamedAndReached_data();
     void everyControlIsNamedAndReached();
 };
@@ -49,6 +51,21 @@ void ReachTest::keysWorkEverywhere()
     QTest::keyClick(banner, Qt::Key_W, Qt::ControlModifier);
     QTRY_VERIFY(closing->isActive());
     closing->stop();
+}
+
+void ReachTest::largeTextIsScrolledTo()
+{
+    session->editor()->setStyleSheet(QStringLiteral("* { font-size: 30pt; }"));
+    session->find<QTabWidget>("tabWidget")->setCurrentIndex(2);
+    auto *last = session->find<QWidget>("vc_connect_failed_def_pushButton");
+    const QSize screen = session->editor()->screen()->availableSize();
+    QTRY_VERIFY(last->mapTo(session->editor(), last->rect().bottomRight()).x() > screen.width());
+    session->editor()->resize(screen);
+    QCOMPARE(session->editor()->size(), screen);
+    last->setFocus(Qt::TabFocusReason);
+    session->find<QWidget>("vc_connect_failed_play_pushButton")->setFocus(Qt::TabFocusReason);
+    QTest::keyClick(session->editor()->focusWidget(), Qt::Key_Tab);
+    QVERIFY(!last->visibleRegion().isEmpty());
 }
 
 void ReachTest::everyControlIsNamedAndReached_data()
