@@ -39,7 +39,7 @@ void PeakReadout::paintEvent(QPaintEvent *)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     painter.setPen(QPen(vm::mixed(window, ink, underMouse() ? 0.6 : 0.25), 1.0));
-    painter.setBrush(m_meter->isClipped() ? clipped : vm::mixed(window, Qt::black, 0.25));
+    painter.setBrush(m_meter->isClipped() ? clipped : palette().color(QPalette::Active, QPalette::Base));
     painter.drawRoundedRect(QRectF(rect()).adjusted(0.5, 0.5, -0.5, -0.5), 2.0, 2.0);
     QFont number = font();
     number.setPixelSize(numberPixels);
