@@ -71,7 +71,7 @@ public:
 private:
     void follow(const QPalette &palette)
     {
-        const QColor ground = palette.color(QPalette::Window);
+        const QColor &ground = palette.color(QPalette::Window);
         m_view->setColor(ground);
         if (QObject *scene = m_view->rootObject())
             scene->setProperty("light", ground.lightness() > 127);
