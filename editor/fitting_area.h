@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QEvent>
+#include <QLayout>
 #include <QScreen>
 #include <QScrollArea>
 
@@ -28,6 +29,19 @@ protected:
         if (event->type() == QEvent::LayoutRequest)
             updateGeometry();
         return isDone;
+    }
+
+    /// Layouts of pages that are not in front still go by the text size before the style was known: the
+    /// window would grow when their page is chosen.
+    void showEvent(QShowEvent *event) override
+    {
+        const QList<QWidget *> parts = widget()->findChildren<QWidget *>();
+        for (auto part = parts.crbegin(); part != parts.crend(); ++part) {
+            if ((*part)->layout())
+                (*part)->layout()->activate();
+            (*part)->updateGeometry();
+        }
+        QScrollArea::showEvent(event);
     }
 
 private:
