@@ -8,11 +8,35 @@
 #include <QApplication>
 #include <QTest>
 
+#include <algorithm>
+
 namespace proof {
+
+namespace {
+
+bool isAbout(const QString &difference, std::initializer_list<const char *> names)
+{
+    return std::any_of(names.begin(), names.end(),
+                       [&](const char *name) { return difference.startsWith(QLatin1String(name)); });
+}
+
+/// What the editor may show until it reads everything anew: what waits for Apply or Enter, and the phone of
+/// an interface that is switched off.
+bool isLeftAlone(const QString &difference, bool hasBluetooth)
+{
+    return isAbout(difference, {"dev_", "multicast_", "tone "})
+        || (!hasBluetooth
+            && isAbout(difference,
+                       {"bt_status_", "bt_connected_", "bt_album_", "bt_artist_", "bt_track_", "bt_sig_",
+                        "the list of paired", "paired phone"}));
+}
+
+} // namespace
 
 Agreement::Agreement(Station *station, const QString &draft)
     : m_station(station)
     , m_draft(draft)
+    , m_levels(*station)
 {
     QObject::connect(&m_boxes, &QTimer::timeout, &m_boxes, &answerOpenBox);
 }
@@ -30,19 +54,37 @@ bool Agreement::step()
 {
     if (!isUndisturbed())
         return false;
-    if (m_refreshed != m_station->opened()) {
+    m_levels.listen();
+    if (m_refreshing && m_refreshed != m_station->opened()) {
         refresh();
         m_obstacle = QStringList{QStringLiteral("Refresh does not come to its end")};
         return false;
     }
-    if (!m_station->isLive())
+    if (!m_station->isLive()) {
+        // Polls come and go; what differs between them is worth more.
+        if (!m_compared)
+            m_obstacle = QStringList{m_station->whatWaits()};
         return false;
-    if (m_withBlocks && !m_blocksShown) {
+    }
+    if (m_refreshing && m_withBlocks && !m_blocksShown) {
         m_station->openBlocks(); // the mixer shows the tone generator anew whenever its block is clicked
         m_blocksShown = true;
     }
-    m_obstacle = differences(*m_station, m_draft);
+    m_compared = true;
+    m_obstacle = differences(*m_station, m_draft) + m_levels.differences();
+    if (!m_refreshing)
+        leaveAlone();
     return m_obstacle.isEmpty();
+}
+
+void Agreement::leaveAlone()
+{
+    const bool hasBluetooth
+        = m_station->editor()->findChild<QWidget *>(QStringLiteral("bt_tabWidget"))->isEnabled();
+    QStringList rest;
+    std::copy_if(m_obstacle.begin(), m_obstacle.end(), std::back_inserter(rest),
+                 [=](const QString &difference) { return !isLeftAlone(difference, hasBluetooth); });
+    m_obstacle = rest;
 }
 
 bool Agreement::isUndisturbed()
@@ -60,13 +102,14 @@ bool Agreement::isUndisturbed()
         m_station->open();
     if (m_refreshed == m_station->opened())
         return true;
-    m_obstacle = QStringList{QStringLiteral("the channel does not come to rest")};
+    m_obstacle = QStringList{m_station->whatWaits()};
     return m_station->isIdle();
 }
 
 void Agreement::refresh()
 {
     m_refreshed = m_station->opened();
+    m_compared = false;
     m_blocksShown = false;
     if (m_withBlocks)
         m_station->openBlocks(); // what is open follows

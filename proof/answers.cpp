@@ -24,4 +24,20 @@ void answerOpenBox()
     }
 }
 
+QStringList doubledBoxes()
+{
+    QStringList texts;
+    QStringList problems;
+    for (const QWidget *window : QApplication::topLevelWidgets()) {
+        const auto *box = qobject_cast<const QMessageBox *>(window);
+        if (!box || !box->isVisible())
+            continue;
+        const QString text = box->windowTitle() + QLatin1String(": ") + box->text();
+        if (texts.contains(text))
+            problems.append(QStringLiteral("the same box is open twice: ") + text);
+        texts.append(text);
+    }
+    return problems;
+}
+
 } // namespace proof

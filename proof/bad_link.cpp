@@ -34,6 +34,7 @@ BadLink::BadLink(const QHostAddress &device, quint16 port, quint32 seed)
 void BadLink::setFaults(const LinkFaults &faults)
 {
     m_faults = faults;
+    m_spoilt = m_spoilt || faults.garbage > 0;
     m_sinceFaults = 0;
 }
 
@@ -75,6 +76,8 @@ void BadLink::read()
 {
     while (m_socket.hasPendingDatagrams()) {
         QByteArray reply = m_socket.receiveDatagram(65536).data();
+        if (!m_spoilt)
+            emit answered(reply);
         if (m_cut || happens(m_faults.drop / 2))
             continue;
         if (happens(m_faults.garbage))

@@ -44,6 +44,9 @@ public:
     int replies() const { return m_replies; }
 
 signals:
+    /// The device has sent this; what of it is received, and when, is another matter. Silent once garbage was
+    /// dealt: editors may hand on what they read of it.
+    void answered(const QByteArray &reply);
     void received(const QByteArray &reply);
     /// The device vanished (true) or returned.
     void cut(bool gone);
@@ -66,6 +69,7 @@ private:
     int m_delayed = 0;
     int m_turn = 0; ///< what is delayed from an earlier turn is lost
     bool m_cut = false;
+    bool m_spoilt = false; ///< garbage was dealt
 };
 
 } // namespace proof

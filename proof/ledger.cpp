@@ -30,6 +30,7 @@ bool isExpectedBeforehand(const QString &path)
         "^/preset/dsp/(dante|usb|bt)_[a-z]+/\\d+/(gain|mute)$"
         "|^/system/(usb/priority|bluetooth/(enable|button|connection_mode|profile)|notifications/enable"
         "|voice_cue/\\d/enable|function_gen/enable)$"
+        "|^/(system/(usb|bluetooth|voice_cue|function_gen)|preset/dsp/([a-z]+_[a-z]+|mixer/\\d))$"
         "|^/control/(bluetooth/(pair|disconnect|clear_list|play|pause|prev|next|vol_up|vol_down)"
         "|voice_cue/\\d/play)$"));
     return pattern.match(path).hasMatch();
@@ -52,6 +53,8 @@ QString Ledger::history(const QString &path) const
 
 void Ledger::expect(const QString &path, const QJsonValue &value)
 {
+    if (!isExpectedBeforehand(path))
+        return;
     record(path, "due ", value);
     m_due[path].append(value);
 }
@@ -62,7 +65,10 @@ void Ledger::note(const QByteArray &request)
     m_mayRepeat -= repeats ? 1 : 0;
     m_last = request;
     const QJsonObject message = QJsonDocument::fromJson(request).object();
+    if (!repeats && message.contains(QLatin1String("get")) && !isSettled())
+        complain(QStringLiteral("a query left before the user's act: ") + QString::fromUtf8(request));
     const QString path = message.value(QLatin1String("set")).toString();
+    m_lastSent.insert(path, message.value(QLatin1String("value")));
     if (!isExpectedBeforehand(path))
         return;
     const QJsonValue value = plain(path, message.value(QLatin1String("value")));
@@ -77,6 +83,17 @@ void Ledger::note(const QByteArray &request)
         m_problems.append(QStringLiteral("sent without, or in another order than, the user's act: ")
                           + history(path));
     }
+}
+
+void Ledger::noteAnswer(const QByteArray &answer)
+{
+    static const QRegularExpression unfit(QStringLiteral(": expected |is not one of|is not a whole number"));
+    const QString result = QJsonDocument::fromJson(answer).object().value(QLatin1String("result")).toString();
+    const bool isPort = result.contains(QLatin1String("/port: ")); // of which the user was warned
+    const bool isShape = result.contains(QLatin1String("entries")); // of a snapshot of what was never read
+    const bool isPreset = result.contains(QLatin1String("_preset: ")); // whose number is the host's
+    if (result.contains(unfit) && !isPort && !isShape && !isPreset)
+        complain(QStringLiteral("the device cannot take what was sent: ") + result);
 }
 
 void Ledger::forgive()

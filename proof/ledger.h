@@ -13,10 +13,22 @@ namespace proof {
 class Ledger
 {
 public:
-    /// The user has just changed something that is to be sent as @p value to @p path.
+    /// The user has just changed something that is to be sent as @p value to @p path. A path that is sent
+    /// otherwise, too, is passed over.
     void expect(const QString &path, const QJsonValue &value);
     /// The editor has just handed @p request to its host.
     void note(const QByteArray &request);
+    /// The device itself has answered: it should have no reason to refuse what an editor lets its user
+    /// choose.
+    void noteAnswer(const QByteArray &answer);
+    /// Something else that is not as the user expects.
+    void complain(const QString &problem) { m_problems.append(problem); }
+    QByteArray last() const { return m_last; }
+    /// What was sent to @p path last; undefined when nothing was.
+    QJsonValue lastSent(const QString &path) const
+    {
+        return m_lastSent.value(path, QJsonValue(QJsonValue::Undefined));
+    }
     /// A request is overdue. Once for each the user may have repeated what was sent last: that request, or
     /// the next one when the answer came while the user was asked.
     void noteTimeout() { ++m_mayRepeat; }
@@ -36,6 +48,7 @@ private:
     QHash<QString, QList<QJsonValue>> m_due;
     QHash<QString, QList<QJsonValue>> m_forgiven;
     QHash<QString, QStringList> m_history; ///< the last entries of each path
+    QHash<QString, QJsonValue> m_lastSent;
     QStringList m_problems;
     QByteArray m_last;
     int m_matched = 0;

@@ -1,6 +1,8 @@
 #include "proof/random_user.h"
 
 #include "proof/expected_messages.h"
+#include "proof/level_hand.h"
+#include "proof/snapshot_content.h"
 #include "proof/station.h"
 
 #include <QAbstractSpinBox>
@@ -22,6 +24,7 @@ namespace proof {
 namespace {
 
 constexpr int TraceLength = 120;
+constexpr int ActsOfAWarning = 20; // until it is told and answered
 
 bool isLevel(const QWidget *widget)
 {
@@ -83,6 +86,9 @@ void RandomUser::goOn()
     if (!m_running)
         return;
     QTimer::singleShot(m_pauseMs, this, &RandomUser::goOn);
+    const bool mustWait = m_patient && m_station->isOpen() && !m_station->isLive();
+    if (mustWait && !QApplication::activeModalWidget())
+        return;
     // Each act has dice of its own, so that what an earlier one found possible does not change it.
     m_dice.seed(m_seed * 1000003U + quint32(++m_acts));
     act();
@@ -134,16 +140,31 @@ void RandomUser::useModal(QWidget *modal)
     if (!button || !isUsable(button) || button->text().contains(QLatin1String("Details")))
         return;
     note(QStringLiteral("answer \"%1\" with %2").arg(modal->windowTitle(), button->text()));
+    m_warnings += modal->windowTitle() == QLatin1String("Invalid entry") ? 1 : 0;
     button->click();
 }
 
 void RandomUser::applySnapshot()
 {
     QByteArray document = m_snapshot;
-    if (m_dice.bounded(4) == 0)
+    if (m_dice.bounded(4) == 0 && !m_patient)
         document.truncate(m_dice.bounded(document.size() + 1));
     note(QStringLiteral("load a snapshot of %1 bytes").arg(document.size()));
+    const bool isWhole = !document.isEmpty() && document == m_snapshot;
+    const bool fits = m_station->plugin()->checkSnapshot(document);
+    if (isWhole && !fits)
+        m_station->ledger()->complain(QStringLiteral("a snapshot of this device is said not to fit it"));
+    for (const auto &setting : fits ? contentOf(document).settings : QVector<QPair<QString, QJsonValue>>())
+        m_station->ledger()->expect(setting.first, setting.second);
     m_station->plugin()->applySnapshot(document);
+}
+
+void RandomUser::takeSnapshot()
+{
+    note(QStringLiteral("take a snapshot"));
+    m_station->plugin()->getSnapshot(&m_snapshot);
+    for (const QString &problem : snapshotProblems(contentOf(m_snapshot), m_station->firmware()))
+        m_station->ledger()->complain(problem);
 }
 
 void RandomUser::useHost()
@@ -151,8 +172,7 @@ void RandomUser::useHost()
     PlexoPlugin *plugin = m_station->plugin();
     switch (m_dice.bounded(12)) {
     case 0:
-        note(QStringLiteral("take a snapshot"));
-        plugin->getSnapshot(&m_snapshot);
+        takeSnapshot();
         break;
     case 1:
         applySnapshot();
@@ -260,19 +280,18 @@ void RandomUser::useChoice(QComboBox *box)
 
 void RandomUser::useLevel(QWidget *widget)
 {
-    static constexpr Qt::Key Keys[]
-        = {Qt::Key_Up, Qt::Key_Down, Qt::Key_Home, Qt::Key_End, Qt::Key_PageUp, Qt::Key_PageDown};
     const QPointer<QWidget> alive(widget);
     const QString path = expected::levelPath(widget);
-    const double before = widget->property("gain").toDouble();
-    const int kind = m_dice.bounded(7);
-    if (kind == 6) {
+    const double before = levelOf(widget);
+    if (m_dice.bounded(7) == 6) {
         if (path.isEmpty()) // each move of a drag is a message of its own
             drag(widget);
         return;
     }
-    QTest::keyClick(widget, Keys[kind]);
-    const double after = alive ? widget->property("gain").toDouble() : before;
+    const QString surprise = changeLevel(widget, &m_dice);
+    if (!surprise.isEmpty())
+        m_station->ledger()->complain(surprise);
+    const double after = alive ? levelOf(widget) : before;
     if (!path.isEmpty() && after != before)
         m_station->ledger()->expect(path, qRound(after));
 }
@@ -289,6 +308,22 @@ void RandomUser::drag(QWidget *widget)
         QTest::mouseRelease(widget, Qt::LeftButton, {}, to);
 }
 
+/// Whoever enters what no port can be is told so: at once, unless what is told is still an earlier entry.
+void RandomUser::enterPort(QWidget *field)
+{
+    const QPointer<QWidget> alive(field);
+    const QString text = field->property("text").toString();
+    const int port = text.toInt();
+    const int before = m_warnings;
+    const bool isCalm = m_patient && m_acts - m_lastEntry > ActsOfAWarning;
+    QTest::keyClick(field, Qt::Key_Return);
+    const bool isWarned = m_warnings > before;
+    if (alive && isCalm && isWarned != (port < 1 || port > 65535))
+        m_station->ledger()->complain(
+            QStringLiteral("the port \"%1\" is entered %2 a warning")
+                .arg(text, isWarned ? QStringLiteral("with") : QStringLiteral("without")));
+}
+
 void RandomUser::useField(QWidget *field)
 {
     static const QStringList Texts{QStringLiteral("239.255.77.9"), QStringLiteral("10.1.2.3"),
@@ -296,7 +331,7 @@ void RandomUser::useField(QWidget *field)
                                    QStringLiteral("Stage 2"),      QStringLiteral("0.0.0"),
                                    QStringLiteral("B\u00fcro"),    QStringLiteral("")};
     const QPointer<QWidget> alive(field);
-    const QString text = Texts.at(m_dice.bounded(Texts.size()));
+    const QString &text = Texts.at(m_dice.bounded(Texts.size()));
     // A fader's entry must not report its value later, when the focus happens to leave it.
     QWidget *fader = field->parentWidget()->inherits("VmDspGain") ? field->parentWidget() : nullptr;
     const int end = fader ? 1 : m_dice.bounded(3);
@@ -305,6 +340,7 @@ void RandomUser::useField(QWidget *field)
     click(field);
     if (!alive)
         return;
+    const bool isAddress = field->objectName().endsWith(QLatin1String("_lineEdit"));
     QTest::keyClick(field, Qt::Key_A, Qt::ControlModifier);
     QTest::keyClick(field, Qt::Key_Delete);
     for (const QChar letter : text) {
@@ -313,8 +349,12 @@ void RandomUser::useField(QWidget *field)
     }
     if (field->objectName() == QLatin1String("bt_friendly_name_lineEdit"))
         m_draft = text;
-    if (alive && end > 0)
+    const bool isPort = field->objectName().endsWith(QLatin1String("_port_lineEdit"));
+    if (alive && end == 1 && isPort)
+        enterPort(field);
+    else if (alive && end > 0)
         QTest::keyClick(field, end == 1 ? Qt::Key_Return : Qt::Key_Tab);
+    m_lastEntry = isAddress ? m_acts : m_lastEntry;
     if (alive && !gain.isEmpty() && fader->property("gain") != before)
         m_station->ledger()->expect(gain, qRound(fader->property("gain").toDouble()));
 }

@@ -26,6 +26,9 @@ public:
 
     /// How many of a hundred acts at a control that reboots, resets, closes or uploads are done.
     void setRecklessness(int percent) { m_recklessness = percent; }
+    /// Whether each act waits until the one before has reached the device and the editor has it confirmed.
+    /// Snapshots are whole then: after half a one the pages stay disabled until Refresh.
+    void setPatient(bool patient) { m_patient = patient; }
     /// Begins, with @p pauseMs between two acts.
     void start(int pauseMs);
     void stop() { m_running = false; }
@@ -46,10 +49,11 @@ private:
     void useChoice(QComboBox *box);
     void useLevel(QWidget *widget);
     void useField(QWidget *field);
+    void enterPort(QWidget *field);
     void drag(QWidget *widget);
+    void takeSnapshot();
     void applySnapshot();
     bool isSpared(const QWidget *widget);
-    QString levelPath(const QWidget *level) const;
     void note(const QString &what);
 
     Station *m_station;
@@ -62,6 +66,9 @@ private:
     int m_recklessness = 5;
     int m_pauseMs = 0;
     int m_acts = 0;
+    int m_warnings = 0; ///< of invalid entries
+    int m_lastEntry = 0; ///< the act that changed a field
+    bool m_patient = false;
     bool m_running = false;
     bool m_acting = false;
 };

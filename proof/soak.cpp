@@ -94,13 +94,21 @@ void Soak::work(int round)
 /// Waits until nobody waits for anything: all editors live, no box and no block window open.
 bool Soak::rest()
 {
-    for (Place &place : m_places) {
-        QStringList problems = Agreement(place.station.get(), place.user->draft()).reach(RestMs);
-        problems += place.station->ledger()->problems();
-        if (!problems.isEmpty())
-            m_problems += QStringList{place.station->device().name()} + problems + place.user->trace();
-    }
+    // An editor that was told to close goes a moment later, when others are looked at already.
+    const auto isGone = [](const Place &place) { return !place.station->isOpen(); };
+    do {
+        for (Place &place : m_places)
+            agree(place);
+    } while (m_problems.isEmpty() && std::any_of(m_places.begin(), m_places.end(), isGone));
     return m_problems.isEmpty();
+}
+
+void Soak::agree(const Place &place)
+{
+    QStringList problems = Agreement(place.station.get(), place.user->draft()).reach(RestMs);
+    problems += place.station->ledger()->problems();
+    if (!problems.isEmpty())
+        m_problems += QStringList{place.station->device().name()} + problems + place.user->trace();
 }
 
 void Soak::look(int round)

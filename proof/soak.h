@@ -41,6 +41,7 @@ private:
     bool start();
     void work(int round);
     bool rest();
+    void agree(const Place &place);
     void look(int round);
     void judge();
     void compareClasses();

@@ -26,13 +26,16 @@ Station::Station(PlexoPluginFactory *factory, int number, quint32 seed)
     m_device.setIpAddress(m_process.address());
     m_device.setMacAddress(QStringLiteral("02:00:00:00:00:%1").arg(number, 2, 16, QLatin1Char('0')));
     m_device.setProductName(QStringLiteral("TarnKBX"));
-    m_device.setFirmwareVersion(1002000);
+    setFirmware(QStringLiteral("1.2.0"));
     m_device.setPresent(true);
     connect(&m_link, &BadLink::cut, this, &Station::follow);
     connect(&m_link, &BadLink::received, this, [this](const QByteArray &reply) {
+        m_answered = true;
         if (m_plugin)
             m_plugin->recvVelmarAsciiMsg(m_device.name(), reply);
     });
+    connect(&m_link, &BadLink::answered, this,
+            [this](const QByteArray &reply) { m_ledger.noteAnswer(reply); });
 }
 
 Station::~Station()
@@ -48,24 +51,41 @@ void Station::open()
     m_plugin = m_factory->createPlugin(nullptr);
     if (m_replyTimeoutMs > 0)
         m_plugin->setVelmarAsciiTimeout(m_replyTimeoutMs);
+    connectPlugin();
+    m_factory->attachDevice(m_plugin, nullptr, &m_device);
+    m_plugin->setNetInterfaceIndex(loopbackInterface().index());
+    editor()->show();
+}
+
+void Station::connectPlugin()
+{
     connect(m_plugin, &PlexoPlugin::sendVelmarAsciiMsg, this,
             [this](const QString &, pxDevice::e_dev_type, const QByteArray &bytes) {
                 m_ledger.note(bytes);
+                m_answered = false;
                 m_link.send(bytes);
             });
-    connect(m_plugin, &PlexoPlugin::sendVelmarAsciiMsgTimeout, this, [this] {
-        ++m_overdue;
-        m_ledger.noteTimeout();
-    });
+    connect(m_plugin, &PlexoPlugin::sendVelmarAsciiMsgTimeout, this, &Station::noteTimeout);
     connect(m_plugin, &PlexoPlugin::pluginRequestClose, this, [this] {
         if (m_hasty)
             close();
         else
             QTimer::singleShot(0, m_plugin, [this] { close(); });
     });
-    m_factory->attachDevice(m_plugin, nullptr, &m_device);
-    m_plugin->setNetInterfaceIndex(loopbackInterface().index());
-    editor()->show();
+}
+
+void Station::noteTimeout()
+{
+    ++m_overdue;
+    m_ledger.noteTimeout();
+    if (m_answered)
+        m_ledger.complain(QStringLiteral("a request was answered and is called overdue"));
+}
+
+void Station::setFirmware(const QString &version)
+{
+    m_firmware = version;
+    m_device.setFirmwareVersion(pxDevice::versionFromText(version));
 }
 
 void Station::close()
@@ -86,6 +106,23 @@ bool Station::isIdle() const
 {
     return m_plugin && !m_plugin->getVelmarAsciiTimer()->isActive() && !m_plugin->hasWaitingQueries()
         && m_link.isQuiet() && m_ledger.isSettled();
+}
+
+QString Station::whatWaits() const
+{
+    return QStringLiteral(
+               "pages %6, the channel does not come to rest: time-out %1, queries %2, replies held back %3, "
+               "acts %4, last "
+               "request %5")
+        .arg(m_plugin && m_plugin->getVelmarAsciiTimer()->isActive() ? QStringLiteral("runs")
+                                                                     : QStringLiteral("stands"))
+        .arg(m_plugin && m_plugin->hasWaitingQueries() ? QStringLiteral("wait") : QStringLiteral("none"))
+        .arg(m_link.isQuiet() ? QStringLiteral("none") : QStringLiteral("some"))
+        .arg(m_ledger.isSettled() ? QStringLiteral("sent") : QStringLiteral("not sent"))
+        .arg(QString::fromUtf8(m_ledger.last()))
+        .arg(m_plugin && editor()->findChild<QWidget *>(QStringLiteral("plugin_frame"))->isEnabled()
+                 ? QStringLiteral("enabled")
+                 : QStringLiteral("disabled"));
 }
 
 bool Station::isLive() const

@@ -30,6 +30,10 @@ public:
     /// Whether the host destroys a plugin object that wants to be closed at once, within its signal.
     void setHasty(bool hasty) { m_hasty = hasty; }
 
+    /// Of the device's firmware, as announced.
+    void setFirmware(const QString &version);
+    QString firmware() const { return m_firmware; }
+
     /// Creates and attaches a plugin object and shows its editor; nothing while the device is away.
     void open();
     void close();
@@ -38,6 +42,8 @@ public:
     bool isLive() const;
     /// Whether nothing waits for the device.
     bool isIdle() const;
+    /// What keeps it from being idle, for reports.
+    QString whatWaits() const;
 
     PlexoPlugin *plugin() const { return m_plugin; }
     QWidget *editor() const { return m_plugin ? m_plugin->getPluginWidget() : nullptr; }
@@ -59,6 +65,8 @@ public:
 
 private:
     void follow(bool gone);
+    void connectPlugin();
+    void noteTimeout();
 
     PlexoPluginFactory *m_factory;
     DeviceProcess m_process;
@@ -71,6 +79,8 @@ private:
     int m_opened = 0;
     int m_overdue = 0;
     bool m_hasty = false;
+    bool m_answered = false; ///< the request sent last
+    QString m_firmware;
 };
 
 } // namespace proof

@@ -13,6 +13,7 @@ namespace proof {
 namespace {
 
 constexpr int InputsAPainting = 64; // but each of the first ones, which is what a replay has
+int inputs = 0;
 
 /// Nobody is there to answer a box, or to look at what has changed: windows keep what is to be painted anew
 /// until paint() is called.
@@ -93,14 +94,19 @@ support::EditorSession &liveEditor()
     return *session;
 }
 
+bool isPaintingDue()
+{
+    return inputs < InputsAPainting || (inputs + 1) % InputsAPainting == 0;
+}
+
 void letHappen()
 {
-    static int inputs = 0;
     QCoreApplication::sendPostedEvents();
-    if (++inputs < InputsAPainting || inputs % InputsAPainting == 0) {
+    if (isPaintingDue()) {
         nobody()->paint();
         QCoreApplication::processEvents();
     }
+    ++inputs;
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 

@@ -10,5 +10,7 @@ support::EditorSession &liveEditor();
 
 /// Lets everything happen that is due now. Painting, which takes longest, is done for many inputs at once.
 void letHappen();
+/// Whether painting is due with the next letHappen().
+bool isPaintingDue();
 
 } // namespace proof
