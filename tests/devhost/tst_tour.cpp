@@ -36,8 +36,8 @@ void TourTest::endsAtFirstFailure_data()
 
 void TourTest::endsAtFirstFailure()
 {
-    QFETCH(const QString, obstacle);
-    QFETCH(const QString, missing);
+    QFETCH(QString, obstacle);
+    QFETCH(QString, missing);
     QFETCH(const QString, printed);
     bool reached = false;
     Step bad{QStringLiteral("bad"), [&] { return obstacle; }, [&] { return missing; }, QString(), {}, 30};
