@@ -76,6 +76,7 @@ private slots:
     void showsWholeMessages();
     void takesTypedMessages_data();
     void takesTypedMessages();
+    void knowsPaths();
     void helpsTyping();
     void exportsMessages();
     void pairsReplies_data();
@@ -225,7 +226,7 @@ void Log::takesTypedMessages()
     QCOMPARE(MessageBar::typedFor(bytes), typed);
 }
 
-void Log::helpsTyping()
+void Log::knowsPaths()
 {
     SeenPaths paths;
     LogEntry entry = requestEntry(QString(), R"({"get":"/system/usb"})");
@@ -239,6 +240,12 @@ void Log::helpsTyping()
                           QStringLiteral("/a/1"), QStringLiteral("/a/1/b"), QStringLiteral("/info"),
                           QStringLiteral("/system/usb"), QStringLiteral("/system/usb/mode"),
                           QStringLiteral("/system/usb/priority")}));
+}
+
+void Log::helpsTyping()
+{
+    SeenPaths paths;
+    paths.learn(QStringLiteral("| `/info` |\n| `/system/usb/mode` |\n"));
     MessageBar bar(&paths);
     QList<QByteArray> sent;
     connect(&bar, &MessageBar::sendRequested, this,
