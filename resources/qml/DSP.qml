@@ -12,8 +12,11 @@ DSPForm {
     property bool light: false
 
     // A dense screen gets the larger picture by its name's "@2x"; a view stretched this far needs it as well.
-    picture.source: "images/TarnKBX_DSP_Block_View_no_Meters" + (light ? "_light" : "")
-                    + (width > 1000 ? "@2x.png" : ".png")
+    picture.source: light
+                    ? (width > 1000 ? "images/TarnKBX_DSP_Block_View_no_Meters_light@2x.png"
+                                    : "images/TarnKBX_DSP_Block_View_no_Meters_light.png")
+                    : (width > 1000 ? "images/TarnKBX_DSP_Block_View_no_Meters@2x.png"
+                                    : "images/TarnKBX_DSP_Block_View_no_Meters.png")
 
     // The block that the arrow keys have come to; null while the keyboard is elsewhere.
     property Item chosen: null

@@ -294,10 +294,10 @@ private slots:
         };
         support::BoxAnswerer answerer(QMessageBox::Ok);
         answerer.setWhileOpen([&] {
+            press();
             // The answer to the first counts only once that to the second has come.
             support::BoxAnswerer second(QMessageBox::Ok);
             second.setWhileOpen(press);
-            press();
             runModalBox({}, &panel, &panel);
         });
         runModalBox({}, &editor, &editor);
