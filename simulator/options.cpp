@@ -72,7 +72,7 @@ constexpr OptionText OptionTexts[] = {
     {"interface", "IF", "",
      "Network interface for announcements and levels; the loopback interface without it."},
     {"port", "PORT", "47800", "UDP port of the control service, 0 for any free one."},
-    {"state", "FILE", "", "Keep settings, presets and pairings in FILE."},
+    {"state", "FILE", "", "Keep settings, presets, pairings and recordings' lengths in FILE."},
     {"seed", "N", "1", "Seed of everything that looks like chance."},
     {"replay", "FILE", "", "Answer as the device in this recording did (--name: which one)."},
     {"keep-upload", "FILE", "", "Write each fetched voice cue to FILE as it came."},
