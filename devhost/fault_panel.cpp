@@ -83,6 +83,7 @@ void FaultPanel::addNumber(QFormLayout *form, const FaultNumber &fault)
         order(path, percent ? QJsonValue(value / 100.0) : QJsonValue(value));
     });
     form->addRow(tr(fault.label), field);
+    form->labelForField(field)->setToolTip(field->toolTip());
     m_numbers.insert(path, field);
 }
 
@@ -138,6 +139,8 @@ QWidget *FaultPanel::createTransfer()
 QWidget *FaultPanel::createPresence()
 {
     QWidget *group = createNumbers(tr("Presence"), presenceFaults());
+    for (QSpinBox *field : group->findChildren<QSpinBox *>())
+        field->setSpecialValueText(tr("never"));
     auto *row = new QHBoxLayout;
     connect(addButton(row, tr("&Vanish Now"), tr("Silent from now on: no replies, announcements or levels")),
             &QPushButton::clicked, this, [this] { order(PresentPath, false); });

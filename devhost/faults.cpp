@@ -69,13 +69,22 @@ QStringList channelsIn(const QJsonObject &nodes, bool pushedOnly)
     return channels;
 }
 
+/// In dB.
+double pushedLevel(const QJsonObject &nodes, const QString &channel)
+{
+    const QStringList place = channel.split(QLatin1Char('/'));
+    const QJsonObject levels = nodes.value(QLatin1String("levels")).toObject();
+    return levels.value(place.first()).toArray().at(place.last().toInt()).toDouble();
+}
+
 } // namespace
 
 QVector<FaultNumber> replyFaults()
 {
     return {{"latency", "Late by", "Every reply is that late; after 2000 ms the editor asks what to do",
              FaultNumber::Ms},
-            {"jitter", "Late by up to", "And up to so much more", FaultNumber::Ms},
+            {"jitter", "Later by up to", "Up to so much is added to each reply's delay, at random",
+             FaultNumber::Ms},
             {"drop", "Lost", "So many requests get no reply", FaultNumber::Percent},
             {"duplicate", "Doubled", "So many replies come twice", FaultNumber::Percent},
             {"reorder", "Overtaken", "So many replies come only after the next one", FaultNumber::Percent},
@@ -91,10 +100,9 @@ QVector<FaultNumber> transferFaults()
 
 QVector<FaultNumber> presenceFaults()
 {
-    return {{"vanish-after", "Vanish after", "Falls silent after so many requests; 0: never",
-             FaultNumber::Requests},
-            {"return-after", "Return after", "Comes back so long after it has vanished; 0: never",
-             FaultNumber::Ms}};
+    return {
+        {"vanish-after", "Vanish after", "Falls silent after so many requests", FaultNumber::Requests},
+        {"return-after", "Return after", "Comes back so long after it has vanished, once", FaultNumber::Ms}};
 }
 
 QVector<FaultWord> transferWords()
@@ -137,7 +145,7 @@ QString summaryOf(const QJsonObject &nodes)
     if (usb != AutoWord)
         on.append(tr("USB %1").arg(labelOf(usbWords(), usb)));
     for (const QString &channel : channelsIn(nodes, true))
-        on.append(tr("level of %1").arg(channel));
+        on.append(tr("level of %1 at %2 dB").arg(channel).arg(pushedLevel(nodes, channel)));
     return on.join(QStringLiteral(", "));
 }
 
