@@ -10,6 +10,8 @@ namespace {
 constexpr int MostATurn = 16;
 constexpr int MostBytesATurn = 64 * 1024;
 
+constexpr int MostSentBytes = 65507; // of one IPv4 datagram (RFC 768, RFC 791)
+
 } // namespace
 
 DeviceTransport::DeviceTransport(QObject *parent)
@@ -47,13 +49,18 @@ bool DeviceTransport::send(const QString &name, const QByteArray &bytes)
 {
     const auto route = m_routes.constFind(name);
     if (route == m_routes.constEnd()) {
-        emit problem(tr("A message for %1 was not sent: no such device is present.").arg(name));
+        emit problem(name, tr("A message for %1 was not sent: no such device is present.").arg(name));
         return false;
     }
+    m_sending.start();
     if (m_socket.writeDatagram(bytes, route->first, route->second) != bytes.size()) {
-        emit problem(tr("A message of %1 bytes for %2 was not sent (%3). Check the network interface.")
+        const bool isTooLarge = m_socket.error() == QAbstractSocket::DatagramTooLargeError;
+        emit problem(name,
+                     tr("A message of %1 bytes for %2 was not sent (%3). %4")
                          .arg(bytes.size())
-                         .arg(name, m_socket.errorString()));
+                         .arg(name, m_socket.errorString(),
+                              isTooLarge ? tr("One message takes at most %1 bytes.").arg(MostSentBytes)
+                                         : tr("Check the network interface.")));
         return false;
     }
     m_askers.insert(*route, name);

@@ -35,12 +35,15 @@ public:
     /// How long ago the message came of which received() tells at the moment, in ns: other work may have been
     /// in its way.
     qint64 sinceArrivalNs() const { return m_arrival.isValid() ? m_arrival.nsecsElapsed() : 0; }
+    /// How long ago the message was handed to the system of which sent() tells at the moment, in ns: a device on
+    /// this machine may have answered before the system returns.
+    qint64 sinceSendingNs() const { return m_sending.isValid() ? m_sending.nsecsElapsed() : 0; }
 
 signals:
     void sent(const QString &name, const QByteArray &bytes);
     void received(const QString &name, const QByteArray &bytes);
-    /// A sentence for the user.
-    void problem(const QString &sentence);
+    /// A sentence for the user about what was for @p name.
+    void problem(const QString &name, const QString &sentence);
 
 private:
     using Place = QPair<QHostAddress, quint16>;
@@ -51,6 +54,7 @@ private:
     QHash<QString, Place> m_routes;
     QHash<Place, QString> m_askers;
     QElapsedTimer m_arrival;
+    QElapsedTimer m_sending;
 };
 
 } // namespace devhost

@@ -32,7 +32,7 @@ Host::Host(QObject *parent)
     wireSimulated();
     for (DeviceTransport *transport : transports())
         connect(transport, &DeviceTransport::problem, this,
-                [this](const QString &text) { reportProblem(text); });
+                [this](const QString &name, const QString &text) { reportProblem(text, name); });
     wireText(&m_text, &m_requests, false);
     wireText(&m_byHand, &m_requestsByHand, true);
     wireBinary(&m_aes67);
@@ -109,10 +109,11 @@ void Host::wireSimulated()
 void Host::wireText(DeviceTransport *transport, RequestWatch *requests, bool isByHand)
 {
     connect(transport, &DeviceTransport::sent, this,
-            [this, requests, isByHand](const QString &name, const QByteArray &bytes) {
+            [this, transport, requests, isByHand](const QString &name, const QByteArray &bytes) {
                 LogEntry entry = requestEntry(name, bytes);
                 entry.isByHand = isByHand;
-                requests->noteSent(name, bytes, m_log.append(entry));
+                const qint64 token = m_log.append(entry);
+                requests->noteSent(name, bytes, token, transport->sinceSendingNs());
             });
     connect(transport, &DeviceTransport::received, this,
             [this, transport, requests](const QString &name, const QByteArray &bytes) {
@@ -194,8 +195,11 @@ void Host::wireSession(EditorSession *session)
             [this, name](const QString &line) { m_log.append(LogSource::Plugin, name, line); });
     connect(session, &EditorSession::hostStatus, this,
             [this, name](const QString &text) { reportStatus(text, name); });
-    connect(session, &EditorSession::replyOverdue, this, [this, name] {
-        reportProblem(tr("%1 did not answer in time. Answer the question of its editor.").arg(name), name);
+    connect(session, &EditorSession::replyOverdue, this, [this, session, name] {
+        // The editor of a lost device asks nothing, and the loss is told.
+        if (session->device()->isPresent())
+            reportProblem(tr("%1 did not answer in time. Answer the question of its editor.").arg(name),
+                          name);
     });
     connect(session, &EditorSession::presetLoadFinished, this, [this, name](bool success) {
         if (success)

@@ -47,13 +47,13 @@ QString deviceGuide()
 
 QString figuresText(const DeviceFigures &figures)
 {
-    QStringList parts{LogPanel::tr("%1 requests").arg(figures.requests),
+    QStringList parts{LogPanel::tr("Editors: %1 requests").arg(figures.requests),
                       LogPanel::tr("%1 refused").arg(figures.refused),
                       LogPanel::tr("%1 late").arg(figures.late), LogPanel::tr("%1 lost").arg(figures.lost)};
     if (figures.unreadable > 0)
         parts.append(LogPanel::tr("%1 unreadable").arg(figures.unreadable));
     if (figures.answered > 0)
-        parts.append(LogPanel::tr("reply time %1, at worst %2")
+        parts.append(LogPanel::tr("mean %1, worst %2")
                          .arg(milliseconds(figures.meanMs()), milliseconds(figures.worstMs)));
     return parts.join(QStringLiteral("  \u00b7  "));
 }
@@ -255,7 +255,7 @@ void LogPanel::showFigures()
     m_figures->setText(text);
     m_figures->setToolTip(
         tr("%1\nRequests of editors, not those of the message box. Late: answered after two "
-           "seconds. Lost: not answered within ten.")
+           "seconds. Lost: not answered within ten. Mean and worst: reply times.")
             .arg(text));
 }
 

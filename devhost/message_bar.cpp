@@ -72,6 +72,8 @@ void MessageBar::setUpField()
     m_completer->setModelSorting(QCompleter::CaseSensitivelySortedModel);
     connect(m_completer, QOverload<const QString &>::of(&QCompleter::activated), this, &MessageBar::complete);
     connect(m_field, &QLineEdit::textEdited, this, &MessageBar::offerPaths);
+    // What became of the last message would read as if it were about this one.
+    connect(m_field, &QLineEdit::textChanged, m_state, &QLabel::clear);
     connect(m_field, &QLineEdit::returnPressed, this, [this] {
         // The field gets the key before the list of paths does, which then puts the chosen path in.
         if (!m_completer->popup()->isVisible() || !m_completer->popup()->currentIndex().isValid())
@@ -81,6 +83,8 @@ void MessageBar::setUpField()
 
 void MessageBar::setDevice(const QString &name)
 {
+    if (name != m_device)
+        m_state->clear();
     m_device = name;
     m_target->setText(name.isEmpty() ? tr("Message:") : tr("To %1:").arg(name));
     m_field->setPlaceholderText(name.isEmpty() ? tr("Select a device to send it a message")
@@ -117,6 +121,7 @@ void MessageBar::send()
     while (m_history.size() > MostRecalled)
         m_history.removeFirst();
     m_recalled = m_history.size() - 1;
+    m_field->selectAll(); // what is typed next is most likely another message
     emit sendRequested(m_device, bytesOf(typed));
 }
 
@@ -170,11 +175,19 @@ void MessageBar::complete(const QString &path)
     if (start < 0)
         return;
     // A path that stands alone is most likely to be asked for.
-    const bool isAlone = start == 0;
-    const QString text = isAlone ? QStringLiteral("{\"get\":\"%1\"}").arg(path) : path;
-    const QString behind = m_field->text().mid(m_field->cursorPosition());
-    m_field->setText(m_field->text().left(start) + text + behind);
-    m_field->setCursorPosition(start + text.size());
+    const QString before = start == 0 ? QStringLiteral("{\"get\":\"") : m_field->text().left(start);
+    QString behind = m_field->text().mid(m_field->cursorPosition());
+    int untilCursor = before.size() + path.size();
+    static const QRegularExpression request(QStringLiteral("^\\s*\\{\\s*\"(get|set)\"\\s*:\\s*\"$"));
+    const QString kind = behind.isEmpty() ? request.match(before).captured(1) : QString();
+    if (kind == QLatin1String("get")) {
+        behind = QStringLiteral("\"}");
+    } else if (kind == QLatin1String("set")) {
+        behind = QStringLiteral("\",\"value\":}");
+        untilCursor += behind.size() - 1;
+    }
+    m_field->setText(before + path + behind);
+    m_field->setCursorPosition(untilCursor);
 }
 
 QByteArray MessageBar::bytesOf(const QString &typed)

@@ -39,7 +39,8 @@ RequestWatch::RequestWatch(const RequestLimits &limits, QObject *parent)
     connect(&m_losing, &QTimer::timeout, this, &RequestWatch::loseOld);
 }
 
-void RequestWatch::noteSent(const QString &name, const QByteArray &message, qint64 token)
+void RequestWatch::noteSent(const QString &name, const QByteArray &message, qint64 token,
+                            qint64 sinceSendingNs)
 {
     Device &device = m_devices[name];
     const auto repeated = std::find_if(device.open.cbegin(), device.open.cend(), [&](const Open &earlier) {
@@ -48,7 +49,7 @@ void RequestWatch::noteSent(const QString &name, const QByteArray &message, qint
     int givenUp = device.open.size() == m_limits.mostWaiting ? 0 : -1;
     if (repeated != device.open.cend())
         givenUp = int(repeated - device.open.cbegin());
-    Open request{message, readRequest(message), token, {}};
+    Open request{message, readRequest(message), token, sinceSendingNs, {}};
     request.since.start();
     device.open.append(request);
     ++device.figures.requests;
@@ -76,7 +77,8 @@ RequestWatch::Answer RequestWatch::noteReceived(const QString &name, const QByte
     if (asked == device->open.end())
         return answer;
     answer.token = asked->token;
-    answer.ms = double(std::max(qint64(0), asked->since.nsecsElapsed() - sinceArrivalNs)) / 1e6;
+    const qint64 ns = asked->earlierNs + asked->since.nsecsElapsed() - sinceArrivalNs;
+    answer.ms = double(std::max(qint64(0), ns)) / 1e6;
     answer.isLate = answer.ms > m_limits.lateMs;
     const RequestText request = asked->request;
     device->open.erase(asked);

@@ -69,8 +69,8 @@ public:
 
     explicit RequestWatch(const RequestLimits &limits = {}, QObject *parent = nullptr);
 
-    /// @p token comes back with the request's fate.
-    void noteSent(const QString &device, const QByteArray &message, qint64 token);
+    /// The message was sent @p sinceSendingNs ago; @p token comes back with the request's fate.
+    void noteSent(const QString &device, const QByteArray &message, qint64 token, qint64 sinceSendingNs = 0);
     /// The message came @p sinceArrivalNs ago.
     Answer noteReceived(const QString &device, const QByteArray &message, qint64 sinceArrivalNs = 0);
     void forget(const QString &device);
@@ -91,6 +91,7 @@ private:
         QByteArray message;
         RequestText request;
         qint64 token;
+        qint64 earlierNs; ///< that it was sent before @p since began
         QElapsedTimer since;
     };
     struct Device

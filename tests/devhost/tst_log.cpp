@@ -201,7 +201,7 @@ void Log::showsWholeMessages()
     QCOMPARE(detail->toPlainText().size(), longest.size() + 14);
     QVERIFY(detail->toPlainText().endsWith(QStringLiteral("\n    \"b\": [1, 2]\n}")));
     const auto *figures = panel.findChild<QLabel *>(QStringLiteral("logFigures"));
-    QTRY_VERIFY2(figures->text().startsWith(QStringLiteral("1 requests")), qPrintable(figures->text()));
+    QTRY_VERIFY2(figures->text().startsWith(QStringLiteral("Editors: 1 requests")), qPrintable(figures->text()));
     const QWidget *unnamed = nameless(panel);
     QVERIFY2(!unnamed, unnamed ? unnamed->metaObject()->className() : "");
 }
@@ -253,22 +253,28 @@ void Log::helpsTyping()
     auto *field = bar.findChild<QLineEdit *>(QStringLiteral("messageField"));
     auto *completer = bar.findChild<QCompleter *>();
     bar.show();
-    const auto choose = [&](const QString &typed) {
+    const auto choose = [&](const QString &typed, const QString &then = QString()) {
         field->clear();
         QTest::keyClicks(field, typed);
         for (int key : {Qt::Key_Down, Qt::Key_Return}) {
             if (completer->popup()->isVisible())
                 QTest::keyClick(completer->popup(), Qt::Key(key));
         }
+        QTest::keyClicks(field, then);
         QTest::keyClick(field, Qt::Key_Return);
     };
     choose(QStringLiteral("/in"));
     QCOMPARE(sent, QList<QByteArray>()); // to nobody
     bar.setDevice(QStringLiteral("KBX-1"));
     choose(QStringLiteral("/in"));
-    choose(QStringLiteral("{\"set\":\"/system/usb/m"));
+    choose(QStringLiteral("{\"set\":\"/system/usb/m"), QStringLiteral("1"));
     choose(QString());
-    QCOMPARE(sent, (QList<QByteArray>{R"({"get":"/info"})", R"({"set":"/system/usb/mode)"}));
+    QTest::keyClicks(field, QStringLiteral("{\"get\":\"/b\"}"));
+    QTest::keyClick(field, Qt::Key_Return);
+    QTest::keyClicks(field, QStringLiteral("{}")); // in place of what was sent
+    QCOMPARE(field->text(), QStringLiteral("{}"));
+    QCOMPARE(sent.takeLast(), QByteArray(R"({"get":"/b"})"));
+    QCOMPARE(sent, (QList<QByteArray>{R"({"get":"/info"})", R"({"set":"/system/usb/mode","value":1})"}));
     field->setText(QStringLiteral("draft"));
     QStringList recalled;
     for (int key : {Qt::Key_Up, Qt::Key_Up, Qt::Key_Up, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down}) {
@@ -276,7 +282,7 @@ void Log::helpsTyping()
         recalled.append(field->text().left(7));
     }
     QCOMPARE(recalled.join(QLatin1Char(' ')),
-             QStringLiteral(R"({"set": {"get": {"get": {"set": draft draft)"));
+             QStringLiteral(R"({"get": {"set": {"get": {"set": {"get": draft)"));
 }
 
 void Log::exportsMessages()
@@ -336,11 +342,13 @@ void Log::pairsReplies()
         QCOMPARE(seen.device, device);
         refused = seen.request.path + QLatin1Char(' ') + seen.reason;
     });
-    watch.noteSent(device, R"({"get":"/a"})", 1);
-    watch.noteSent(device, R"({"set":"/b", "value":1})", 2);
+    constexpr qint64 AgoNs = 3600LL * 1000 * 1000 * 1000;
+    watch.noteSent(device, R"({"get":"/a"})", 1, AgoNs);
+    watch.noteSent(device, R"({"set":"/b", "value":1})", 2, AgoNs);
     watch.noteSent(device, R"({"set":"/b", "value":2})", 3);
     const RequestWatch::Answer answer = watch.noteReceived(device, reply);
     QCOMPARE(answer.token, token);
+    QCOMPARE(answer.ms >= AgoNs / 1e6, token > 0);
     QCOMPARE(refused, refusal);
     const DeviceFigures figures = watch.figures(device);
     QCOMPARE(figures.requests, 3);

@@ -152,20 +152,24 @@ void Transport::saysWhatWasNotSent_data()
 {
     QTest::addColumn<QString>("device");
     QTest::addColumn<int>("size");
-    QTest::newRow("unknown device") << QStringLiteral("nobody") << 10;
-    QTest::newRow("too large for a datagram") << name() << 70000;
+    QTest::addColumn<QString>("advice");
+    QTest::newRow("unknown device") << QStringLiteral("nobody") << 10 << QStringLiteral("no such device");
+    QTest::newRow("too large for a datagram") << name() << 65508 << QStringLiteral("at most 65507 bytes");
 }
 
 void Transport::saysWhatWasNotSent()
 {
     QFETCH(const QString, device);
     QFETCH(const int, size);
+    QFETCH(const QString, advice);
     QSignalSpy problem(m_transport.data(), &DeviceTransport::problem);
     QSignalSpy sent(m_transport.data(), &DeviceTransport::sent);
     m_transport->send(device, QByteArray(size, 'x'));
     QCOMPARE(sent.count(), 0);
     QCOMPARE(problem.count(), 1);
-    QVERIFY(problem.first().first().toString().contains(device));
+    QCOMPARE(problem.first().first().toString(), device);
+    QVERIFY(problem.first().last().toString().contains(device));
+    QVERIFY(problem.first().last().toString().contains(advice));
 }
 
 void Transport::sendsByHandApartFromEditors()
