@@ -35,8 +35,8 @@ public:
     /// How long ago the message came of which received() tells at the moment, in ns: other work may have been
     /// in its way.
     qint64 sinceArrivalNs() const { return m_arrival.isValid() ? m_arrival.nsecsElapsed() : 0; }
-    /// How long ago the message was handed to the system of which sent() tells at the moment, in ns: a device on
-    /// this machine may have answered before the system returns.
+    /// How long ago the message was handed to the system of which sent() tells at the moment, in ns: a device
+    /// on this machine may have answered before the system returns.
     qint64 sinceSendingNs() const { return m_sending.isValid() ? m_sending.nsecsElapsed() : 0; }
 
 signals:

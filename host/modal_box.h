@@ -20,7 +20,7 @@ struct BoxText
 /// QMessageBox::NoButton, when @p owner is destroyed meanwhile: callers must then touch nothing of the
 /// owner's. While a box with the same text and owner is open, no second one opens: that, too, is NoButton.
 /// With @p over the box is shown centred over that widget's top-level window, and only that window and those
-/// that belong to it wait for the answer; what else the program shows stays usable. While another dialog runs, or
-/// that window is not to be seen, everything waits instead.
+/// that belong to it wait for the answer; what else the program shows stays usable. While another dialog
+/// runs, or that window is not to be seen, everything waits instead.
 PLEXO_HOST_EXPORT QMessageBox::StandardButton runModalBox(const BoxText &text, const QObject *owner,
                                                           const QWidget *over = nullptr);

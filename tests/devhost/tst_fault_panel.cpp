@@ -66,7 +66,8 @@ void FaultPanelTest::changesRunningDevice()
     press("Vanish Now");
     QTRY_COMPARE(
         m_device->summary(),
-        QStringLiteral("vanished, late by 400 ms, lost 25 %, refuses set:/a \"b\", level of dante_rx/2 at -6 dB"));
+        QStringLiteral(
+            "vanished, late by 400 ms, lost 25 %, refuses set:/a \"b\", level of dante_rx/2 at -6 dB"));
     QCOMPARE(m_device->value(QStringLiteral("/levels/dante_rx/2")), QJsonValue(-6));
     press("allWell");
     QTRY_COMPARE(m_device->summary(), QString());

@@ -201,7 +201,8 @@ void Log::showsWholeMessages()
     QCOMPARE(detail->toPlainText().size(), longest.size() + 14);
     QVERIFY(detail->toPlainText().endsWith(QStringLiteral("\n    \"b\": [1, 2]\n}")));
     const auto *figures = panel.findChild<QLabel *>(QStringLiteral("logFigures"));
-    QTRY_VERIFY2(figures->text().startsWith(QStringLiteral("Editors: 1 requests")), qPrintable(figures->text()));
+    QTRY_VERIFY2(figures->text().startsWith(QStringLiteral("Editors: 1 requests")),
+                 qPrintable(figures->text()));
     const QWidget *unnamed = nameless(panel);
     QVERIFY2(!unnamed, unnamed ? unnamed->metaObject()->className() : "");
 }
