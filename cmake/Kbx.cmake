@@ -23,6 +23,10 @@ if(KBX_SANITIZE)
         -fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
     target_link_options(kbx_options INTERFACE -fsanitize=address,undefined)
 endif()
+if(KBX_THREADS)
+    target_compile_options(kbx_options INTERFACE -fsanitize=thread -fno-omit-frame-pointer)
+    target_link_options(kbx_options INTERFACE -fsanitize=thread)
+endif()
 if(KBX_FUZZ)
     # All of it, so that the fuzzer sees which lines an input reaches.
     target_compile_options(kbx_options INTERFACE

@@ -14,6 +14,8 @@ namespace proof {
 
 namespace {
 
+constexpr int PauseMs = 250; // between two looks
+
 bool isAbout(const QString &difference, std::initializer_list<const char *> names)
 {
     return std::any_of(names.begin(), names.end(),
@@ -44,6 +46,7 @@ Agreement::Agreement(Station *station, const QString &draft)
 QStringList Agreement::reach(int ms)
 {
     m_boxes.start(10);
+    m_levels.listen();
     const bool agreed = QTest::qWaitFor([this] { return step(); }, ms);
     m_boxes.stop();
     return agreed ? QStringList() : m_obstacle;
@@ -54,13 +57,16 @@ bool Agreement::step()
 {
     if (!isUndisturbed())
         return false;
-    m_levels.listen();
+    // A look holds the event loop up; the editor gets some time to take what has come meanwhile.
+    if (m_sinceLook.isValid() && !m_sinceLook.hasExpired(PauseMs))
+        return false;
+    m_levels.hear();
     if (m_refreshing && m_refreshed != m_station->opened()) {
         refresh();
         m_obstacle = QStringList{QStringLiteral("Refresh does not come to its end")};
         return false;
     }
-    if (!m_station->isLive()) {
+    if (m_refreshing ? !m_station->isLive() : !m_station->isCalm()) {
         // Polls come and go; what differs between them is worth more.
         if (!m_compared)
             m_obstacle = QStringList{m_station->whatWaits()};
@@ -74,6 +80,7 @@ bool Agreement::step()
     m_obstacle = differences(*m_station, m_draft) + m_levels.differences();
     if (!m_refreshing)
         leaveAlone();
+    m_sinceLook.restart();
     return m_obstacle.isEmpty();
 }
 
@@ -100,7 +107,7 @@ bool Agreement::isUndisturbed()
     }
     if (!m_station->isOpen())
         m_station->open();
-    if (m_refreshed == m_station->opened())
+    if (!m_refreshing || m_refreshed == m_station->opened())
         return true;
     m_obstacle = QStringList{m_station->whatWaits()};
     return m_station->isIdle();
@@ -108,6 +115,7 @@ bool Agreement::isUndisturbed()
 
 void Agreement::refresh()
 {
+    m_levels.listen();
     m_refreshed = m_station->opened();
     m_compared = false;
     m_blocksShown = false;

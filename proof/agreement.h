@@ -2,6 +2,7 @@
 
 #include "proof/level_tap.h"
 
+#include <QElapsedTimer>
 #include <QStringList>
 #include <QTimer>
 
@@ -35,6 +36,7 @@ private:
     QStringList m_obstacle;
     QTimer m_boxes;
     LevelTap m_levels;
+    QElapsedTimer m_sinceLook;
     bool m_refreshing = true;
     bool m_withBlocks = false;
     bool m_blocksShown = false;

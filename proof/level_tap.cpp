@@ -15,7 +15,7 @@ namespace proof {
 namespace {
 
 constexpr int DatagramSize = 19;
-constexpr int DatagramsKept = 10; // of half a second
+constexpr int DatagramsKept = 40; // of two seconds: editors take one at a time
 constexpr int Silence = -100; // dB
 constexpr int Loudest = 20;
 
@@ -54,7 +54,7 @@ void LevelTap::listen()
         m_socket.joinMulticastGroup(QHostAddress(group), loopbackInterface());
 }
 
-void LevelTap::read()
+void LevelTap::hear()
 {
     while (m_socket.hasPendingDatagrams()) {
         const QNetworkDatagram datagram = m_socket.receiveDatagram();
@@ -66,9 +66,8 @@ void LevelTap::read()
         m_heard.removeFirst();
 }
 
-QStringList LevelTap::differences()
+QStringList LevelTap::differences() const
 {
-    read();
     if (m_heard.isEmpty())
         return {};
     const QStringList misshapen = shapeProblems(m_heard.last());

@@ -20,11 +20,13 @@ public:
 
     /// Listens to the group that the device sends to now.
     void listen();
+    /// Takes what has come. To be called before anything that holds up the event loop, and with it the
+    /// meters.
+    void hear();
     /// Meters that show none of the last levels, and what is wrong with the datagrams themselves.
-    QStringList differences();
+    QStringList differences() const;
 
 private:
-    void read();
     QStringList shapeProblems(const QByteArray &levels) const;
     QStringList silenceProblems(const QByteArray &levels) const;
     QStringList meterProblems() const;

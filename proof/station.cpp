@@ -120,16 +120,24 @@ QString Station::whatWaits() const
         .arg(m_link.isQuiet() ? QStringLiteral("none") : QStringLiteral("some"))
         .arg(m_ledger.isSettled() ? QStringLiteral("sent") : QStringLiteral("not sent"))
         .arg(QString::fromUtf8(m_ledger.last()))
-        .arg(m_plugin && editor()->findChild<QWidget *>(QStringLiteral("plugin_frame"))->isEnabled()
-                 ? QStringLiteral("enabled")
-                 : QStringLiteral("disabled"));
+        .arg(hasPages() ? QStringLiteral("enabled") : QStringLiteral("disabled"));
+}
+
+bool Station::hasPages() const
+{
+    const QWidget *frame
+        = m_plugin ? editor()->findChild<QWidget *>(QStringLiteral("plugin_frame")) : nullptr;
+    return frame && frame->isEnabled();
 }
 
 bool Station::isLive() const
 {
-    const QWidget *frame
-        = m_plugin ? editor()->findChild<QWidget *>(QStringLiteral("plugin_frame")) : nullptr;
-    return frame && frame->isEnabled() && isIdle();
+    return hasPages() && isIdle();
+}
+
+bool Station::isCalm() const
+{
+    return hasPages() && m_ledger.isSettled() && (m_answered || m_ledger.last().contains("\"get\""));
 }
 
 void Station::openBlock(int index)

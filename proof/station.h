@@ -42,6 +42,8 @@ public:
     bool isLive() const;
     /// Whether nothing waits for the device.
     bool isIdle() const;
+    /// Whether the pages can be used and only what polls ask is on its way.
+    bool isCalm() const;
     /// What keeps it from being idle, for reports.
     QString whatWaits() const;
 
@@ -65,6 +67,7 @@ public:
 
 private:
     void follow(bool gone);
+    bool hasPages() const;
     void connectPlugin();
     void noteTimeout();
 

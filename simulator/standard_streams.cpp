@@ -1,18 +1,18 @@
 #include "simulator/standard_streams.h"
 
 #include <QFile>
-#include <QMutex>
 #include <QQueue>
-#include <QSemaphore>
-#include <QWaitCondition>
 
+#include <condition_variable>
+#include <mutex>
 #include <thread>
+#include <utility>
 
 namespace sim {
 
 namespace {
 
-constexpr int FarewellMs = 500;
+constexpr std::chrono::milliseconds Farewell{500};
 constexpr int InputDescriptor = 0;
 
 void writeAll(int descriptor, QByteArray bytes)
@@ -36,9 +36,9 @@ struct StandardStreams::Outbox
 
     void writeForGood();
 
-    QMutex mutex;
-    QWaitCondition filled;
-    QWaitCondition emptied;
+    std::mutex mutex;
+    std::condition_variable filled;
+    std::condition_variable emptied;
     QQueue<Line> lines; ///< the first one is being written
     int lost = 0;
 };
@@ -48,26 +48,27 @@ struct StandardStreams::Inbox
     void readAll(int mostBytes);
     bool deliver(const QByteArray &line);
 
-    QMutex mutex;
-    StandardStreams *owner; ///< null when it has gone
-    QSemaphore taken;
+    std::mutex mutex;
+    std::condition_variable changed;
+    StandardStreams *owner = nullptr; ///< null when it has gone
+    QByteArray handed; ///< a line, to the owner
+    bool isTaken = true;
 };
 
 void StandardStreams::Outbox::writeForGood()
 {
-    QMutexLocker locker(&mutex);
+    std::unique_lock<std::mutex> lock(mutex);
     for (;;) {
-        while (lines.isEmpty())
-            filled.wait(&mutex);
+        filled.wait(lock, [this] { return !lines.isEmpty(); });
         const Line line = lines.head();
-        locker.unlock();
+        lock.unlock();
         writeAll(line.target, line.bytes + '\n');
-        locker.relock();
+        lock.lock();
         lines.dequeue();
         if (lines.isEmpty() && lost > 0)
             lines.enqueue(
                 {Output, "{\"cmd\":\"lost\",\"value\":" + QByteArray::number(std::exchange(lost, 0)) + '}'});
-        emptied.wakeAll();
+        emptied.notify_all();
     }
 }
 
@@ -91,20 +92,15 @@ void StandardStreams::Inbox::readAll(int mostBytes)
 
 bool StandardStreams::Inbox::deliver(const QByteArray &line)
 {
-    {
-        const QMutexLocker locker(&mutex);
-        if (!owner)
-            return false;
-        QMetaObject::invokeMethod(
-            owner,
-            [this, line] {
-                emit owner->lineRead(line);
-                taken.release();
-            },
-            Qt::QueuedConnection);
-    }
-    taken.acquire();
-    return true;
+    std::unique_lock<std::mutex> lock(mutex);
+    if (!owner)
+        return false;
+    handed = line;
+    isTaken = false;
+    QMetaObject::invokeMethod(owner, "takeLine",
+                              Qt::QueuedConnection); // by name: nothing is handed over in it
+    changed.wait(lock, [this] { return isTaken || !owner; });
+    return owner;
 }
 
 StandardStreams::StandardStreams(QObject *parent)
@@ -119,20 +115,32 @@ StandardStreams::StandardStreams(QObject *parent)
 StandardStreams::~StandardStreams()
 {
     {
-        const QMutexLocker locker(&m_inbox->mutex);
+        const std::lock_guard<std::mutex> lock(m_inbox->mutex);
         m_inbox->owner = nullptr;
     }
-    QMutexLocker locker(&m_outbox->mutex);
-    const QDeadlineTimer farewell(FarewellMs);
-    while (!m_outbox->lines.isEmpty() && m_outbox->emptied.wait(&m_outbox->mutex, farewell)) { }
+    m_inbox->changed.notify_all();
+    std::unique_lock<std::mutex> lock(m_outbox->mutex);
+    m_outbox->emptied.wait_for(lock, Farewell, [this] { return m_outbox->lines.isEmpty(); });
+}
+
+void StandardStreams::takeLine()
+{
+    const std::shared_ptr<Inbox> inbox = m_inbox; // who hears of the line may destroy us
+    std::unique_lock<std::mutex> lock(inbox->mutex);
+    const QByteArray line = std::exchange(inbox->handed, {});
+    lock.unlock();
+    emit lineRead(line);
+    lock.lock();
+    inbox->isTaken = true;
+    inbox->changed.notify_all();
 }
 
 void StandardStreams::print(Target target, const QByteArray &line)
 {
-    const QMutexLocker locker(&m_outbox->mutex);
+    const std::lock_guard<std::mutex> lock(m_outbox->mutex);
     if (m_outbox->lines.size() < MostLines) {
         m_outbox->lines.enqueue({target, line});
-        m_outbox->filled.wakeOne();
+        m_outbox->filled.notify_one();
     } else {
         ++m_outbox->lost;
     }

@@ -36,6 +36,8 @@ private:
     struct Outbox;
     struct Inbox;
 
+    Q_INVOKABLE void takeLine();
+
     std::shared_ptr<Outbox> m_outbox; ///< shared with threads that outlive this object when they are blocked
     std::shared_ptr<Inbox> m_inbox;
 };
