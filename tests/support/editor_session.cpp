@@ -49,8 +49,8 @@ bool EditorSession::goLive()
 void EditorSession::click(QWidget *widget) const
 {
     for (QWidget *page = widget; page; page = page->parentWidget()) {
-        auto *tabs = page->parentWidget() ? qobject_cast<QTabWidget *>(page->parentWidget()->parentWidget())
-                                          : nullptr;
+        const QWidget *stack = page->parentWidget();
+        auto *tabs = stack ? qobject_cast<QTabWidget *>(stack->parentWidget()) : nullptr;
         if (tabs && tabs->indexOf(page) >= 0)
             tabs->setCurrentWidget(page);
     }
