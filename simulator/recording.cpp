@@ -114,7 +114,7 @@ RecordingRead Reader::read()
 /// With its end. A line that is too long comes cut off there.
 QByteArray Reader::nextLine()
 {
-    const QByteArray line = nextPart();
+    QByteArray line = nextPart();
     ++m_line;
     QByteArray end = line;
     while (!end.endsWith('\n') && !m_file->atEnd() && m_read < RecordingBytesMost)

@@ -47,7 +47,7 @@ QByteArray answerAboutPhones(sim::DeviceModel *device, const QByteArray &request
 {
     const bool connected = held(device, "/status/bluetooth/state") == QLatin1String("connected");
     const QJsonArray before = held(device, "/status/bluetooth/list").toArray();
-    const QByteArray answer = device->answer(request);
+    QByteArray answer = device->answer(request);
     const QJsonObject reply = QJsonDocument::fromJson(answer).object();
     const QString path = reply.value(QLatin1String("param")).toString();
     if (reply.value(QLatin1String("result")) != QLatin1String("OK"))

@@ -36,8 +36,8 @@ public:
         , m_sender(tftp::DeviceBlockSize, QStringLiteral("f"), m_file, m_peer, server().localPort(), nullptr)
     {
         QObject::connect(&m_sender, &VmTftp::progress, [this](int percent) {
-            const float perBlock
-                = 100.0F / float((m_file.size() + tftp::DeviceBlockSize - 1) / tftp::DeviceBlockSize);
+            const int blocks = (m_file.size() + tftp::DeviceBlockSize - 1) / tftp::DeviceBlockSize;
+            const float perBlock = 100.0F / float(blocks);
             if (percent > 100 || percent != int(perBlock * float(m_block - 1)))
                 qFatal("%d %% with %d blocks of %d bytes", percent, m_block - 1, m_file.size());
         });

@@ -130,7 +130,7 @@ void RecordedSessionTest::replayLeadsToTheSameState()
     QCOMPARE(host->recorder()->start(path), QString());
     const State recorded = lead(host.data());
     host.reset(); // without stop(): what is there is there
-    QVERIFY(recorded.shown.filter(QString::fromUtf8("B\xc3\xbcro")).size() >= 1);
+    QVERIFY(!recorded.shown.filter(QString::fromUtf8("B\xc3\xbcro")).isEmpty());
     QVERIFY(recorded.levels.size() >= 5);
 
     startDevice({QStringLiteral("--replay"), path});

@@ -48,9 +48,8 @@ bool EditorSession::goLive()
 
 void EditorSession::click(QWidget *widget) const
 {
-    for (QWidget *page = widget; page; page = page->parentWidget()) {
-        const QWidget *stack = page->parentWidget();
-        auto *tabs = stack ? qobject_cast<QTabWidget *>(stack->parentWidget()) : nullptr;
+    for (QWidget *page = widget; QWidget *stack = page->parentWidget(); page = stack) {
+        auto *tabs = qobject_cast<QTabWidget *>(stack->parentWidget());
         if (tabs && tabs->indexOf(page) >= 0)
             tabs->setCurrentWidget(page);
     }
