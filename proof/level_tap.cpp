@@ -56,7 +56,8 @@ void LevelTap::listen()
 
 void LevelTap::hear()
 {
-    while (m_socket.hasPendingDatagrams()) {
+    // A port that another program holds is not heard.
+    while (m_socket.state() == QUdpSocket::BoundState && m_socket.hasPendingDatagrams()) {
         const QNetworkDatagram datagram = m_socket.receiveDatagram();
         if (datagram.senderAddress().isEqual(m_station.process().address(),
                                              QHostAddress::ConvertV4MappedToIPv4))
