@@ -22,11 +22,11 @@ bool isAbout(const QString &difference, std::initializer_list<const char *> name
                        [&](const char *name) { return difference.startsWith(QLatin1String(name)); });
 }
 
-/// What the editor may show until it reads everything anew: what waits for Apply or Enter, and the phone of
-/// an interface that is switched off.
+/// What the editor may show until it reads everything anew: what waits for Apply or Enter or stands beside
+/// it, and the phone of an interface that is switched off.
 bool isLeftAlone(const QString &difference, bool hasBluetooth)
 {
-    return isAbout(difference, {"dev_", "multicast_", "tone "})
+    return isAbout(difference, {"dev_", "multicast_", "en_multicast_", "tone "})
         || (!hasBluetooth
             && isAbout(difference,
                        {"bt_status_", "bt_connected_", "bt_album_", "bt_artist_", "bt_track_", "bt_sig_",

@@ -48,10 +48,21 @@ QJsonValue DeviceProcess::ask(const QString &path) const
 
 QJsonValue DeviceProcess::ask(const QString &path, int attempts) const
 {
+    return exchange(QStringLiteral("{\"get\":\"%1\"}").arg(path).toUtf8(), attempts);
+}
+
+void DeviceProcess::set(const QString &path, const QString &text) const
+{
+    exchange(QStringLiteral("{\"set\":\"%1\", \"value\":\"%2\"}").arg(path, text).toUtf8(), Attempts);
+}
+
+/// The value of the reply to @p request.
+QJsonValue DeviceProcess::exchange(const QByteArray &request, int attempts) const
+{
     QUdpSocket socket;
     socket.bind(QHostAddress(QHostAddress::LocalHost), 0);
     for (int attempt = 0; attempt < attempts; ++attempt) {
-        socket.writeDatagram(QStringLiteral("{\"get\":\"%1\"}").arg(path).toUtf8(), m_address, m_port);
+        socket.writeDatagram(request, m_address, m_port);
         if (socket.waitForReadyRead(AnswerMs))
             return QJsonDocument::fromJson(socket.receiveDatagram(65536).data())
                 .object()

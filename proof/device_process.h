@@ -23,11 +23,14 @@ public:
 
     /// What the device itself answers to a get, asked past every editor; undefined when it is silent.
     QJsonValue ask(const QString &path) const;
+    /// Sets something as another controller does, past every editor.
+    void set(const QString &path, const QString &text) const;
     /// Whether it answers; it does not while it restarts.
     bool isUp() const { return ask(QStringLiteral("/info"), 1).isObject(); }
 
 private:
     QJsonValue ask(const QString &path, int attempts) const;
+    QJsonValue exchange(const QByteArray &request, int attempts) const;
 
     QString m_name;
     QHostAddress m_address;

@@ -22,6 +22,8 @@ constexpr int UsualTimeoutMs = 2000; // where nothing may time out
 constexpr int LongestLatencyMs = 250;
 constexpr int GentleLatencyMs = 25; // the polls must leave room between them
 constexpr int GentleRounds = 5;
+constexpr int PauseMs = 15; // between two acts of the user
+constexpr int PatientPauseMs = 40; // until an act has become a message
 constexpr int RequestsOfAQuery = 35;
 constexpr int LoopDelayMs = 1000;
 constexpr int SettleMs = 20000;
@@ -90,6 +92,8 @@ QStringList FaultRun::run()
     if (!m_station.start({QStringLiteral("--seed"), QString::number(m_plan.seed)}))
         return {QStringLiteral("the simulated device did not start")};
     m_factory = settings();
+    if (m_plan.seed % 2 == 0)
+        m_station.process().set(QStringLiteral("/system/bluetooth/name"), QStringLiteral("B\u00fcro \u266b"));
     m_census.start(50);
     misbehave();
     if (m_problems.isEmpty())
@@ -107,7 +111,7 @@ QStringList FaultRun::run()
 void FaultRun::act(int acts)
 {
     m_loop.forget(); // questions to the device itself hold it up, too
-    m_user.start(15);
+    m_user.start(m_plan.gentle ? PatientPauseMs : PauseMs);
     waitFor(ActMs, [&] { return m_user.acts() >= acts; });
     m_user.stop();
     if (m_loop.worst() > LoopDelayMs * m_patience)

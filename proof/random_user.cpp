@@ -42,11 +42,12 @@ bool isUsable(const QWidget *widget)
                 && !qobject_cast<const QAbstractSpinBox *>(widget->parentWidget())));
 }
 
-QVector<QWidget *> usable(const QWidget *window)
+/// Without the faders and dials, which are most of them, where @p withLevels is false.
+QVector<QWidget *> usable(const QWidget *window, bool withLevels)
 {
     QVector<QWidget *> found;
     for (QWidget *widget : window->findChildren<QWidget *>()) {
-        if (widget->window() == window && isUsable(widget))
+        if (widget->window() == window && isUsable(widget) && (withLevels || !isLevel(widget)))
             found.append(widget);
     }
     return found;
@@ -146,6 +147,8 @@ void RandomUser::useModal(QWidget *modal)
 
 void RandomUser::applySnapshot()
 {
+    if (m_snapshot.isEmpty())
+        takeSnapshot();
     QByteArray document = m_snapshot;
     if (m_dice.bounded(4) == 0 && !m_patient)
         document.truncate(m_dice.bounded(document.size() + 1));
@@ -206,7 +209,7 @@ void RandomUser::useHost()
 
 void RandomUser::useWindow(QWidget *window)
 {
-    const QVector<QWidget *> widgets = usable(window);
+    const QVector<QWidget *> widgets = usable(window, m_dice.bounded(3) > 0);
     const int choice = m_dice.bounded(1000);
     if (window != m_station->editor() && choice < 15) {
         note(QStringLiteral("close ") + window->windowTitle());
