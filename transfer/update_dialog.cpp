@@ -160,13 +160,13 @@ void UpdateDialog::handleFinished(bool error)
     if (m_ended)
         return;
     m_ended = true;
-    if (error)
+    if (error) {
         warn(updatetexts::failed(m_transfer ? m_transfer->failure() : VmTftp::Failure::NoAnswer));
-    else if (isStranger())
+    } else if (isStranger()) {
         warn(updatetexts::finishedWithStranger(m_peer));
-    else if (!m_unplayableKind.isEmpty())
+    } else if (!m_unplayableKind.isEmpty()) {
         warn(updatetexts::finishedUnplayable(m_data.size()));
-    else {
+    } else {
         m_tick->setDue();
         showStatus(updatetexts::finished(m_data.size()), QStyle::SP_DialogApplyButton);
     }

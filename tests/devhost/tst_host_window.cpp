@@ -115,6 +115,7 @@ void Window::cleanup()
 {
     m_window.reset();
     m_host.reset();
+    m_device.reset(); // its announcements would send the next test's requests to a port that has gone
 }
 
 void Window::openEditor(const QString &name)
